@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "TrdGetPrinterStatus.h"
+
+#include <arpa/inet.h>
+#include <array>
+#include <cstring>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr in_port_t StatusPort = 9300;
+constexpr time_t ReplyTimeoutSeconds = 1;
+// A datagram of no more than this cannot hold the part of a reply that precedes its first field.
+constexpr ssize_t UselessReplyBytes = 7;
+
+// Start byte, number of bytes that follow (12, big-endian), request, zeros.
+constexpr std::array<unsigned char, 15> c_statusRequest{{0xA5, 0x00, 0x0C, 0x50, 0xE0, 0x74, 0x08, 0x03}};
+
+// A text that is no address leaves 0.0.0.0, this machine.
+sockaddr_in PrinterAddress(const QString& address)
+{
+    sockaddr_in printer = {};
+    printer.sin_family = AF_INET;
+    printer.sin_port = htons(StatusPort);
+    inet_pton(AF_INET, address.toLatin1().constData(), &printer.sin_addr);
+    return printer;
+}
+
+class UdpSocket
+{
+public:
+    UdpSocket()
+        : descriptor(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0))
+    {
+    }
+    ~UdpSocket()
+    {
+        close(descriptor);
+    } // without a descriptor this does nothing
+    UdpSocket(const UdpSocket&) = delete;
+    UdpSocket& operator=(const UdpSocket&) = delete;
+
+    const int descriptor;
+};
+
+} // namespace
+
+int TrdGetPrinterStatus::GetPrinterStatusUDP(QString address)
+{
+    if (address.isEmpty()) {
+        return -1;
+    }
+    sockaddr_in peer = PrinterAddress(address);
+    auto* peerAddress = reinterpret_cast<sockaddr*>(&peer);
+    socklen_t peerBytes = sizeof peer;
+    const UdpSocket udp;
+    if (udp.descriptor < 0) {
+        return -2;
+    }
+    if (sendto(udp.descriptor, c_statusRequest.data(), c_statusRequest.size(), 0, peerAddress, peerBytes) !=
+        static_cast<ssize_t>(c_statusRequest.size())) {
+        return -3;
+    }
+    timeval timeout = {};
+    timeout.tv_sec = ReplyTimeoutSeconds;
+    if (setsockopt(udp.descriptor, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout) != 0) {
+        return -4;
+    }
+    std::memset(byReplyBuffer, 0, sizeof byReplyBuffer);
+    const ssize_t received = recvfrom(udp.descriptor, byReplyBuffer, sizeof byReplyBuffer, 0, peerAddress, &peerBytes);
+    if (received <= UselessReplyBytes) {
+        return -5;
+    }
+    return CheckPrinterStatus(byReplyBuffer, static_cast<unsigned long>(received));
+}

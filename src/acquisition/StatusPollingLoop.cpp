@@ -1,0 +1,230 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "FixedPaths.h"
+#include "ModelCatalogue.h"
+#include "PrinterListLock.h"
+#include "ShellCommand.h"
+#include "TrdGetPrinterStatus.h"
+#include "UtilLog.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int PollingIntervalMs = 1000;
+constexpr int MaximumFailedReads = 10;
+
+constexpr int UsbQueryIntervalMs = 100;
+constexpr int IdleQueryIntervalMs = 100;
+constexpr int OfflineQueryIntervalMs = 10000;
+constexpr int ActiveQueryIntervalMs = 1000;
+
+// Labels under which support looks these lines up in logs; they do not follow the source.
+constexpr char LogSource[] = "../TrdGetPrinterStatus";
+constexpr int CancelLogLine = 513;
+constexpr int CancelRefusedLogLine = 514;
+
+bool HoldsAnyOf(const QString& name, const QString& characters)
+{
+    return std::any_of(name.begin(), name.end(), [&characters](QChar c) {
+        return c.category() == QChar::Other_Control || characters.contains(c);
+    });
+}
+
+// Unquoted in the command, such a name would name another queue or start another program, never its own.
+bool IsRefusedUnquoted(const QString& name)
+{
+    return name.startsWith(QLatin1Char('-')) || HoldsAnyOf(name, QStringLiteral(R"(;&|<>()$`\"'#)"));
+}
+
+// In double quotes a shell still gives these characters a meaning.
+bool IsRefusedQuoted(const QString& name)
+{
+    return HoldsAnyOf(name, QStringLiteral(R"($`\")"));
+}
+
+} // namespace
+
+TrdGetPrinterStatus::TrdGetPrinterStatus(QObject* parent)
+    : UtilThreadBase(parent)
+{
+    stCurrent.stInfo.enType.clear();
+}
+
+void TrdGetPrinterStatus::Init(int index, QList<stPrinterManager>* list)
+{
+    iPrinterIndex = index;
+    pPrinterList = list;
+}
+
+bool TrdGetPrinterStatus::isQZPrinter(QString name)
+{
+    return IsQZPrinterName(name);
+}
+
+bool TrdGetPrinterStatus::GetPrinterVidPid(QString productName, int& vid, int& pid)
+{
+    return FindVidPid(productName, vid, pid);
+}
+
+void TrdGetPrinterStatus::SlotTaskStart()
+{
+    if (bTaskStarted) {
+        return;
+    }
+    bTaskStarted = true;
+    do {
+        PollPrinter();
+    } while (!WaitForSleep(PollingIntervalMs));
+}
+
+void TrdGetPrinterStatus::SlotThreadQuit()
+{
+    bThreadQuit = true;
+}
+
+// The list may be rebuilt at any time between the copy and the write-back; then the cycle's result is dropped.
+void TrdGetPrinterStatus::PollPrinter()
+{
+    if (!CopyFromList()) {
+        return;
+    }
+    const bool isOffline = stCurrent.stState.enCurrentStatus == PS_OFFLINE;
+    if (GetPrinterStatusFile(stCurrent.stInfo.strPrinterName, isOffline) < 0) {
+        CountFailedRead();
+    }
+    bool hasChanged = false;
+    bool startsCancelling = false;
+    int index = -1;
+    {
+        // Compared and written under one lock: a rebuild in between would reset the row with no signal to follow.
+        const std::lock_guard<std::mutex> lock(PrinterListMutex());
+        if (!IsStillListed()) {
+            return;
+        }
+        index = iPrinterIndex;
+        const stPrinterState& listed = pPrinterList->at(index).stState;
+        hasChanged = CheckStatusChange(stCurrent.stState, listed);
+        startsCancelling = hasChanged && listed.enCurrentStatus != PS_CANCELING_JOB &&
+            stCurrent.stState.enCurrentStatus == PS_CANCELING_JOB;
+        if (!startsCancelling) {
+            (*pPrinterList)[index] = stCurrent;
+        }
+    }
+    if (startsCancelling) {
+        CancelPrintJob();
+        if (!WriteBackAfterCancel()) {
+            return;
+        }
+    }
+    if (hasChanged) {
+        emit SgnUpdatePrinterStatus(index);
+    }
+}
+
+bool TrdGetPrinterStatus::CopyFromList()
+{
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
+    if (pPrinterList == nullptr || iPrinterIndex < 0 || iPrinterIndex >= pPrinterList->size()) {
+        return false;
+    }
+    stCurrent = pPrinterList->at(iPrinterIndex);
+    return true;
+}
+
+// A printer that does not answer for a while keeps its last status; then it counts as off-line. Toner, counters and
+// texts stay as they were last seen.
+void TrdGetPrinterStatus::CountFailedRead()
+{
+    stPrinterState& state = stCurrent.stState;
+    ++state.iFailCount;
+    if (state.iFailCount > MaximumFailedReads) {
+        state.enCurrentStatus = PS_OFFLINE;
+        state.iNumberOfError = 0;
+        state.iNumberOfWarning = 0;
+        state.listError.clear();
+        state.listWarning.clear();
+        state.iFailCount = 0;
+    }
+}
+
+// To be called with PrinterListMutex() held.
+bool TrdGetPrinterStatus::IsStillListed() const
+{
+    if (pPrinterList == nullptr || iPrinterIndex >= pPrinterList->size()) {
+        return false;
+    }
+    const stPrinterInfo& listed = pPrinterList->at(iPrinterIndex).stInfo;
+    return listed.strPrinterName == stCurrent.stInfo.strPrinterName && listed.strURI == stCurrent.stInfo.strURI;
+}
+
+// The command may have taken long: the list may be another by now, or the program may be ending.
+bool TrdGetPrinterStatus::WriteBackAfterCancel()
+{
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
+    if (bThreadQuit || !IsStillListed()) {
+        return false;
+    }
+    (*pPrinterList)[iPrinterIndex] = stCurrent;
+    return true;
+}
+
+void TrdGetPrinterStatus::CancelPrintJob()
+{
+    const QString& name = stCurrent.stInfo.strPrinterName;
+    const QByteArray localName = name.toLocal8Bit();
+    WriteStringLog(LogSource, CancelLogLine, "SlotTaskStart", QStringLiteral("cancel by printer %s"),
+                   localName.constData());
+    if (IsRefusedUnquoted(name)) {
+        WriteStringLog(LogSource, CancelRefusedLogLine, "SlotTaskStart",
+                       QStringLiteral("cancel refused: the name %s is not fit for a shell"), localName.constData());
+        return;
+    }
+    RunShellCommand("cancel %s", localName.constData());
+}
+
+bool TrdGetPrinterStatus::CheckNeedStatus(int& interval)
+{
+    if (stCurrent.stInfo.iConnectType == CONNECT_TYPE_USB) {
+        interval = UsbQueryIntervalMs;
+        return true;
+    }
+    interval = IdleQueryIntervalMs;
+    switch (stCurrent.stState.enCurrentStatus) {
+    case PS_OFFLINE:
+        interval = OfflineQueryIntervalMs;
+        return true;
+    case PS_READY:
+        if (!IsQueuePrinting()) {
+            return false;
+        }
+        interval = ActiveQueryIntervalMs;
+        return true;
+    default:
+        interval = ActiveQueryIntervalMs;
+        return true;
+    }
+}
+
+// Asks the print system; its answer is in the language of the desktop.
+bool TrdGetPrinterStatus::IsQueuePrinting()
+{
+    const QString& name = stCurrent.stInfo.strPrinterName;
+    if (IsRefusedQuoted(name)) {
+        return false;
+    }
+    const QString outputPath =
+        QString::fromLatin1(FixedPaths::ToolDirectory) + QString::asprintf("printer_%d.tmp", iPrinterIndex);
+    RunShellCommand("lpstat -p \"%s\"> %s", name.toLocal8Bit().constData(), outputPath.toLocal8Bit().constData());
+    bool isPrinting = false;
+    QFile output(outputPath);
+    if (output.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        const QString firstLine = QString::fromLocal8Bit(output.readLine().constData());
+        isPrinting = firstLine.contains(QStringLiteral("printing")) || firstLine.contains(QStringLiteral("正在打印"));
+        output.close();
+    }
+    QFile::remove(outputPath);
+    return isPrinting;
+}

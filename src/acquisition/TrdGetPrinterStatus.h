@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include "PrinterRecords.h"
+#include "UtilThreadBase.h"
+
+#include <QDateTime>
+
+/// Keeps the status of one printer up to date: about once a second it reads the printer's status file, writes the
+/// result into the shared printer list and says when something has changed that a user must see.
+///
+/// Lives on a thread of its own; its loop runs inside SlotTaskStart(). The printer is the one at the worker's index
+/// of the shared list, whose elements are reached under PrinterListMutex() alone. All else belongs to the worker.
+class TrdGetPrinterStatus : public UtilThreadBase
+{
+    Q_OBJECT
+
+public:
+    explicit TrdGetPrinterStatus(QObject* parent);
+
+    /// Gives the worker its place in the shared list, which stays the caller's; to be called before the loop starts.
+    /// With -1 and null (PrinterListMutex() held when the loop runs) the worker never touches the list again.
+    void Init(int index, QList<stPrinterManager>* list);
+    /// Whether the current printer is worth a query now, and in which `interval` (ms) to ask again. Belongs to a
+    /// schedule by need that the loop, with its fixed second, does without.
+    bool CheckNeedStatus(int& interval);
+    /// Whether the queue called `name` belongs to the QZ family.
+    bool isQZPrinter(QString name);
+    /// USB identifiers by product name. Kept with the catalogue for a device search of its own; nothing calls it.
+    bool GetPrinterVidPid(QString productName, int& vid, int& pid);
+
+    /// Reads and evaluates the status file of the printer called `name` unless its modification time is the one
+    /// remembered; `force` reads it all the same. Returns 0 when it was evaluated, 1 when it is unchanged, -1 when it
+    /// is missing, cannot be read or was rejected; also 0 after an exception, which is logged.
+    int GetPrinterStatusFile(QString name, bool force);
+    /// Reads, but does not evaluate, the current printer's status file; the argument has no effect. Returns 1 when it
+    /// is unchanged, 0 after an exception and otherwise -1. Nothing calls it.
+    int GetPrinterStatusUSB(QString name);
+    /// Asks the printer at the IPv4 `address` with one datagram and evaluates the answer as one of the standard
+    /// family; blocks for up to a second. Returns 0 when evaluated, -1 for an empty address or a rejected answer,
+    /// -2 without a socket, -3 when sending failed, -4 when the time-out could not be set, -5 without an answer of
+    /// more than 7 bytes. Nothing calls it: printers on the network are watched through their status files too.
+    int GetPrinterStatusUDP(QString address);
+
+    /// Evaluates a reply of `len` bytes of the standard or the QZ family. Returns 0 when the current state was
+    /// replaced, -1 when the decoder rejected the reply, which leaves the state as it was.
+    int CheckPrinterStatus(unsigned char* buf, unsigned long len);
+    int CheckPrinterStatus_QZ(unsigned char* buf, unsigned long len);
+    /// Whether two states differ in what users are told: status, remaining toner, errors and warnings.
+    bool CheckStatusChange(stPrinterState a, stPrinterState b);
+
+signals:
+    /// The state of the printer at `index` of the shared list has changed.
+    void SgnUpdatePrinterStatus(int index);
+
+public slots:
+    /// Polls until a stop is requested. A second call does nothing.
+    void SlotTaskStart();
+    void SlotThreadQuit();
+
+protected:
+    /// The printer and state that the running cycle works on.
+    stPrinterManager stCurrent;
+
+private:
+    enum class FileRead
+    {
+        Missing,
+        Unchanged,
+        Unreadable,
+        Done
+    };
+
+    void PollPrinter();
+    bool CopyFromList();
+    void CountFailedRead();
+    bool IsStillListed() const;
+    bool WriteBackAfterCancel();
+    void CancelPrintJob();
+    bool IsQueuePrinting();
+    FileRead ReadStatusFile(const QString& name, bool force, unsigned long& length);
+
+    static constexpr unsigned long ReplyBufferBytes = 2048;
+
+    int iPrinterIndex = -1; ///< guarded by PrinterListMutex()
+    QList<stPrinterManager>* pPrinterList = nullptr; ///< not owned; guarded by PrinterListMutex()
+    unsigned char byReplyBuffer[ReplyBufferBytes] = {};
+    QDateTime tLastModified; ///< of the status file at the last read, UTC; null: none yet, or it was missing
+};

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "UtilPrinterStatus.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned long ItemCountOffset = 36;
+constexpr unsigned long FirstItemOffset = 37;
+constexpr unsigned long ItemHeaderBytes = 3;
+constexpr unsigned long MinimumReplyBytes = FirstItemOffset + ItemHeaderBytes;
+constexpr unsigned long TonerLevelItemOffset = 5;
+constexpr unsigned long RemainingTonerRecord = 0x1000;
+
+enum QZItemType : unsigned long
+{
+    QZ_MACHINE_STATE = 0x0006,
+    QZ_JOB_STATE = 0x0007,
+    QZ_ERROR = 0x0009,
+    QZ_WARNING = 0x000C,
+    QZ_TONER = 0x001D
+};
+
+// Raw status codes by state less one. 12, the fourth machine state, has no status of its own.
+constexpr std::array<unsigned char, 4> c_machineState{{3, 4, 5, 12}};
+constexpr std::array<unsigned char, 3> c_jobState{{10, 8, 9}};
+
+bool IsKnownItem(unsigned long type)
+{
+    return type == QZ_MACHINE_STATE || type == QZ_JOB_STATE || type == QZ_ERROR || type == QZ_WARNING ||
+        type == QZ_TONER;
+}
+
+// An item without data takes the byte where its data would begin; 0 when the reply ends there.
+unsigned long CodeValue(const unsigned char* buffer, unsigned long length, unsigned long dataStart, unsigned long n)
+{
+    return dataStart < length ? UtilPrinterStatus::byteToDWORD(buffer + dataStart, n) : 0;
+}
+
+} // namespace
+
+unsigned int UtilPrinterStatus::parseRecvBuf_QZ(unsigned char* buffer, unsigned long length)
+{
+    // Not a broken reply but one that says nothing: the printer then counts as answering, with its status unknown.
+    if (length < MinimumReplyBytes || buffer[ItemCountOffset] == 0) {
+        return 1;
+    }
+    unsigned long position = FirstItemOffset;
+    for (unsigned int itemsLeft = buffer[ItemCountOffset]; itemsLeft > 0; --itemsLeft) {
+        if (position + ItemHeaderBytes > length) {
+            return 1;
+        }
+        const unsigned long type = byteToDWORD(buffer + position, 2);
+        const unsigned long dataLength = buffer[position + 2];
+        if (IsKnownItem(type) && position + ItemHeaderBytes + dataLength > length) {
+            return 0;
+        }
+        position += ItemHeaderBytes + storeQZItem(buffer, length, position);
+    }
+    return 1;
+}
+
+// Returns how many bytes of the item's data to skip: none for an item that is not stored, whose data are then read as
+// the next item's header.
+unsigned long UtilPrinterStatus::storeQZItem(const unsigned char* buffer, unsigned long length, unsigned long position)
+{
+    const unsigned long type = byteToDWORD(buffer + position, 2);
+    const unsigned long dataLength = buffer[position + 2];
+    const unsigned long dataStart = position + ItemHeaderBytes;
+    const auto storeCode = [&](auto& field, std::vector<unsigned long>& codes, unsigned long& isSet) {
+        std::memcpy(field, buffer + dataStart, std::min<unsigned long>(dataLength, sizeof field));
+        codes.push_back(CodeValue(buffer, length, dataStart, dataLength));
+        isSet = field[0] != 0 || field[1] != 0 ? 1 : 0;
+    };
+    switch (type) {
+    case QZ_MACHINE_STATE:
+    case QZ_JOB_STATE:
+        if (dataLength != 1) {
+            return 0;
+        }
+        storeQZStatus(type, buffer[dataStart]);
+        return dataLength;
+    case QZ_ERROR:
+        storeCode(byErrorCode, vecErrorCode, dwErrorCount);
+        return dataLength;
+    case QZ_WARNING:
+        storeCode(byWarningCode, vecWarningCode, dwWarningCount);
+        return dataLength;
+    case QZ_TONER:
+        // The level is the third data byte whatever the length says.
+        if (position + TonerLevelItemOffset < length) {
+            setSuppliesData(RemainingTonerRecord, buffer + position + TonerLevelItemOffset, 1);
+        }
+        return dataLength;
+    default:
+        return 0;
+    }
+}
+
+void UtilPrinterStatus::storeQZStatus(unsigned long type, unsigned char value)
+{
+    const auto store = [this, value](const auto& codes) {
+        const auto index = static_cast<unsigned char>(value - 1);
+        if (index < codes.size()) {
+            byStatus[0] = codes[index];
+            dwStatus = codes[index];
+        }
+    };
+    if (type == QZ_MACHINE_STATE) {
+        store(c_machineState);
+    } else {
+        store(c_jobState);
+    }
+}

@@ -1,0 +1,198 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "UtilPrinterStatus.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned long UnreadHeaderBytes = 7;
+constexpr unsigned long SupplyScratchBytes = 65;
+
+enum SupplyRecordType : unsigned long
+{
+    SUPPLY_SERIAL_NUMBER = 0x0000,
+    SUPPLY_TYPE = 0x0001,
+    SUPPLY_REMAINING_TONER = 0x1000,
+    SUPPLY_WASTE_TONER = 0x1001,
+    SUPPLY_OPC_ROTATION = 0x1002,
+    SUPPLY_NUMBER_OF_PAGES = 0x1003,
+    SUPPLY_NUMBER_OF_PRINT = 0x1004,
+    SUPPLY_PRINT_DOTS_COUNT = 0x1100,
+    SUPPLY_PRINTER_NUM_OF_PAGES = 0x1101,
+    SUPPLY_PRINTER_NUM_OF_PRINT = 0x1102
+};
+
+// Leaves the field's last byte alone, so that a text keeps its terminating zero.
+template <typename Byte, std::size_t Capacity>
+void CopyCut(Byte (&field)[Capacity], const unsigned char* data, unsigned long n)
+{
+    std::memcpy(field, data, std::min<unsigned long>(n, Capacity - 1));
+}
+
+// A walk over a standard reply that never leaves it: each read tells whether its bytes were there.
+class ReplyReader
+{
+public:
+    ReplyReader(const unsigned char* buffer, unsigned long length)
+        : m_next(buffer)
+        , m_left(length)
+    {
+    }
+
+    bool skip(unsigned long n)
+    {
+        if (n > m_left) {
+            return false;
+        }
+        m_next += n;
+        m_left -= n;
+        return true;
+    }
+
+    template <typename Byte, std::size_t Capacity> bool read(Byte (&field)[Capacity], unsigned long n)
+    {
+        const unsigned char* data = m_next;
+        if (!skip(n)) {
+            return false;
+        }
+        CopyCut(field, data, n);
+        return true;
+    }
+
+    // A raw field is one byte longer than the integer that it holds.
+    template <std::size_t Capacity> bool readInteger(unsigned char (&field)[Capacity], unsigned long& value)
+    {
+        if (!read(field, Capacity - 1)) {
+            return false;
+        }
+        value = UtilPrinterStatus::byteToDWORD(field, Capacity - 1);
+        return true;
+    }
+
+    template <std::size_t LengthCapacity, std::size_t TextCapacity>
+    bool readText(unsigned char (&lengthField)[LengthCapacity], unsigned long& length, char (&text)[TextCapacity])
+    {
+        return readInteger(lengthField, length) && read(text, length);
+    }
+
+    bool readCodes(unsigned char (&countField)[2], unsigned long& count, unsigned char (&code)[3],
+                   std::vector<unsigned long>& codes)
+    {
+        if (!readInteger(countField, count)) {
+            return false;
+        }
+        codes.reserve(codes.size() + count);
+        for (unsigned long i = 0; i < count; ++i) {
+            unsigned long value = 0;
+            if (!readInteger(code, value)) {
+                return false;
+            }
+            codes.push_back(value);
+        }
+        return true;
+    }
+
+    // The scratch buffer is not cleared between records: a record without data takes its value from the one before.
+    bool readSupplies(unsigned long count, UtilPrinterStatus& status)
+    {
+        unsigned char scratch[SupplyScratchBytes] = {};
+        for (unsigned long i = 0; i < count; ++i) {
+            unsigned char typeField[3] = {};
+            unsigned char lengthField[2] = {};
+            unsigned long type = 0;
+            unsigned long length = 0;
+            if (!readInteger(typeField, type) || !readInteger(lengthField, length) || !read(scratch, length)) {
+                return false;
+            }
+            status.setSuppliesData(type, scratch, length);
+        }
+        return true;
+    }
+
+private:
+    const unsigned char* m_next;
+    unsigned long m_left;
+};
+
+} // namespace
+
+unsigned int UtilPrinterStatus::parseRecvBuf(unsigned char* buffer, unsigned long length)
+{
+    ReplyReader reply(buffer, length);
+    unsigned long firmwareVersionLength = 0;
+    const bool complete = reply.skip(UnreadHeaderBytes) && reply.read(byHead7, 1) && reply.read(byHead8, 2) &&
+        reply.read(byHead10, 2) //
+        && reply.readText(byVenderNameLen, dwVenderNameLen, szVenderName) &&
+        reply.readText(byProductNameLen, dwProductNameLen, szProductName) &&
+        reply.readText(bySerialNumberLen, dwSerialNumberLen, szSerialNumber) //
+        && reply.read(byReserved1, 2) //
+        && reply.readInteger(byStatus, dwStatus) //
+        && reply.readText(byFWVersionLen, firmwareVersionLength, szFWVersion) &&
+        reply.readText(byExtraInfoLen, dwExtraInfoLen, szExtraInfo) &&
+        reply.readCodes(byErrorCount, dwErrorCount, byErrorCode, vecErrorCode) &&
+        reply.readCodes(byWarningCount, dwWarningCount, byWarningCode, vecWarningCode) //
+        && reply.read(byReserved2, 1) && reply.read(byReserved3, 2) && reply.read(byReserved4, 2) &&
+        reply.readInteger(bySupplyCount, dwSupplyCount) && reply.readSupplies(dwSupplyCount, *this);
+    return complete ? 1 : 0;
+}
+
+unsigned long UtilPrinterStatus::byteToDWORD(const unsigned char* p, unsigned long n)
+{
+    unsigned long value = p[0];
+    if (n >= 2 && n <= 4) {
+        for (unsigned long i = 1; i < n; ++i) {
+            value = value << 8 | p[i];
+        }
+    }
+    return value;
+}
+
+void UtilPrinterStatus::setSuppliesData(unsigned long type, const unsigned char* data, unsigned long n)
+{
+    const auto store = [data, n](auto& field, unsigned long& value) {
+        CopyCut(field, data, n);
+        value = byteToDWORD(data, n);
+    };
+    switch (type) {
+    case SUPPLY_SERIAL_NUMBER:
+        CopyCut(szSupplySerialNumber, data, n);
+        break;
+    case SUPPLY_TYPE:
+        store(bySupplyType, dwSupplyType);
+        break;
+    case SUPPLY_REMAINING_TONER:
+        store(byRemainingToner, dwRemainingToner);
+        break;
+    case SUPPLY_WASTE_TONER:
+        store(byWasteToner, dwWasteToner);
+        break;
+    case SUPPLY_OPC_ROTATION:
+        store(byOPCRotation, dwOPCRotation);
+        break;
+    case SUPPLY_NUMBER_OF_PAGES:
+        store(byNumberOfPages, dwNumberOfPages);
+        // A reply that counts pages alone reports them as prints too; a record of prints that follows takes over.
+        [[fallthrough]];
+    case SUPPLY_NUMBER_OF_PRINT:
+        store(byNumberOfPrint, dwNumberOfPrint);
+        break;
+    case SUPPLY_PRINT_DOTS_COUNT:
+        store(byPrintDotsCount, dwPrintDotsCount);
+        break;
+    case SUPPLY_PRINTER_NUM_OF_PAGES:
+        store(byPrinterNumOfPages, dwPrinterNumOfPages);
+        break;
+    case SUPPLY_PRINTER_NUM_OF_PRINT:
+        store(byPrinterNumOfPrint, dwPrinterNumOfPrint);
+        break;
+    default:
+        break;
+    }
+}
+
+unsigned char* UtilPrinterStatus::getPrinterStatusValue()
+{
+    return byStatus;
+}

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include "StatusCodeMapping.h"
+
+#include <vector>
+
+/// Decodes one raw status reply of a printer into plain fields: bounds are checked, nothing is interpreted.
+///
+/// One object a reply: constructed zeroed, filled by one parse, read by the caller. Integers in replies are unsigned
+/// and big-endian. A raw field `by…` holds the bytes as they came and one zero byte more; a text `sz…` is UTF-8 and
+/// always ends in a zero byte. What is longer than its field is cut.
+class UtilPrinterStatus
+{
+public:
+    /// Decodes a reply of the standard family (docs/formats.md). Returns 1 when every field up to the last supplies
+    /// record lay inside `length` bytes, else 0, with the fields filled up to the one that did not.
+    unsigned int parseRecvBuf(unsigned char* buffer, unsigned long length);
+    /// Decodes a reply of the QZ family: status, error and warning codes and the remaining toner alone. Returns 0
+    /// when the data of an item that it knows runs past the end, else 1, also for a reply that ends between items.
+    unsigned int parseRecvBuf_QZ(unsigned char* buffer, unsigned long length);
+
+    /// The `n` bytes at `p` as an integer for n = 2, 3 or 4; for every other n, also 0, the byte at `p`.
+    static unsigned long byteToDWORD(const unsigned char* p, unsigned long n);
+    /// Stores a supplies record; an unknown `type` is ignored. `data` holds at least one byte, and n of them up to
+    /// the longest field, 64.
+    void setSuppliesData(unsigned long type, const unsigned char* data, unsigned long n);
+    /// The raw status code. Nothing calls it: it stays for tools that show the reply as it came.
+    unsigned char* getPrinterStatusValue();
+
+    std::vector<unsigned long> vecErrorCode; ///< in the order of the reply
+    std::vector<unsigned long> vecWarningCode; ///< in the order of the reply
+
+    unsigned char byHead7[2] = {};
+    unsigned char byHead8[3] = {};
+    unsigned char byHead10[3] = {};
+    unsigned char byVenderNameLen[3] = {};
+    char szVenderName[256] = {};
+    unsigned long dwVenderNameLen = 0;
+    unsigned char byProductNameLen[3] = {};
+    char szProductName[256] = {};
+    unsigned long dwProductNameLen = 0;
+    unsigned char bySerialNumberLen[3] = {};
+    char szSerialNumber[256] = {};
+    unsigned long dwSerialNumberLen = 0;
+    unsigned char byReserved1[3] = {};
+    unsigned char byStatus[2] = {};
+    unsigned char byExtraInfoLen[2] = {};
+    char szExtraInfo[256] = {};
+    unsigned char byErrorCount[2] = {};
+    unsigned char byErrorCode[3] = {}; ///< the last code read; all three bytes are used
+    unsigned char byWarningCount[2] = {};
+    unsigned char byWarningCode[3] = {}; ///< the last code read; all three bytes are used
+    unsigned long dwExtraInfoLen = 0;
+    unsigned long dwErrorCount = 0; ///< standard: number of codes; QZ: 1 when the last error item was not 0000
+    unsigned long dwWarningCount = 0; ///< like dwErrorCount
+    unsigned long dwStatus = 0; ///< raw status code
+    char szFWVersion[256] = {};
+    unsigned char byFWVersionLen[2] = {};
+    unsigned char byReserved2[2] = {};
+    unsigned char byReserved3[3] = {};
+    unsigned char byReserved4[3] = {};
+    unsigned char bySupplyCount[2] = {};
+    unsigned long dwSupplyCount = 0;
+
+    char szSupplySerialNumber[65] = {};
+    unsigned char bySupplyType[5] = {};
+    unsigned char byRemainingToner[3] = {};
+    unsigned char byWasteToner[3] = {};
+    unsigned char byOPCRotation[3] = {};
+    unsigned char byNumberOfPages[5] = {};
+    unsigned char byNumberOfPrint[5] = {};
+    unsigned char byPrintDotsCount[3] = {};
+    unsigned char byPrinterNumOfPages[5] = {};
+    unsigned char byPrinterNumOfPrint[5] = {};
+
+    unsigned long dwSupplyType = 0;
+    unsigned long dwRemainingToner = 0;
+    unsigned long dwWasteToner = 0;
+    unsigned long dwOPCRotation = 0;
+    unsigned long dwNumberOfPages = 0;
+    unsigned long dwNumberOfPrint = 0;
+    unsigned long dwPrintDotsCount = 0;
+    unsigned long dwPrinterNumOfPages = 0;
+    unsigned long dwPrinterNumOfPrint = 0;
+
+private:
+    unsigned long storeQZItem(const unsigned char* buffer, unsigned long length, unsigned long position);
+    void storeQZStatus(unsigned long type, unsigned char value);
+};

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "TrdDeviceManage.h"
+
+#include "FixedPaths.h"
+#include "PrinterListLock.h"
+#include "RegularFile.h"
+
+#include <QSettings>
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int RescanIntervalMs = 3000;
+constexpr qint64 MaximumListSizeBytes = 1024 * 1024;
+// Far beyond what a desktop has installed; a greater count is a broken file.
+constexpr int MaximumPrinterCount = 1000;
+
+bool IsSamePrinter(const stPrinterInfo& a, const stPrinterInfo& b)
+{
+    return a.strPrinterName == b.strPrinterName && a.strPort == b.strPort;
+}
+
+bool AreSamePrinters(const QList<stPrinterInfo>& printers, const QList<stPrinterManager>& list)
+{
+    return std::equal(
+        printers.begin(), printers.end(), list.begin(), list.end(),
+        [](const stPrinterInfo& info, const stPrinterManager& listed) { return IsSamePrinter(info, listed.stInfo); });
+}
+
+} // namespace
+
+TrdDeviceManage::TrdDeviceManage(QObject* parent)
+    : UtilThreadBase(parent)
+    , pTextCodec(QTextCodec::codecForName("utf-8"))
+{
+}
+
+void TrdDeviceManage::Init(QList<stPrinterManager>* list)
+{
+    pPrinterList = list;
+}
+
+void TrdDeviceManage::InitStPrinterInfo(stPrinterInfo& info)
+{
+    info = stPrinterInfo();
+}
+
+void TrdDeviceManage::InitStPrinterState(stPrinterState& state)
+{
+    state = stPrinterState();
+}
+
+QList<stPrinterInfo> TrdDeviceManage::GetPrinterInfo(bool /*reserved*/)
+{
+    QList<stPrinterInfo> printers;
+    const RegularFile file(QString::fromLatin1(FixedPaths::PrinterListFile));
+    if (!file.isOpen() || file.size() > MaximumListSizeBytes) {
+        return printers;
+    }
+    QSettings settings(file.descriptorPath(), QSettings::IniFormat);
+    settings.setIniCodec("utf-8");
+    settings.beginGroup(QStringLiteral("Main"));
+    const int count = std::min(settings.value(QStringLiteral("Count")).toInt(), MaximumPrinterCount);
+    settings.endGroup();
+    for (int i = 0; i < count; ++i) {
+        stPrinterInfo info;
+        InitStPrinterInfo(info);
+        settings.beginGroup(QString::asprintf("printer_%d", i));
+        info.strPrinterName = settings.value(QStringLiteral("Name")).toString();
+        info.enType = settings.value(QStringLiteral("Model")).toString();
+        info.iConnectType = settings.value(QStringLiteral("ConnectType")).toInt();
+        info.strPort = settings.value(QStringLiteral("Port")).toString();
+        info.strURI = settings.value(QStringLiteral("URI")).toString();
+        settings.endGroup();
+        printers.append(info);
+    }
+    return printers;
+}
+
+QList<stPrinterManager> TrdDeviceManage::GetInitPrinterList(QList<stPrinterInfo> printers)
+{
+    stPrinterState state;
+    InitStPrinterState(state);
+    QList<stPrinterManager> list;
+    list.reserve(printers.size());
+    for (const stPrinterInfo& info : qAsConst(printers)) {
+        list.append({info, state});
+    }
+    return list;
+}
+
+void TrdDeviceManage::SlotTaskStart()
+{
+    if (bTaskStarted) {
+        return;
+    }
+    bTaskStarted = true;
+    do {
+        if (ReplaceListIfChanged(GetPrinterInfo(true))) {
+            emit SgnUpdatePrinterList();
+        }
+    } while (!WaitForSleep(RescanIntervalMs));
+}
+
+void TrdDeviceManage::SlotThreadQuit()
+{
+    bThreadQuit = true;
+}
+
+bool TrdDeviceManage::ReplaceListIfChanged(const QList<stPrinterInfo>& printers)
+{
+    // Declared before the lock: the old list is freed after the lock is released.
+    QList<stPrinterManager> list;
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
+    if (pPrinterList == nullptr || AreSamePrinters(printers, *pPrinterList)) {
+        return false;
+    }
+    list = GetInitPrinterList(printers);
+    pPrinterList->swap(list);
+    return true;
+}

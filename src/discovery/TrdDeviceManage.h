@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include "PrinterRecords.h"
+#include "UtilThreadBase.h"
+
+class QTextCodec;
+
+/// Reads the driver package's printer list every three seconds and, when the set of printers has changed, replaces
+/// the shared printer list and says so.
+///
+/// Lives on a thread of its own; its loop runs inside SlotTaskStart(). Holds PrinterListMutex() only to compare and
+/// replace the shared list. A list file that is missing or cannot be used lists no printers; nothing is reported.
+class TrdDeviceManage : public UtilThreadBase
+{
+    Q_OBJECT
+
+public:
+    explicit TrdDeviceManage(QObject* parent);
+
+    /// Gives the worker the shared list, which stays the caller's; to be called before the loop starts. With null
+    /// (PrinterListMutex() held when the loop runs) the worker lets go of the list and never touches it again.
+    void Init(QList<stPrinterManager>* list);
+    /// The printers of the list file, one record a section, in order; missing sections and keys give empty texts
+    /// and 0. The argument has no effect.
+    QList<stPrinterInfo> GetPrinterInfo(bool reserved);
+    /// The same printers as elements of the shared list, each in the default state.
+    QList<stPrinterManager> GetInitPrinterList(QList<stPrinterInfo> printers);
+    void InitStPrinterInfo(stPrinterInfo& info);
+    void InitStPrinterState(stPrinterState& state);
+
+signals:
+    /// The shared list has been replaced.
+    void SgnUpdatePrinterList();
+
+public slots:
+    /// Loops until a stop is requested. A second call does nothing.
+    void SlotTaskStart();
+    void SlotThreadQuit();
+
+private:
+    bool ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
+
+    QList<stPrinterManager>* pPrinterList = nullptr; ///< not owned; guarded by PrinterListMutex()
+    QTextCodec* pTextCodec; ///< UTF-8; unused, kept for keys in other encodings
+};

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "RegularFile.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// Not blocking: opening a FIFO without a writer would wait for ever.
+int OpenForReading(const QString& path)
+{
+    if (path.contains(QChar::Null)) {
+        return -1; // the system would open what stands before the zero byte
+    }
+    return open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+}
+
+} // namespace
+
+RegularFile::RegularFile(const QString& path)
+    : m_descriptor(OpenForReading(path))
+{
+    if (m_descriptor < 0) {
+        return;
+    }
+    struct stat properties = {};
+    if (fstat(m_descriptor, &properties) != 0 || !S_ISREG(properties.st_mode)) {
+        close(m_descriptor);
+        m_descriptor = -1;
+        return;
+    }
+    m_size = properties.st_size;
+}
+
+RegularFile::~RegularFile()
+{
+    if (m_descriptor >= 0) {
+        close(m_descriptor);
+    }
+}
+
+unsigned long RegularFile::read(unsigned char* buffer, unsigned long capacity) const
+{
+    unsigned long count = 0;
+    while (count < capacity) {
+        const ssize_t n = ::read(m_descriptor, buffer + count, capacity - count);
+        if (n > 0) {
+            count += static_cast<unsigned long>(n);
+        } else if (n == 0 || errno != EINTR) {
+            break;
+        }
+    }
+    return count;
+}
+
+QString RegularFile::descriptorPath() const
+{
+    return QStringLiteral("/proc/self/fd/%1").arg(m_descriptor);
+}

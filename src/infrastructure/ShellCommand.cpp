@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "ShellCommand.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr std::size_t CommandBufferBytes = 256;
+
+} // namespace
+
+int RunShellCommand(const char* format, ...)
+{
+    std::array<char, CommandBufferBytes> command{};
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = vsnprintf(command.data(), command.size(), format, arguments);
+    va_end(arguments);
+    if (length < 0 || static_cast<std::size_t>(length) >= command.size()) {
+        return -1;
+    }
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment while workers run
+    return system(command.data());
+}

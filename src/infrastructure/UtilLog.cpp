@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "UtilLog.h"
+
+#include "FixedPaths.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QMutex>
+#include <QMutexLocker>
+
+#include <array>
+#include <atomic>
+#include <cstdarg>
+#include <cstdio>
+
+namespace {
+
+constexpr qint64 MaximumLogSizeBytes = 1048576;
+constexpr std::size_t MessageBufferBytes = 1024;
+
+// Read before the lock by every writer: while the log is off, a call costs this load and a branch.
+std::atomic<bool> s_bEnable{false};
+int s_iLogIndex = 0;
+QString s_strLogNameTmp;
+QString s_strLogName;
+// Serialises every write and every change of file.
+QMutex s_mutexLog;
+
+QString LogFileName(int index)
+{
+    return s_strLogNameTmp + QString::number(index) + QStringLiteral(".log");
+}
+
+QString FormatMessage(const QString& format, va_list arguments)
+{
+    std::array<char, MessageBufferBytes> buffer{};
+    vsnprintf(buffer.data(), buffer.size(), format.toLocal8Bit().constData(), arguments);
+    return QString::fromLocal8Bit(buffer.data());
+}
+
+QString LogLine(const char* file, int line, const char* function, const QString& message)
+{
+    return QDateTime::currentDateTime().toString(QStringLiteral("[yyyy-MM-dd hh:mm:ss.zzz] (")) +
+        QString::fromUtf8(file) + QLatin1Char('@') + QString::number(line) + QLatin1Char(' ') +
+        QString::fromUtf8(function) + QStringLiteral(") ") + message + QLatin1Char('\n');
+}
+
+// The line that pushes a file over the limit still belongs to it: the change comes with the next line.
+void ContinueInNextFileWhenFull()
+{
+    if (QFile(s_strLogName).size() > MaximumLogSizeBytes) {
+        ++s_iLogIndex;
+        s_strLogName = LogFileName(s_iLogIndex);
+    }
+}
+
+void AppendToLogFile(const QString& line)
+{
+    QFile file(s_strLogName);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
+        file.write(line.toLocal8Bit());
+    }
+}
+
+} // namespace
+
+void SetLogEnable(bool bEnable)
+{
+    s_bEnable = bEnable;
+    if (!bEnable) {
+        s_strLogName.clear();
+        return;
+    }
+    s_iLogIndex = 0;
+    s_strLogNameTmp = QString::fromLatin1(FixedPaths::ToolDirectory);
+    QDir().mkpath(s_strLogNameTmp);
+    // The directory ends in a slash already; the second one is part of the name that support scripts look for.
+    s_strLogNameTmp += QStringLiteral("/") + QStringLiteral("log_tool") +
+        QDateTime::currentDateTime().toString(QStringLiteral("_yyyyMMdd_hhmmss_"));
+    s_strLogName = LogFileName(s_iLogIndex);
+}
+
+void WriteStringLog(const char* file, int line, const char* function, QString format, ...)
+{
+    if (!s_bEnable.load(std::memory_order_relaxed)) {
+        return;
+    }
+    const QMutexLocker lock(&s_mutexLog);
+    va_list arguments;
+    va_start(arguments, format);
+    const QString message = FormatMessage(format, arguments);
+    va_end(arguments);
+    ContinueInNextFileWhenFull();
+    AppendToLogFile(LogLine(file, line, function, message));
+}

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "brelprintertoolwidget.h"
+#include "FixedPaths.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+
+namespace {
+
+// The length to which the process table cuts names.
+constexpr int ProcessNameCharacters = 15;
+
+// The name of the process whose folder in /proc is called `entry`; empty when it is no process, or ended meanwhile.
+QString ProcessName(const QString& entry)
+{
+    QFile file(QStringLiteral("/proc/%1/comm").arg(entry));
+    return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll().trimmed()) : QString();
+}
+
+// Processes of all users, zombies too, whose name is `name` in any case.
+int CountProcesses(const QString& name)
+{
+    int count = 0;
+    const QStringList entries =
+        QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (const QString& entry : entries) {
+        if (entry.at(0).isDigit() && ProcessName(entry).compare(name, Qt::CaseInsensitive) == 0) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+/// Whether another process has this program's name. Makes the tool directory on the way. When the process table cannot
+/// be read the program starts.
+bool CheckIsRunning()
+{
+    const QString toolDirectory = QString::fromLatin1(FixedPaths::ToolDirectory);
+    QDir().mkpath(toolDirectory);
+    // Older versions kept a process list there.
+    QFile::remove(toolDirectory + QStringLiteral("pslist.tmp"));
+    // This process is always one of them.
+    return CountProcesses(QCoreApplication::applicationName().left(ProcessNameCharacters)) > 1;
+}
+
+/// Whether the command line holds "-hide", in any case.
+bool CheckIsHide(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (QString::fromLocal8Bit(argv[i]).compare(QLatin1String("-hide"), Qt::CaseInsensitive) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void ShowAlreadyRunning()
+{
+    const QString title = QStringLiteral("拓玛激光打印助手");
+    QMessageBox box(QMessageBox::Information, title, title + QStringLiteral("已经处于运行中！"));
+    box.setStandardButtons(QMessageBox::Ok);
+    // The two blanks widen the button.
+    box.button(QMessageBox::Ok)->setText(QStringLiteral("确  定"));
+    box.exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    if (CheckIsRunning()) {
+        ShowAlreadyRunning();
+        return 0;
+    }
+    BrelPrinterToolWidget window(nullptr);
+    if (CheckIsHide(argc, argv)) {
+        window.hide();
+    } else {
+        window.show();
+    }
+    return QApplication::exec();
+}

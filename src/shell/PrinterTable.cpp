@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "brelprintertoolwidget.h"
+#include "ModelCatalogue.h"
+#include "PrinterListLock.h"
+#include "ui_brelprintertoolwidget.h"
+#include "UtilLanguageCtrl.h"
+
+#include <QIcon>
+#include <QTableWidgetItem>
+
+namespace {
+
+enum Column
+{
+    NameColumn,
+    ConnectionColumn,
+    TonerColumn,
+    StatusColumn
+};
+
+constexpr int MessageTimeMs = 3000;
+constexpr double HundredthsPerPercent = 100.0;
+
+QString ConnectionText(const stPrinterInfo& info)
+{
+    if (info.iConnectType == CONNECT_TYPE_USB) {
+        return QStringLiteral("USB");
+    }
+    return QStringLiteral("网络") + QLatin1Char('(') + info.strPort + QLatin1Char(')');
+}
+
+} // namespace
+
+bool BrelPrinterToolWidget::isQZPrinter(QString name)
+{
+    return IsQZPrinterName(name);
+}
+
+void BrelPrinterToolWidget::SlotUpdatePrinterList()
+{
+    const QList<stPrinterManager> printers = CopyPrinterList();
+    ui->tableDeviceManage->clearContents();
+    ui->tableDeviceManage->setRowCount(printers.size());
+    for (int row = 0; row < printers.size(); ++row) {
+        FillPrinterRow(row, printers.at(row).stInfo);
+    }
+    for (int k = iStatusThreadCount; k < printers.size(); ++k) {
+        StartStatusWorker(k);
+    }
+    // Also when the list has shrunk: the workers beyond it idle on, and a list that grows again gets new ones.
+    iStatusThreadCount = printers.size();
+    DebugOutputPrinterInfo();
+}
+
+// A row starts off-line without toner whatever is known of the printer: its worker's next change fills it.
+void BrelPrinterToolWidget::FillPrinterRow(int row, const stPrinterInfo& info)
+{
+    QTableWidget& table = *ui->tableDeviceManage;
+    table.setItem(row, NameColumn, new QTableWidgetItem(info.strPrinterName));
+    table.setItem(row, ConnectionColumn, new QTableWidgetItem(ConnectionText(info)));
+    table.setItem(row, TonerColumn, new QTableWidgetItem(QStringLiteral("0.00%")));
+    table.setItem(row, StatusColumn, new QTableWidgetItem(c_strStatusLanguageText[PS_OFFLINE][iLanguage]));
+}
+
+void BrelPrinterToolWidget::SlotUpdatePrinterStatus(int index)
+{
+    stPrinterManager printer;
+    // The list may have been replaced since the worker spoke, and its rows may be still to come.
+    if (!CopyPrinter(index, printer) || index >= ui->tableDeviceManage->rowCount()) {
+        return;
+    }
+    ui->tableDeviceManage->item(index, TonerColumn)->setText(TonerText(printer));
+    ui->tableDeviceManage->item(index, StatusColumn)->setText(AnnounceStatus(printer));
+    DebugOutputPrinterStatus(index);
+}
+
+QList<stPrinterManager> BrelPrinterToolWidget::CopyPrinterList() const
+{
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
+    return listPrinter;
+}
+
+// One record alone: a copy of the list would make the next worker that writes copy all its records.
+bool BrelPrinterToolWidget::CopyPrinter(int index, stPrinterManager& printer) const
+{
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
+    if (index < 0 || index >= listPrinter.size()) {
+        return false;
+    }
+    printer = listPrinter.at(index);
+    return true;
+}
+
+QString BrelPrinterToolWidget::TonerText(const stPrinterManager& printer)
+{
+    auto percent = static_cast<double>(printer.stState.dwRemainingToner);
+    if (!isQZPrinter(printer.stInfo.strPrinterName)) {
+        percent /= HundredthsPerPercent;
+    }
+    return QString::asprintf("%.2f%%", percent);
+}
+
+// Only the first error, or without errors the first warning, is shown. Returns the row's status text.
+QString BrelPrinterToolWidget::AnnounceStatus(const stPrinterManager& printer)
+{
+    const QString& name = printer.stInfo.strPrinterName;
+    const stPrinterState& state = printer.stState;
+    if (!state.listError.isEmpty()) {
+        const QString& error = c_strErrorDescText[state.listError.first()][iLanguage];
+        pTrayIcon->showMessage(name, error, QSystemTrayIcon::Critical, MessageTimeMs);
+        return error;
+    }
+    const QString& status = c_strStatusLanguageText[state.enCurrentStatus][iLanguage];
+    if (state.listWarning.isEmpty()) {
+        pTrayIcon->setIcon(QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")));
+        return status;
+    }
+    const QString& warning = c_strErrorDescText[state.listWarning.first()][iLanguage];
+    pTrayIcon->showMessage(name, warning, QSystemTrayIcon::Warning, MessageTimeMs);
+    if (state.enCurrentStatus == PS_PRINTING) {
+        return status + QLatin1Char('(') + warning + QLatin1Char(')');
+    }
+    return status;
+}

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "AppSetting.h"
+#include "brelprintertoolwidget.h"
+#include "FixedPaths.h"
+#include "UtilLog.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QIcon>
+#include <QMenu>
+#include <QProcess>
+
+namespace {
+
+constexpr char LogSource[] = "brelprintertoolwidget";
+
+} // namespace
+
+void BrelPrinterToolWidget::InitTrayIcon()
+{
+    WriteStringLog(LogSource, __LINE__, "InitTrayIcon", QStringLiteral("InitTrayIcon start"));
+    pTrayIcon = new QSystemTrayIcon(this);
+    pTrayIcon->setIcon(QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")));
+    pTrayIcon->setToolTip(QStringLiteral("拓玛激光打印助手"));
+    connect(pTrayIcon, &QSystemTrayIcon::activated, this, &BrelPrinterToolWidget::SlotActivatedTrayIcon);
+    pActionShow = AddTrayAction(QStringLiteral("显示主界面"), &BrelPrinterToolWidget::SlotTrayActionShow);
+    pActionUpdateFW = AddTrayAction(QStringLiteral("打印机更新助手"), &BrelPrinterToolWidget::SlotTrayActionUpdateFW);
+    pActionSetting = AddTrayAction(QStringLiteral("设置"), &BrelPrinterToolWidget::SlotTrayActionSetting);
+    pActionExit = AddTrayAction(QStringLiteral("退出"), &BrelPrinterToolWidget::SlotTrayActionExit);
+    pTrayMenu = new QMenu(this);
+    pTrayMenu->addActions({pActionShow, pActionUpdateFW, pActionSetting, pActionExit});
+    pTrayIcon->setContextMenu(pTrayMenu);
+    pTrayIcon->show();
+    WriteStringLog(LogSource, __LINE__, "InitTrayIcon", QStringLiteral("InitTrayIcon end"));
+}
+
+QAction* BrelPrinterToolWidget::AddTrayAction(const QString& text, void (BrelPrinterToolWidget::*slot)())
+{
+    auto* action = new QAction(text, this);
+    connect(action, &QAction::triggered, this, slot);
+    return action;
+}
+
+void BrelPrinterToolWidget::SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason reason)
+{
+    if (reason == QSystemTrayIcon::Trigger) {
+        SlotTrayActionShow();
+    }
+}
+
+void BrelPrinterToolWidget::SlotTrayActionShow()
+{
+    if (!isActiveWindow()) {
+        showNormal();
+    }
+}
+
+void BrelPrinterToolWidget::SlotTrayActionUpdateFW()
+{
+    QProcess::startDetached(QString::fromLatin1(FixedPaths::FirmwareUpdateTool), QStringList());
+}
+
+void BrelPrinterToolWidget::SlotTrayActionSetting()
+{
+    pAppSetting->show();
+}
+
+void BrelPrinterToolWidget::SlotTrayActionExit()
+{
+    pAppSetting->close();
+    hide();
+    pTrayIcon->hide();
+    emit SgnThreadQuit();
+    QCoreApplication::quit();
+}

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "brelprintertoolwidget.h"
+#include "PrinterListLock.h"
+#include "TrdDeviceManage.h"
+#include "TrdGetPrinterStatus.h"
+#include "UtilLog.h"
+
+#include <QThread>
+
+namespace {
+
+constexpr char LogSource[] = "brelprintertoolwidget";
+constexpr unsigned long StopTimeoutMs = 1000;
+
+QThread* StartThreadOf(QObject* worker)
+{
+    auto* thread = new QThread;
+    worker->moveToThread(thread);
+    thread->start();
+    return thread;
+}
+
+// Returns whether the thread has ended. One that has not is deleted when it ends, if it ever does.
+bool StopThread(QThread* thread)
+{
+    thread->quit();
+    if (!thread->wait(StopTimeoutMs)) {
+        QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+        return false;
+    }
+    thread->deleteLater();
+    return true;
+}
+
+} // namespace
+
+void BrelPrinterToolWidget::InitThread()
+{
+    WriteStringLog(LogSource, __LINE__, "InitThread", QStringLiteral("InitThread start"));
+    pDeviceManage = new TrdDeviceManage(nullptr);
+    pDeviceManageThread = StartThreadOf(pDeviceManage);
+    pDeviceManage->Init(&listPrinter);
+    connect(this, &BrelPrinterToolWidget::SgnManageThreadStart, pDeviceManage, &TrdDeviceManage::SlotTaskStart);
+    connect(this, &BrelPrinterToolWidget::SgnThreadQuit, pDeviceManage, &TrdDeviceManage::SlotThreadQuit);
+    connect(pDeviceManage, &TrdDeviceManage::SgnUpdatePrinterList, this, &BrelPrinterToolWidget::SlotUpdatePrinterList);
+    emit SgnManageThreadStart();
+    WriteStringLog(LogSource, __LINE__, "InitThread", QStringLiteral("InitThread end"));
+}
+
+// The start signal reaches all workers started so far; those that run already take no notice.
+void BrelPrinterToolWidget::StartStatusWorker(int index)
+{
+    auto* worker = new TrdGetPrinterStatus(nullptr);
+    QThread* thread = StartThreadOf(worker);
+    worker->Init(index, &listPrinter);
+    connect(this, &BrelPrinterToolWidget::SgnStatusThreadStart, worker, &TrdGetPrinterStatus::SlotTaskStart);
+    connect(this, &BrelPrinterToolWidget::SgnThreadQuit, worker, &TrdGetPrinterStatus::SlotThreadQuit);
+    connect(worker, &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this,
+            &BrelPrinterToolWidget::SlotUpdatePrinterStatus);
+    emit SgnStatusThreadStart();
+    listStatusWorker.append(worker);
+    listStatusThread.append(thread);
+}
+
+// Signals do not reach a looping worker, the flag does. All are told before the first is waited for, so that they
+// end their pauses together. A worker that hangs in a command keeps itself and nothing else.
+void BrelPrinterToolWidget::StopWorkers()
+{
+    pDeviceManage->bThreadQuit = true;
+    for (TrdGetPrinterStatus* worker : qAsConst(listStatusWorker)) {
+        worker->bThreadQuit = true;
+    }
+    if (StopThread(pDeviceManageThread)) {
+        delete pDeviceManage;
+    } else {
+        const std::lock_guard<std::mutex> lock(PrinterListMutex());
+        pDeviceManage->Init(nullptr);
+    }
+    for (int k = 0; k < listStatusWorker.size(); ++k) {
+        TrdGetPrinterStatus* worker = listStatusWorker.at(k);
+        if (StopThread(listStatusThread.at(k))) {
+            delete worker;
+        } else {
+            const std::lock_guard<std::mutex> lock(PrinterListMutex());
+            worker->Init(-1, nullptr);
+        }
+    }
+}

@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "brelprintertoolwidget.h"
+
+#include "AppSetting.h"
+#include "ScreenScale.h"
+#include "ShellCommand.h"
+#include "ui_brelprintertoolwidget.h"
+#include "UtilLog.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QGuiApplication>
+#include <QIcon>
+
+#include <array>
+
+namespace {
+
+constexpr char LogSource[] = "brelprintertoolwidget";
+constexpr int ChineseColumn = 1;
+constexpr std::array<int, 4> c_columnWidths{{120, 150, 85, 185}};
+
+} // namespace
+
+BrelPrinterToolWidget::BrelPrinterToolWidget(QWidget* parent)
+    : QWidget(parent)
+    , ui(std::make_unique<Ui_BrelPrinterToolWidget>())
+{
+    ui->setupUi(this);
+    setWindowIcon(QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")));
+    if (ScreenScale::IsScaled()) {
+        resize(ScreenScale::Scaled(width()), ScreenScale::Scaled(height()));
+    }
+    ScreenScale::FixSize(*this);
+    setWindowTitle(QStringLiteral("拓玛激光打印助手"));
+    ScreenScale::Centre(*this);
+    StayUntilToldToExit();
+    pAppSetting = new AppSetting(nullptr);
+    InitLog();
+    InitConfig();
+    InitLanguage();
+    InitDeviceTable();
+    InitTrayIcon();
+    InitThread();
+}
+
+BrelPrinterToolWidget::~BrelPrinterToolWidget()
+{
+    StopWorkers();
+    ui.reset();
+    CleanTempFile();
+}
+
+// Closing never ends the program. A window that refuses to close would make Qt refuse the user's log-out, and a tray
+// balloon that closes while the window is hidden would count as the last window of the program.
+void BrelPrinterToolWidget::StayUntilToldToExit()
+{
+    QGuiApplication::setFallbackSessionManagementEnabled(false);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+}
+
+void BrelPrinterToolWidget::InitLog()
+{
+    SetLogEnable(BRELPRINTERTOOL_LOG_ENABLED != 0);
+    const QSize desktop = ScreenScale::DesktopSize();
+    WriteStringLog(LogSource, __LINE__, "InitLog", QStringLiteral("desktop = %d, %d"), desktop.width(),
+                   desktop.height());
+}
+
+// There is no configuration yet: all paths are fixed.
+void BrelPrinterToolWidget::InitConfig() { }
+
+void BrelPrinterToolWidget::InitLanguage()
+{
+    iLanguage = ChineseColumn;
+}
+
+void BrelPrinterToolWidget::InitDeviceTable()
+{
+    WriteStringLog(LogSource, __LINE__, "InitDeviceTable", QStringLiteral("InitDeviceTable start"));
+    QTableWidget& table = *ui->tableDeviceManage;
+    table.setColumnCount(static_cast<int>(c_columnWidths.size()));
+    table.horizontalHeader()->setStretchLastSection(true);
+    table.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table.setHorizontalHeaderLabels({QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
+                                     QStringLiteral("剩余碳粉量"), QStringLiteral("状态")});
+    table.resizeRowsToContents();
+    if (ScreenScale::IsScaled()) {
+        table.resize(ScreenScale::Scaled(table.width()), ScreenScale::Scaled(table.height()));
+        table.move(ScreenScale::Scaled(table.x()), ScreenScale::Scaled(table.y()));
+    }
+    for (int column = 0; column < table.columnCount(); ++column) {
+        const int width = c_columnWidths.at(static_cast<std::size_t>(column));
+        table.setColumnWidth(column, ScreenScale::IsScaled() ? ScreenScale::Scaled(width) : width);
+    }
+    WriteStringLog(LogSource, __LINE__, "InitDeviceTable", QStringLiteral("InitDeviceTable end"));
+}
+
+// Nothing outlives a command that is left behind in the tool directory.
+void BrelPrinterToolWidget::CleanTempFile() { }
+
+void BrelPrinterToolWidget::closeEvent(QCloseEvent* event)
+{
+    hide();
+    event->ignore();
+}
+
+// The window shows nothing that depends on its state, font, style or language; all its texts are fixed.
+void BrelPrinterToolWidget::changeEvent(QEvent* /*event*/) { }
+
+int BrelPrinterToolWidget::ChmodFile(QString path)
+{
+    return RunShellCommand("chmod 777 %s", path.toLocal8Bit().constData());
+}
+
+void BrelPrinterToolWidget::ChmodVendorPath(QString path)
+{
+    const QByteArray localPath = path.toLocal8Bit();
+    RunShellCommand("chmod 777 %s/", localPath.constData());
+    RunShellCommand("chmod 777 %s/*", localPath.constData());
+    const QFileInfoList directories = QDir(path).entryInfoList(QDir::Dirs | QDir::NoSymLinks);
+    for (const QFileInfo& directory : directories) {
+        if (directory.fileName() != QLatin1String(".") && directory.fileName() != QLatin1String("..")) {
+            ChmodVendorPath(directory.absoluteFilePath());
+        }
+    }
+}

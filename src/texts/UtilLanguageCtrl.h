@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include <QString>
+
+// Every text about a printer's condition. Row: the enumeration value; column: the language, 0 English, 1 Chinese.
+// Built before main(), never written. Values that the code mappings produce are always in range.
+
+constexpr int TextLanguages = 2;
+constexpr int StatusTextRows = 13;
+constexpr int ErrorTextRows = 51;
+
+/// Status names by enPrinterStatus; the last row is spare and empty.
+extern const QString c_strStatusLanguageText[StatusTextRows][TextLanguages];
+/// Descriptions of errors and warnings by enErrorStatus. Several conditions share a text.
+extern const QString c_strErrorDescText[ErrorTextRows][TextLanguages];
+/// Remedies by enErrorStatus; empty where there is none. Kept ready: nothing shows them yet.
+extern const QString c_strErrorSolutionText[ErrorTextRows][TextLanguages];
