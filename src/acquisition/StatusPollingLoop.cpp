@@ -171,7 +171,7 @@ bool TrdGetPrinterStatus::WriteBackAfterCancel()
     return true;
 }
 
-void TrdGetPrinterStatus::CancelPrintJob()
+void TrdGetPrinterStatus::CancelPrintJob() const
 {
     const QString& name = stCurrent.stInfo.strPrinterName;
     const QByteArray localName = name.toLocal8Bit();
@@ -209,7 +209,7 @@ bool TrdGetPrinterStatus::CheckNeedStatus(int& interval)
 }
 
 // Asks the print system; its answer is in the language of the desktop.
-bool TrdGetPrinterStatus::IsQueuePrinting()
+bool TrdGetPrinterStatus::IsQueuePrinting() const
 {
     const QString& name = stCurrent.stInfo.strPrinterName;
     if (IsRefusedQuoted(name)) {

@@ -77,8 +77,8 @@ private:
     void CountFailedRead();
     bool IsStillListed() const;
     bool WriteBackAfterCancel();
-    void CancelPrintJob();
-    bool IsQueuePrinting();
+    void CancelPrintJob() const;
+    bool IsQueuePrinting() const;
     FileRead ReadStatusFile(const QString& name, bool force, unsigned long& length);
 
     static constexpr unsigned long ReplyBufferBytes = 2048;

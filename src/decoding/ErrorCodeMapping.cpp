@@ -4,8 +4,6 @@
 
 // One table, longer than a function should be: every code stands in it once, ascending. Gaps between neighbours are
 // the printers' own; a code that is not listed is not known to mean what its neighbours mean.
-// Case ranges are an extension of both compilers that build this program.
-#pragma GCC diagnostic ignored "-Wpedantic"
 enErrorStatus GetErrorStatusEnum(unsigned long code)
 {
     switch (code) {

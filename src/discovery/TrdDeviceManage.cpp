@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int RescanIntervalMs = 3000;
-constexpr qint64 MaximumListSizeBytes = 1024 * 1024;
+constexpr qint64 MaximumListSizeBytes = 1048576;
 // Far beyond what a desktop has installed; a greater count is a broken file.
 constexpr int MaximumPrinterCount = 1000;
 

@@ -33,13 +33,6 @@ QString LogFileName(int index)
     return s_strLogNameTmp + QString::number(index) + QStringLiteral(".log");
 }
 
-QString FormatMessage(const QString& format, va_list arguments)
-{
-    std::array<char, MessageBufferBytes> buffer{};
-    vsnprintf(buffer.data(), buffer.size(), format.toLocal8Bit().constData(), arguments);
-    return QString::fromLocal8Bit(buffer.data());
-}
-
 QString LogLine(const char* file, int line, const char* function, const QString& message)
 {
     return QDateTime::currentDateTime().toString(QStringLiteral("[yyyy-MM-dd hh:mm:ss.zzz] (")) +
@@ -88,10 +81,15 @@ void WriteStringLog(const char* file, int line, const char* function, QString fo
         return;
     }
     const QMutexLocker lock(&s_mutexLog);
+    std::array<char, MessageBufferBytes> message{};
     va_list arguments;
     va_start(arguments, format);
-    const QString message = FormatMessage(format, arguments);
+    // The format is the caller's: each is a literal at its call.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+    vsnprintf(message.data(), message.size(), format.toLocal8Bit().constData(), arguments);
+#pragma GCC diagnostic pop
     va_end(arguments);
     ContinueInNextFileWhenFull();
-    AppendToLogFile(LogLine(file, line, function, message));
+    AppendToLogFile(LogLine(file, line, function, QString::fromLocal8Bit(message.data())));
 }

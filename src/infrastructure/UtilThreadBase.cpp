@@ -16,7 +16,7 @@ UtilThreadBase::UtilThreadBase(QObject* parent)
 {
 }
 
-bool UtilThreadBase::WaitForSleep(int ms)
+bool UtilThreadBase::WaitForSleep(int ms) const
 {
     for (int slice = 0; slice < ms / SliceMs; ++slice) {
         if (bThreadQuit) {

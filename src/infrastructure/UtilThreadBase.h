@@ -22,7 +22,7 @@ public:
     /// Sleeps for about `ms` milliseconds in the calling thread and returns whether a stop was requested.
     /// From 500 ms on the pause is taken in slices of 500 ms, with a look at the flag before each; what is left
     /// over (and any pause below 500 ms) is slept in one piece. Zero and negative values do not sleep.
-    bool WaitForSleep(int ms);
+    bool WaitForSleep(int ms) const;
 
     /// Set by the worker's start slot; read and written in the worker's thread alone.
     bool bTaskStarted = false;
