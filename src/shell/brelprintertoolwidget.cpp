@@ -52,8 +52,8 @@ BrelPrinterToolWidget::~BrelPrinterToolWidget()
     CleanTempFile();
 }
 
-// Closing never ends the program. A window that refuses to close would make Qt refuse the user's log-out, and a tray
-// balloon that closes while the window is hidden would count as the last window of the program.
+// Only the tray's exit entry ends the program. A window that refuses to close would make Qt refuse the user's log-out;
+// and no passing window, such as a tray balloon, shall count as the program's last one.
 void BrelPrinterToolWidget::StayUntilToldToExit()
 {
     QGuiApplication::setFallbackSessionManagementEnabled(false);
@@ -97,7 +97,7 @@ void BrelPrinterToolWidget::InitDeviceTable()
     WriteStringLog(LogSource, __LINE__, "InitDeviceTable", QStringLiteral("InitDeviceTable end"));
 }
 
-// Nothing outlives a command that is left behind in the tool directory.
+// Temporary files are removed where they are made; there is none to clean up at the end.
 void BrelPrinterToolWidget::CleanTempFile() { }
 
 void BrelPrinterToolWidget::closeEvent(QCloseEvent* event)
