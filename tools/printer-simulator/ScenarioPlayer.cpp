@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+#include "ScenarioPlayer.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+const char* const ListFileName = "printerlist.ini";
+const char* const StatusFileSuffix = ".dat";
+
+} // namespace
+
+ScenarioPlayer::ScenarioPlayer(Scenario scenario, const QDir& directory)
+    : m_scenario(std::move(scenario))
+    , m_directory(directory)
+{
+}
+
+bool ScenarioPlayer::Play(const Waiter& wait)
+{
+    do {
+        for (const ScenarioFrame& frame : m_scenario.frames) {
+            if (frame.delay > std::chrono::milliseconds::zero() && !wait(frame.delay)) {
+                return true;
+            }
+            if (!Show(frame)) {
+                return false;
+            }
+        }
+    } while (m_scenario.repeats);
+    return true;
+}
+
+// Status files come before the list that names them and go after it, so that a listed printer has its file unless
+// the scenario made it vanish.
+bool ScenarioPlayer::Show(const ScenarioFrame& frame)
+{
+    QHash<QString, int> current;
+    for (const SimulatedPrinter& printer : frame.printers) {
+        if (!printer.listed || printer.content == StatusFileContent::Missing) {
+            continue;
+        }
+        const QString name = printer.name + QLatin1String(StatusFileSuffix);
+        current.insert(name, printer.revision);
+        if (m_statusRevisions.value(name) == printer.revision) {
+            continue;
+        }
+        if (!ReplaceFile(name, StatusFileBytes(printer))) {
+            return false;
+        }
+        m_statusRevisions.insert(name, printer.revision);
+    }
+    return ShowList(EncodePrinterList(frame.printers)) && RemoveOldStatusFiles(current);
+}
+
+bool ScenarioPlayer::ShowList(const QByteArray& list)
+{
+    if (list == m_list) {
+        return true;
+    }
+    m_list = list;
+    return ReplaceFile(QLatin1String(ListFileName), list);
+}
+
+bool ScenarioPlayer::RemoveOldStatusFiles(const QHash<QString, int>& current)
+{
+    const QStringList names = m_statusRevisions.keys();
+    for (const QString& name : names) {
+        if (current.contains(name)) {
+            continue;
+        }
+        QFile file(m_directory.filePath(name));
+        if (!file.remove() && file.exists()) {
+            m_errorText = QStringLiteral("cannot remove %1: %2").arg(file.fileName(), file.errorString());
+            return false;
+        }
+        m_statusRevisions.remove(name);
+    }
+    return true;
+}
+
+bool ScenarioPlayer::ReplaceFile(const QString& name, const QByteArray& bytes)
+{
+    const QString path = m_directory.filePath(name);
+    const QDateTime timeStamp = NextTimeStamp(path);
+    QSaveFile file(path);
+    // The time is set after the bytes have left Qt's buffer, as writing them would change it again.
+    const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
+        file.setFileTime(timeStamp, QFileDevice::FileModificationTime) && file.commit();
+    if (!isWritten) {
+        m_errorText = QStringLiteral("cannot write %1: %2").arg(path, file.errorString());
+    }
+    return isWritten;
+}
+
+// Readers notice a new status reply by the file's modification time in milliseconds alone, and the system's own
+// stamps come from a clock that ticks only every few milliseconds. So each file gets a stamp of its own: later than
+// every stamp given before and than that of the file it replaces.
+QDateTime ScenarioPlayer::NextTimeStamp(const QString& path)
+{
+    QDateTime stamp = QDateTime::currentDateTimeUtc();
+    const QDateTime replaced = QFileInfo(path).lastModified();
+    if (m_lastTimeStamp.isValid()) {
+        stamp = std::max(stamp, m_lastTimeStamp.addMSecs(1));
+    }
+    if (replaced.isValid()) {
+        stamp = std::max(stamp, replaced.toUTC().addMSecs(1));
+    }
+    m_lastTimeStamp = stamp;
+    return stamp;
+}

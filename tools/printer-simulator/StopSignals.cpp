@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+#include "StopSignals.h"
+
+#include <algorithm>
+#include <cerrno>
+
+StopSignals::StopSignals()
+{
+    sigemptyset(&m_signals);
+    sigaddset(&m_signals, SIGINT);
+    sigaddset(&m_signals, SIGTERM);
+    sigprocmask(SIG_BLOCK, &m_signals, nullptr);
+}
+
+bool StopSignals::Sleep(std::chrono::milliseconds time) const
+{
+    using std::chrono::nanoseconds;
+    using std::chrono::seconds;
+    using std::chrono::steady_clock;
+
+    const auto end = steady_clock::now() + time;
+    while (true) {
+        const nanoseconds rest = std::max<nanoseconds>(end - steady_clock::now(), nanoseconds::zero());
+        const auto wholeSeconds = std::chrono::duration_cast<seconds>(rest);
+        const timespec timeout = {wholeSeconds.count(), (rest - wholeSeconds).count()};
+        if (sigtimedwait(&m_signals, nullptr, &timeout) >= 0) {
+            return false;
+        }
+        if (errno == EAGAIN) {
+            return true;
+        }
+        // Another signal was handled meanwhile (EINTR): sleep for the rest.
+    }
+}
