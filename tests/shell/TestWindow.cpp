@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "TestWindow.h"
+
+#include "PrinterListLock.h"
+
+#include <QApplication>
+#include <QTableWidget>
+
+namespace {
+
+// An explicit instantiation may name a private member; this is the one way to the list that asks nothing of the
+// window.
+struct SharedList
+{
+    using Member = QList<stPrinterManager> BrelPrinterToolWidget::*;
+    friend Member MemberOf(SharedList tag);
+};
+
+template <typename Tag, typename Tag::Member member> struct Reach
+{
+    friend typename Tag::Member MemberOf(Tag /*tag*/)
+    {
+        return member;
+    }
+};
+
+template struct Reach<SharedList, &BrelPrinterToolWidget::listPrinter>;
+
+// Dialogs of earlier windows have been deleted.
+AppSetting* FindSettingsDialog()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget* widget : widgets) {
+        if (auto* dialog = qobject_cast<AppSetting*>(widget)) {
+            return dialog;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TestWindow::TestWindow()
+    : BrelPrinterToolWidget(nullptr)
+    , m_settingsDialog(FindSettingsDialog())
+{
+    Q_ASSERT(m_settingsDialog != nullptr);
+}
+
+TestWindow::~TestWindow()
+{
+    delete m_settingsDialog;
+}
+
+void TestWindow::setVisible(bool isWanted)
+{
+    if (isWanted) {
+        ++m_timesShown;
+    }
+    BrelPrinterToolWidget::setVisible(isWanted);
+}
+
+QTableWidget& TestWindow::table() const
+{
+    return *findChild<QTableWidget*>(QStringLiteral("tableDeviceManage"));
+}
+
+QStringList TestWindow::row(int index) const
+{
+    QStringList texts;
+    for (int column = 0; column < table().columnCount(); ++column) {
+        const QTableWidgetItem* item = table().item(index, column);
+        texts.append(item != nullptr ? item->text() : QStringLiteral("(none)"));
+    }
+    return texts;
+}
+
+QSystemTrayIcon& TestWindow::trayIcon() const
+{
+    return *findChild<QSystemTrayIcon*>();
+}
+
+AppSetting& TestWindow::settingsDialog() const
+{
+    return *m_settingsDialog;
+}
+
+int TestWindow::startedWorkers() const
+{
+    return receivers(SIGNAL(SgnThreadQuit())) - 1; // the other one is the device manager
+}
+
+int TestWindow::timesShown() const
+{
+    return m_timesShown;
+}
+
+QList<stPrinterManager> TestWindow::printers() const
+{
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
+    return this->*MemberOf(SharedList());
+}
+
+void TestWindow::setState(int index, const stPrinterState& state)
+{
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
+    (this->*MemberOf(SharedList()))[index].stState = state;
+}
+
+// Called before a new worker's start request is queued: the stop request is queued first.
+void TestWindow::letWorkersPollOnce()
+{
+    connect(this, &BrelPrinterToolWidget::SgnStatusThreadStart, this, &BrelPrinterToolWidget::SgnThreadQuit);
+}

@@ -1,0 +1,389 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "AppSetting.h"
+#include "PrinterFolder.h"
+#include "ui_AppSetting.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopWidget>
+#include <QDir>
+#include <QMetaMethod>
+#include <QtTest>
+
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr char EntryDirectory[] = "/opt/apps/tolmar-printer-q727/entries/autostart";
+constexpr char EntryPath[] = "/opt/apps/tolmar-printer-q727/entries/autostart/tolmar-q727-tool-autostart.desktop";
+constexpr char EntryContent[] = "[Desktop Entry]\nName=拓玛激光打印助手\nExec=BrelPrinterTool -hide\n";
+
+struct ExpectedGeometry
+{
+    QRect window;
+    QRect box;
+    QRect ok;
+    QRect cancel;
+};
+
+ExpectedGeometry GeometryOnThisScreen()
+{
+    switch (QApplication::desktop()->width()) {
+    case 1920:
+        return {{760, 390, 400, 300}, {70, 60, 200, 25}, {70, 250, 80, 25}, {250, 250, 80, 25}};
+    case 2560:
+        return {{1013, 520, 533, 400}, {93, 80, 266, 33}, {93, 333, 106, 33}, {333, 333, 106, 33}};
+    default:
+        qFatal("no geometry is known for a desktop %d pixels wide", QApplication::desktop()->width());
+    }
+}
+
+QString SourcePath()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/tolmar-q727-tool-autostart.desktop");
+}
+
+QString Entry()
+{
+    return QString::fromLatin1(EntryPath);
+}
+
+void MakeEntry(const QByteArray& content)
+{
+    QVERIFY(QDir().mkpath(QString::fromLatin1(EntryDirectory)));
+    PrinterFolder::WriteFile(Entry(), content);
+}
+
+QCheckBox& Box(const AppSetting& dialog)
+{
+    return *dialog.findChild<QCheckBox*>(QStringLiteral("checkBoxAutoStart"));
+}
+
+QPushButton& OkButton(const AppSetting& dialog)
+{
+    return *dialog.findChild<QPushButton*>(QStringLiteral("pushButtonOK"));
+}
+
+QPushButton& CancelButton(const AppSetting& dialog)
+{
+    return *dialog.findChild<QPushButton*>(QStringLiteral("pushButtonCancel"));
+}
+
+void Click(QWidget& widget)
+{
+    QTest::mouseClick(&widget, Qt::LeftButton);
+}
+
+// A box answers to clicks on its mark and text alone, which do not reach to its middle.
+void ClickBox(const AppSetting& dialog)
+{
+    QCheckBox& box = Box(dialog);
+    const int markX = 8;
+    QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, QPoint(markX, box.height() / 2));
+}
+
+} // namespace
+
+class tst_AppSetting : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void form();
+    void formKeepsObjectNames();
+    void geometryAndTexts();
+    void scaleControlDoesNotTestTheDesktop();
+    void metaObjectOrder();
+    void boxShowsTheEntry_data();
+    void boxShowsTheEntry();
+    void saveMakesTheEntry();
+    void savePartlyCheckedMakesTheEntry();
+    void saveKeepsAnExistingEntry();
+    void saveRemovesTheEntry();
+    void saveWithoutSourceMakesTheDirectory();
+    void okSwitchesOff();
+    void okSwitchesOn();
+    void okWithoutSourceShowsTheTruth();
+    void discarding_data();
+    void discarding();
+    void closingIsIgnored();
+    void notReadAgainWhenShown();
+    void lockedDirectory_data();
+    void lockedDirectory();
+};
+
+void tst_AppSetting::init()
+{
+    PrinterFolder::WriteFile(SourcePath(), EntryContent);
+    QVERIFY(QDir(QStringLiteral("/opt/apps")).removeRecursively());
+}
+
+void tst_AppSetting::cleanup()
+{
+    chmod(EntryDirectory, 0755);
+    QFile::remove(SourcePath());
+}
+
+void tst_AppSetting::form()
+{
+    QWidget window;
+    Ui_AppSetting form;
+    form.setupUi(&window);
+    QCOMPARE(window.objectName(), QStringLiteral("AppSetting"));
+    QCOMPARE(window.size(), QSize(400, 300));
+    QCOMPARE(window.windowTitle(), QStringLiteral("Form"));
+    QCOMPARE(form.checkBoxAutoStart->geometry(), QRect(70, 60, 200, 25));
+    QCOMPARE(form.checkBoxAutoStart->text(), QStringLiteral("AutoStart"));
+    QCOMPARE(form.pushButtonOK->geometry(), QRect(70, 250, 80, 25));
+    QCOMPARE(form.pushButtonOK->text(), QStringLiteral("OK"));
+    QCOMPARE(form.pushButtonCancel->geometry(), QRect(250, 250, 80, 25));
+    QCOMPARE(form.pushButtonCancel->text(), QStringLiteral("Cancel"));
+    QCOMPARE(window.findChildren<QWidget*>(),
+             (QList<QWidget*>{form.checkBoxAutoStart, form.pushButtonOK, form.pushButtonCancel}));
+}
+
+void tst_AppSetting::formKeepsObjectNames()
+{
+    QWidget window;
+    window.setObjectName(QStringLiteral("another"));
+    Ui_AppSetting form;
+    form.setupUi(&window);
+    QCOMPARE(window.objectName(), QStringLiteral("another"));
+}
+
+void tst_AppSetting::geometryAndTexts()
+{
+    const ExpectedGeometry expected = GeometryOnThisScreen();
+    const AppSetting dialog(nullptr);
+    QCOMPARE(dialog.geometry(), expected.window);
+    QCOMPARE(dialog.minimumSize(), expected.window.size());
+    QCOMPARE(dialog.maximumSize(), expected.window.size());
+    QVERIFY(!dialog.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+    QVERIFY(dialog.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("设置"));
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(!dialog.isModal());
+    QCOMPARE(Box(dialog).geometry(), expected.box);
+    QCOMPARE(Box(dialog).text(), QStringLiteral("开机启动"));
+    QCOMPARE(OkButton(dialog).geometry(), expected.ok);
+    QCOMPARE(OkButton(dialog).text(), QStringLiteral("确定"));
+    QCOMPARE(CancelButton(dialog).geometry(), expected.cancel);
+    QCOMPARE(CancelButton(dialog).text(), QStringLiteral("取消"));
+}
+
+void tst_AppSetting::scaleControlDoesNotTestTheDesktop()
+{
+    AppSetting dialog(nullptr);
+    QWidget widget;
+    widget.setGeometry(70, 250, 80, 25);
+    dialog.ScaleControl(&widget);
+    const bool isLayoutWidth = QApplication::desktop()->width() == 1920;
+    QCOMPARE(widget.geometry(), isLayoutWidth ? QRect(70, 250, 80, 25) : QRect(93, 333, 106, 33));
+}
+
+void tst_AppSetting::metaObjectOrder()
+{
+    const QMetaObject& metaObject = AppSetting::staticMetaObject;
+    QCOMPARE(metaObject.className(), "AppSetting");
+    QList<QByteArray> names;
+    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
+        QCOMPARE(metaObject.method(i).methodType(), QMetaMethod::Slot);
+        names.append(metaObject.method(i).methodSignature());
+    }
+    QCOMPARE(names, (QList<QByteArray>{"on_pushButtonOK_clicked()", "on_pushButtonCancel_clicked()"}));
+}
+
+void tst_AppSetting::boxShowsTheEntry_data()
+{
+    QTest::addColumn<bool>("hasEntry");
+    QTest::newRow("entry") << true;
+    QTest::newRow("no entry") << false;
+}
+
+void tst_AppSetting::boxShowsTheEntry()
+{
+    QFETCH(const bool, hasEntry);
+    if (hasEntry) {
+        MakeEntry("");
+    }
+    AppSetting dialog(nullptr);
+    QCOMPARE(dialog.ReadAutoStartOption(), hasEntry);
+    QCOMPARE(Box(dialog).isChecked(), hasEntry);
+}
+
+void tst_AppSetting::saveMakesTheEntry()
+{
+    AppSetting dialog(nullptr);
+    QVERIFY(dialog.SaveAutoStartOption(true));
+    QCOMPARE(PrinterFolder::ReadFile(Entry()), QByteArray(EntryContent));
+    QVERIFY(QFile::exists(SourcePath()));
+}
+
+void tst_AppSetting::savePartlyCheckedMakesTheEntry()
+{
+    AppSetting dialog(nullptr);
+    Box(dialog).setTristate(true);
+    Box(dialog).setCheckState(Qt::PartiallyChecked);
+    QVERIFY(dialog.SaveOption());
+    QVERIFY(QFile::exists(Entry()));
+}
+
+void tst_AppSetting::saveKeepsAnExistingEntry()
+{
+    MakeEntry("edited by the user");
+    AppSetting dialog(nullptr);
+    QVERIFY(!dialog.SaveAutoStartOption(true));
+    QCOMPARE(PrinterFolder::ReadFile(Entry()), QByteArray("edited by the user"));
+}
+
+void tst_AppSetting::saveRemovesTheEntry()
+{
+    MakeEntry("");
+    AppSetting dialog(nullptr);
+    QVERIFY(dialog.SaveAutoStartOption(false));
+    QVERIFY(!QFile::exists(Entry()));
+    QVERIFY(!dialog.SaveAutoStartOption(false)); // nothing to remove
+    QVERIFY(QDir(QString::fromLatin1(EntryDirectory)).exists());
+}
+
+void tst_AppSetting::saveWithoutSourceMakesTheDirectory()
+{
+    QFile::remove(SourcePath());
+    AppSetting dialog(nullptr);
+    QVERIFY(!dialog.SaveAutoStartOption(true));
+    QVERIFY(QDir(QString::fromLatin1(EntryDirectory)).exists());
+    QVERIFY(!QFile::exists(Entry()));
+}
+
+void tst_AppSetting::okSwitchesOff()
+{
+    MakeEntry("");
+    AppSetting dialog(nullptr);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QVERIFY(Box(dialog).isChecked());
+    ClickBox(dialog);
+    QVERIFY(!Box(dialog).isChecked());
+    QVERIFY(QFile::exists(Entry()));
+    Click(OkButton(dialog));
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(!QFile::exists(Entry()));
+    dialog.show();
+    QVERIFY(!Box(dialog).isChecked());
+}
+
+void tst_AppSetting::okSwitchesOn()
+{
+    AppSetting dialog(nullptr);
+    dialog.show();
+    ClickBox(dialog);
+    Click(OkButton(dialog));
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(PrinterFolder::ReadFile(Entry()), QByteArray(EntryContent));
+    QVERIFY(Box(dialog).isChecked());
+}
+
+void tst_AppSetting::okWithoutSourceShowsTheTruth()
+{
+    QFile::remove(SourcePath());
+    AppSetting dialog(nullptr);
+    dialog.show();
+    ClickBox(dialog);
+    QVERIFY(Box(dialog).isChecked());
+    Click(OkButton(dialog));
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(!Box(dialog).isChecked());
+}
+
+void tst_AppSetting::discarding_data()
+{
+    QTest::addColumn<bool>("hasEntry");
+    QTest::addColumn<bool>("byClosing");
+    QTest::newRow("ticked, then cancelled") << false << false;
+    QTest::newRow("ticked, then closed") << false << true;
+    QTest::newRow("unticked, then cancelled") << true << false;
+    QTest::newRow("unticked, then closed") << true << true;
+}
+
+void tst_AppSetting::discarding()
+{
+    QFETCH(const bool, hasEntry);
+    QFETCH(const bool, byClosing);
+    if (hasEntry) {
+        MakeEntry("kept");
+    }
+    AppSetting dialog(nullptr);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    ClickBox(dialog);
+    QCOMPARE(Box(dialog).isChecked(), !hasEntry);
+    if (byClosing) {
+        dialog.close();
+    } else {
+        Click(CancelButton(dialog));
+    }
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(Box(dialog).isChecked(), hasEntry);
+    QCOMPARE(QFile::exists(Entry()), hasEntry);
+}
+
+void tst_AppSetting::closingIsIgnored()
+{
+    AppSetting dialog(nullptr);
+    dialog.show();
+    QCloseEvent event;
+    event.accept();
+    QCoreApplication::sendEvent(&dialog, &event);
+    QVERIFY(!event.isAccepted());
+    QVERIFY(!dialog.isVisible());
+}
+
+void tst_AppSetting::notReadAgainWhenShown()
+{
+    AppSetting dialog(nullptr);
+    MakeEntry("");
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QVERIFY(!Box(dialog).isChecked());
+    Click(CancelButton(dialog));
+    QVERIFY(Box(dialog).isChecked());
+}
+
+void tst_AppSetting::lockedDirectory_data()
+{
+    QTest::addColumn<bool>("hasEntry");
+    QTest::newRow("copy fails") << false;
+    QTest::newRow("removal fails") << true;
+}
+
+void tst_AppSetting::lockedDirectory()
+{
+    if (geteuid() == 0) {
+        QSKIP("permissions do not bind root; run as an ordinary user");
+    }
+    QFETCH(const bool, hasEntry);
+    QVERIFY(QDir().mkpath(QString::fromLatin1(EntryDirectory)));
+    if (hasEntry) {
+        MakeEntry("locked");
+    }
+    QCOMPARE(chmod(EntryDirectory, 0555), 0);
+    AppSetting dialog(nullptr);
+    dialog.show();
+    ClickBox(dialog);
+    QCOMPARE(Box(dialog).isChecked(), !hasEntry);
+    Click(OkButton(dialog));
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(Box(dialog).isChecked(), hasEntry);
+    QCOMPARE(QFile::exists(Entry()), hasEntry);
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QVERIFY(!dialog.SaveAutoStartOption(!hasEntry));
+}
+
+QTEST_MAIN(tst_AppSetting)
+#include "tst_appsetting.moc"

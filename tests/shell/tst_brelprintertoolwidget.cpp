@@ -1,0 +1,312 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "brelprintertoolwidget.h"
+#include "PrinterFolder.h"
+#include "TestWindow.h"
+#include "ui_brelprintertoolwidget.h"
+#include "UtilLog.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopWidget>
+#include <QDir>
+#include <QHeaderView>
+#include <QMetaMethod>
+#include <QScrollBar>
+#include <QtTest>
+
+namespace {
+
+struct ExpectedGeometry
+{
+    QRect window;
+    QRect table;
+    QVector<int> columnWidths; // the last column stretches
+};
+
+ExpectedGeometry GeometryOnThisScreen()
+{
+    switch (QApplication::desktop()->width()) {
+    case 1920:
+        return {{660, 390, 600, 300}, {20, 20, 560, 260}, {120, 150, 85}};
+    case 2560:
+        return {{880, 520, 800, 400}, {26, 26, 746, 346}, {160, 200, 113}};
+    default:
+        qFatal("no geometry is known for a desktop %d pixels wide", QApplication::desktop()->width());
+    }
+}
+
+QStringList HeaderTexts(const QTableWidget& table)
+{
+    QStringList texts;
+    for (int column = 0; column < table.columnCount(); ++column) {
+        texts.append(table.horizontalHeaderItem(column)->text());
+    }
+    return texts;
+}
+
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget& widget)
+    {
+        widget.installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            ++count;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
+
+} // namespace
+
+class tst_BrelPrinterToolWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void form();
+    void formKeepsObjectNames();
+    void geometry();
+    void framePositionWhenShown();
+    void fixedSizeWithoutMaximiseButton();
+    void titleAndIcon();
+    void table();
+    void headersSurviveRebuild();
+    void newRowsAreChinese();
+    void closeHides();
+    void changeEventDoesNothing();
+    void metaObjectOrder();
+    void imagesAreRegistered_data();
+    void imagesAreRegistered();
+    void logIsSwitchedOff();
+    void logOutIsNotRefused();
+    void isQZPrinter_data();
+    void isQZPrinter();
+};
+
+void tst_BrelPrinterToolWidget::init()
+{
+    PrinterFolder::Create();
+}
+
+void tst_BrelPrinterToolWidget::form()
+{
+    QWidget window;
+    Ui_BrelPrinterToolWidget form;
+    form.setupUi(&window);
+    QCOMPARE(window.objectName(), QStringLiteral("BrelPrinterToolWidget"));
+    QCOMPARE(window.size(), QSize(600, 300));
+    QCOMPARE(window.windowTitle(), QStringLiteral("BrelPrinterToolWidget"));
+    QCOMPARE(form.tableDeviceManage->objectName(), QStringLiteral("tableDeviceManage"));
+    QCOMPARE(form.tableDeviceManage->geometry(), QRect(20, 20, 560, 260));
+    QCOMPARE(form.tableDeviceManage->geometry().right(), 579);
+    QCOMPARE(form.tableDeviceManage->geometry().bottom(), 279);
+    QCOMPARE(form.tableDeviceManage->font().pointSize(), 9);
+    QCOMPARE(form.tableDeviceManage->font().family(), QApplication::font().family());
+    QCOMPARE(window.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
+}
+
+void tst_BrelPrinterToolWidget::formKeepsObjectNames()
+{
+    QWidget window;
+    window.setObjectName(QStringLiteral("another"));
+    Ui_BrelPrinterToolWidget form;
+    form.setupUi(&window);
+    QCOMPARE(window.objectName(), QStringLiteral("another"));
+}
+
+void tst_BrelPrinterToolWidget::geometry()
+{
+    const ExpectedGeometry expected = GeometryOnThisScreen();
+    const TestWindow window;
+    QCOMPARE(window.size(), expected.window.size());
+    QCOMPARE(window.pos(), expected.window.topLeft());
+    QCOMPARE(window.table().geometry(), expected.table);
+    for (int column = 0; column < expected.columnWidths.size(); ++column) {
+        QCOMPARE(window.table().columnWidth(column), expected.columnWidths.at(column));
+    }
+    QVERIFY(window.table().horizontalHeader()->stretchLastSection());
+}
+
+void tst_BrelPrinterToolWidget::framePositionWhenShown()
+{
+    const ExpectedGeometry expected = GeometryOnThisScreen();
+    TestWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTRY_COMPARE(window.frameGeometry().topLeft(), expected.window.topLeft());
+    QCOMPARE(window.size(), expected.window.size());
+    // The last column takes what the row header and the other columns leave.
+    const QHeaderView& header = *window.table().horizontalHeader();
+    QCOMPARE(header.length(), window.table().viewport()->width());
+    QVERIFY(!window.table().horizontalScrollBar()->isVisible());
+}
+
+void tst_BrelPrinterToolWidget::fixedSizeWithoutMaximiseButton()
+{
+    const QSize size = GeometryOnThisScreen().window.size();
+    const TestWindow window;
+    QCOMPARE(window.minimumSize(), size);
+    QCOMPARE(window.maximumSize(), size);
+    QVERIFY(!window.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+    QVERIFY(window.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+    QVERIFY(window.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    QCOMPARE(window.windowType(), Qt::Window);
+}
+
+void tst_BrelPrinterToolWidget::titleAndIcon()
+{
+    const TestWindow window;
+    QCOMPARE(window.windowTitle(), QStringLiteral("拓玛激光打印助手"));
+    const QSize size(16, 16);
+    QCOMPARE(window.windowIcon().pixmap(size).toImage(),
+             QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")).pixmap(size).toImage());
+}
+
+void tst_BrelPrinterToolWidget::table()
+{
+    const TestWindow window;
+    QCOMPARE(window.table().columnCount(), 4);
+    QCOMPARE(window.table().rowCount(), 0);
+    QCOMPARE(HeaderTexts(window.table()),
+             (QStringList{QStringLiteral("打印机名称"), QStringLiteral("连接方式"), QStringLiteral("剩余碳粉量"),
+                          QStringLiteral("状态")}));
+    QCOMPARE(window.table().editTriggers(), QAbstractItemView::NoEditTriggers);
+}
+
+void tst_BrelPrinterToolWidget::headersSurviveRebuild()
+{
+    PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("PrnA"))});
+    TestWindow window;
+    const QStringList headers = HeaderTexts(window.table());
+    QTRY_COMPARE(window.table().rowCount(), 1);
+    QCOMPARE(HeaderTexts(window.table()), headers);
+    window.SlotUpdatePrinterList();
+    QCOMPARE(HeaderTexts(window.table()), headers);
+    QCOMPARE(window.table().columnWidth(0), GeometryOnThisScreen().columnWidths.at(0));
+}
+
+void tst_BrelPrinterToolWidget::newRowsAreChinese()
+{
+    PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("PrnA"))});
+    const TestWindow window;
+    QTRY_COMPARE(window.table().rowCount(), 1);
+    QCOMPARE(
+        window.row(0),
+        (QStringList{QStringLiteral("PrnA"), QStringLiteral("USB"), QStringLiteral("0.00%"), QStringLiteral("脱机")}));
+}
+
+void tst_BrelPrinterToolWidget::closeHides()
+{
+    TestWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QSignalSpy lastWindowClosed(qApp, &QGuiApplication::lastWindowClosed);
+    QCloseEvent event;
+    event.accept();
+    QCoreApplication::sendEvent(&window, &event);
+    QVERIFY(!event.isAccepted());
+    QVERIFY(!window.isVisible());
+    QVERIFY(window.trayIcon().isVisible());
+
+    window.show();
+    QVERIFY(!window.close());
+    QVERIFY(!window.isVisible());
+    QVERIFY(!QGuiApplication::quitOnLastWindowClosed());
+}
+
+// QWidget repaints after such a change.
+void tst_BrelPrinterToolWidget::changeEventDoesNothing()
+{
+    TestWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    PaintCounter paints(window);
+    window.update();
+    QTRY_VERIFY(paints.count > 0); // so is a repaint seen
+    QCoreApplication::processEvents();
+    paints.count = 0;
+    QEvent event(QEvent::PaletteChange);
+    window.changeEvent(&event);
+    QTest::qWait(100);
+    QCOMPARE(paints.count, 0);
+}
+
+void tst_BrelPrinterToolWidget::metaObjectOrder()
+{
+    const QMetaObject& metaObject = BrelPrinterToolWidget::staticMetaObject;
+    QCOMPARE(metaObject.className(), "BrelPrinterToolWidget");
+    QList<QByteArray> signalNames;
+    QList<QByteArray> slotNames;
+    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
+        const QMetaMethod method = metaObject.method(i);
+        (method.methodType() == QMetaMethod::Signal ? signalNames : slotNames).append(method.methodSignature());
+    }
+    QCOMPARE(signalNames, (QList<QByteArray>{"SgnManageThreadStart()", "SgnStatusThreadStart()", "SgnThreadQuit()"}));
+    QCOMPARE(slotNames,
+             (QList<QByteArray>{"SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason)", "SlotTrayActionShow()",
+                                "SlotTrayActionUpdateFW()", "SlotTrayActionSetting()", "SlotTrayActionExit()",
+                                "SlotUpdatePrinterStatus(int)", "SlotUpdatePrinterList()"}));
+}
+
+void tst_BrelPrinterToolWidget::imagesAreRegistered_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("Tolmar") << QStringLiteral("Tolmar.png");
+    QTest::newRow("Brel") << QStringLiteral("Brel.png");
+    QTest::newRow("Halvet") << QStringLiteral("Halvet.png");
+}
+
+void tst_BrelPrinterToolWidget::imagesAreRegistered()
+{
+    QFETCH(const QString, name);
+    const QImage image(QStringLiteral(":/Icon/Resource/") + name);
+    QVERIFY(!image.isNull());
+    QVERIFY(image.width() >= 16);
+    QCOMPARE(image.width(), image.height());
+}
+
+void tst_BrelPrinterToolWidget::logIsSwitchedOff()
+{
+    SetLogEnable(true);
+    const TestWindow window;
+    WriteStringLog("tst", 1, "logIsSwitchedOff", QStringLiteral("dropped"));
+    QCOMPARE(QDir(QString::fromLatin1(PrinterFolder::ToolDirectory)).entryList(QDir::Files), QStringList());
+}
+
+void tst_BrelPrinterToolWidget::logOutIsNotRefused()
+{
+    QGuiApplication::setFallbackSessionManagementEnabled(true);
+    const TestWindow window;
+    QVERIFY(!QGuiApplication::isFallbackSessionManagementEnabled());
+}
+
+void tst_BrelPrinterToolWidget::isQZPrinter_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("isQZ");
+    QTest::newRow("model alone") << QStringLiteral("J4990E") << true;
+    QTest::newRow("model within a name") << QStringLiteral("Tolmar_J4990E_2楼") << true;
+    QTest::newRow("lower case") << QStringLiteral("j4990e") << false;
+    QTest::newRow("part of the model") << QStringLiteral("J4990") << false;
+    QTest::newRow("standard family") << QStringLiteral("K4510A") << false;
+    QTest::newRow("empty") << QString() << false;
+}
+
+void tst_BrelPrinterToolWidget::isQZPrinter()
+{
+    QFETCH(const QString, name);
+    QFETCH(const bool, isQZ);
+    TestWindow window;
+    QCOMPARE(window.isQZPrinter(name), isQZ);
+}
+
+QTEST_MAIN(tst_BrelPrinterToolWidget)
+#include "tst_brelprintertoolwidget.moc"

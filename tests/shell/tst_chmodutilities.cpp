@@ -1,0 +1,201 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "TestWindow.h"
+
+#include <QDir>
+#include <QtTest>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+namespace {
+
+constexpr char Tree[] = "/tmp/tree";
+constexpr int LongestCommandBytes = 255;
+
+QString InTree(const QString& path)
+{
+    return QString::fromLatin1(Tree) + path;
+}
+
+int Mode(const QString& path)
+{
+    struct stat properties = {};
+    if (stat(QFile::encodeName(path).constData(), &properties) != 0) {
+        return -1;
+    }
+    return static_cast<int>(properties.st_mode & 07777U);
+}
+
+void MakeFile(const QString& path)
+{
+    PrinterFolder::WriteFile(path, "content");
+    QCOMPARE(chmod(QFile::encodeName(path).constData(), 0640), 0);
+}
+
+void MakeDirectory(const QString& path)
+{
+    QVERIFY(QDir().mkpath(path));
+    QCOMPARE(chmod(QFile::encodeName(path).constData(), 0750), 0);
+}
+
+QString PathForCommandOf(int bytes)
+{
+    const int prefixBytes = static_cast<int>(qstrlen("chmod 777 "));
+    return QStringLiteral("x").repeated(bytes - prefixBytes);
+}
+
+} // namespace
+
+class tst_ChmodUtilities : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void fileIsOpened();
+    void missingFileGivesCommandStatus();
+    void commandStatusIsReturned();
+    void pathIsPassedInLocalEncoding();
+    void longestPath();
+    void tooLongPathIsNotRun_data();
+    void tooLongPathIsNotRun();
+    void vendorTreeIsOpened();
+    void vendorLinksAreNotFollowed();
+    void vendorCommandsInOrder();
+    void vendorPathTooLong();
+};
+
+void tst_ChmodUtilities::init()
+{
+    PrinterFolder::Create();
+    MakeDirectory(QString::fromLatin1(Tree));
+}
+
+void tst_ChmodUtilities::cleanup()
+{
+    QVERIFY(QDir(QString::fromLatin1(Tree)).removeRecursively());
+}
+
+void tst_ChmodUtilities::fileIsOpened()
+{
+    TestWindow window;
+    MakeFile(InTree(QStringLiteral("/a")));
+    MakeFile(InTree(QStringLiteral("/b")));
+    QCOMPARE(window.ChmodFile(InTree(QStringLiteral("/a"))), 0);
+    QCOMPARE(Mode(InTree(QStringLiteral("/a"))), 0777);
+    QCOMPARE(Mode(InTree(QStringLiteral("/b"))), 0640);
+}
+
+void tst_ChmodUtilities::missingFileGivesCommandStatus()
+{
+    TestWindow window;
+    const int status = window.ChmodFile(InTree(QStringLiteral("/missing")));
+    QVERIFY(WIFEXITED(status));
+    QCOMPARE(WEXITSTATUS(status), 1);
+}
+
+void tst_ChmodUtilities::commandStatusIsReturned()
+{
+    TestWindow window;
+    const FakeCommand chmodCommand(QStringLiteral("chmod"), QStringLiteral("exit 3"));
+    QCOMPARE(WEXITSTATUS(window.ChmodFile(QStringLiteral("/tmp/a"))), 3);
+    QCOMPARE(chmodCommand.calls(), (QList<QStringList>{{QStringLiteral("777"), QStringLiteral("/tmp/a")}}));
+}
+
+void tst_ChmodUtilities::pathIsPassedInLocalEncoding()
+{
+    TestWindow window;
+    const FakeCommand chmodCommand(QStringLiteral("chmod"));
+    QCOMPARE(window.ChmodFile(QStringLiteral("/tmp/打印机")), 0);
+    QCOMPARE(chmodCommand.calls(), (QList<QStringList>{{QStringLiteral("777"), QStringLiteral("/tmp/打印机")}}));
+}
+
+void tst_ChmodUtilities::longestPath()
+{
+    TestWindow window;
+    const FakeCommand chmodCommand(QStringLiteral("chmod"));
+    const QString path = PathForCommandOf(LongestCommandBytes);
+    QCOMPARE(window.ChmodFile(path), 0);
+    QCOMPARE(chmodCommand.calls(), (QList<QStringList>{{QStringLiteral("777"), path}}));
+}
+
+void tst_ChmodUtilities::tooLongPathIsNotRun_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("one byte too long") << PathForCommandOf(LongestCommandBytes + 1);
+    QTest::newRow("two characters, six bytes, four too long")
+        << PathForCommandOf(LongestCommandBytes - 2) + QStringLiteral("打印");
+    QTest::newRow("far too long") << QString(100000, QLatin1Char('x'));
+}
+
+void tst_ChmodUtilities::tooLongPathIsNotRun()
+{
+    QFETCH(const QString, path);
+    TestWindow window;
+    const FakeCommand chmodCommand(QStringLiteral("chmod"));
+    QCOMPARE(window.ChmodFile(path), -1);
+    QCOMPARE(chmodCommand.calls(), QList<QStringList>());
+}
+
+void tst_ChmodUtilities::vendorTreeIsOpened()
+{
+    TestWindow window;
+    MakeDirectory(InTree(QStringLiteral("/sub/deeper")));
+    MakeFile(InTree(QStringLiteral("/file")));
+    MakeFile(InTree(QStringLiteral("/sub/file")));
+    MakeFile(InTree(QStringLiteral("/sub/deeper/file")));
+    window.ChmodVendorPath(QString::fromLatin1(Tree));
+    for (const char* path : {"", "/file", "/sub", "/sub/file", "/sub/deeper", "/sub/deeper/file"}) {
+        QCOMPARE(Mode(InTree(QString::fromLatin1(path))), 0777);
+    }
+}
+
+void tst_ChmodUtilities::vendorLinksAreNotFollowed()
+{
+    TestWindow window;
+    const QString outside = QStringLiteral("/tmp/outside");
+    MakeDirectory(outside);
+    MakeFile(outside + QStringLiteral("/file"));
+    QVERIFY(QFile::link(outside, InTree(QStringLiteral("/link"))));
+    window.ChmodVendorPath(QString::fromLatin1(Tree));
+    QCOMPARE(Mode(QString::fromLatin1(Tree)), 0777);
+    QCOMPARE(Mode(outside + QStringLiteral("/file")), 0640);
+}
+
+// Each directory first, then its entries, then the directories in it, the first one to its depth.
+void tst_ChmodUtilities::vendorCommandsInOrder()
+{
+    TestWindow window;
+    MakeDirectory(InTree(QStringLiteral("/b")));
+    MakeDirectory(InTree(QStringLiteral("/a/deep")));
+    MakeFile(InTree(QStringLiteral("/a/file")));
+    MakeDirectory(InTree(QStringLiteral("/.hidden")));
+    const FakeCommand chmodCommand(QStringLiteral("chmod"), QStringLiteral("exit 1"));
+    window.ChmodVendorPath(QString::fromLatin1(Tree));
+    const QString mode = QStringLiteral("777");
+    QCOMPARE(chmodCommand.calls(),
+             (QList<QStringList>{
+                 {mode, QStringLiteral("/tmp/tree/")},
+                 {mode, QStringLiteral("/tmp/tree/a"), QStringLiteral("/tmp/tree/b")},
+                 {mode, QStringLiteral("/tmp/tree/a/")},
+                 {mode, QStringLiteral("/tmp/tree/a/deep"), QStringLiteral("/tmp/tree/a/file")},
+                 {mode, QStringLiteral("/tmp/tree/a/deep/")},
+                 {mode, QStringLiteral("/tmp/tree/a/deep/*")}, // a pattern that nothing matches
+                 {mode, QStringLiteral("/tmp/tree/b/")},
+                 {mode, QStringLiteral("/tmp/tree/b/*")},
+             }));
+}
+
+void tst_ChmodUtilities::vendorPathTooLong()
+{
+    TestWindow window;
+    const FakeCommand chmodCommand(QStringLiteral("chmod"));
+    window.ChmodVendorPath(QString(1000, QLatin1Char('x')));
+    QCOMPARE(chmodCommand.calls(), QList<QStringList>());
+}
+
+QTEST_MAIN(tst_ChmodUtilities)
+#include "tst_chmodutilities.moc"

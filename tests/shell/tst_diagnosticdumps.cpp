@@ -1,0 +1,317 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "TestWindow.h"
+#include "UtilLog.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTableWidget>
+#include <QtTest>
+
+#include <limits>
+#include <memory>
+
+namespace {
+
+const QString c_chineseName = QStringLiteral("三楼 K4510A");
+const QString c_formatName = QStringLiteral("50%s%n%d");
+
+struct LogLine
+{
+    QString source;
+    int sourceLine = 0;
+    QString function;
+    QString message;
+};
+
+QDir LogFolder()
+{
+    QDir folder(QString::fromLatin1(PrinterFolder::ToolDirectory));
+    return folder;
+}
+
+QStringList Messages(const QVector<LogLine>& lines)
+{
+    QStringList messages;
+    for (const LogLine& line : lines) {
+        messages.append(line.message);
+    }
+    return messages;
+}
+
+} // namespace
+
+class tst_DiagnosticDumps : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void cleanup();
+
+    void printers();
+    void noPrinters();
+    void freshState();
+    void fullState();
+    void latin1Texts();
+    void formatCharactersInName();
+    void listLengthsNotReportedCounts();
+    void lineNumbers();
+    void lastStepOfTheSlots();
+    void switchedOff();
+    void indexOutOfRange();
+
+private:
+    // What the log says since the last call.
+    static QVector<LogLine> takeLog();
+    QVector<LogLine> dumpStatus(int row, const stPrinterState& state);
+
+    std::unique_ptr<TestWindow> m_window;
+};
+
+// One window for all tests, whose workers look at their printers once and then leave the list and the log alone.
+void tst_DiagnosticDumps::initTestCase()
+{
+    PrinterFolder::Create();
+    stPrinterInfo networkPrinter = PrinterFolder::Printer(c_formatName, QStringLiteral("地址%d"), QString(), 2);
+    networkPrinter.enType = QStringLiteral("型号%s");
+    PrinterFolder::WritePrinterList(
+        {PrinterFolder::Printer(c_chineseName, QStringLiteral("usb0"), QStringLiteral("usb://secret")),
+         networkPrinter});
+    m_window = std::make_unique<TestWindow>();
+    m_window->letWorkersPollOnce();
+    QTRY_COMPARE(m_window->table().rowCount(), 2);
+    QTRY_COMPARE(m_window->printers().at(0).stState.iFailCount, 1);
+    QTRY_COMPARE(m_window->printers().at(1).stState.iFailCount, 1);
+    SetLogEnable(true);
+}
+
+void tst_DiagnosticDumps::cleanupTestCase()
+{
+    SetLogEnable(false);
+    m_window.reset();
+}
+
+void tst_DiagnosticDumps::cleanup()
+{
+    takeLog();
+}
+
+QVector<LogLine> tst_DiagnosticDumps::takeLog()
+{
+    QVector<LogLine> lines;
+    const QStringList files = LogFolder().entryList(QDir::Files);
+    if (files.isEmpty()) {
+        return lines;
+    }
+    const QString path = LogFolder().filePath(files.first());
+    QStringList texts = QString::fromUtf8(PrinterFolder::ReadFile(path)).split(QLatin1Char('\n'));
+    texts.removeLast(); // what follows the last line
+    QFile::remove(path);
+    const QRegularExpression pattern(QStringLiteral(R"(^\[[-: .\d]{23}\] \((\S+)@(\d+) (\S+)\) (.*)$)"));
+    for (const QString& text : qAsConst(texts)) {
+        const QRegularExpressionMatch match = pattern.match(text);
+        lines.append({match.captured(1), match.captured(2).toInt(), match.captured(3), match.captured(4)});
+    }
+    return lines;
+}
+
+QVector<LogLine> tst_DiagnosticDumps::dumpStatus(int row, const stPrinterState& state)
+{
+    m_window->setState(row, state);
+    m_window->DebugOutputPrinterStatus(row);
+    return takeLog();
+}
+
+void tst_DiagnosticDumps::printers()
+{
+    m_window->DebugOutputPrinterInfo();
+    const QVector<LogLine> lines = takeLog();
+    QCOMPARE(Messages(lines),
+             (QStringList{
+                 QStringLiteral("printer number=2"),
+                 QStringLiteral("printer[0] 三楼 K4510A=usb0"),
+                 QStringLiteral("三楼 K4510A: enType=K4510A"),
+                 QStringLiteral("三楼 K4510A: iConnectType=1"),
+                 QStringLiteral("printer[1] 50%s%n%d=地址%d"),
+                 QStringLiteral("50%s%n%d: enType=型号%s"),
+                 QStringLiteral("50%s%n%d: iConnectType=2"),
+             }));
+    for (const LogLine& line : lines) {
+        QCOMPARE(line.source, QStringLiteral("brelprintertoolwidget"));
+        QCOMPARE(line.function, QStringLiteral("DebugOutputPrinterInfo"));
+    }
+}
+
+void tst_DiagnosticDumps::noPrinters()
+{
+    cleanupTestCase();
+    PrinterFolder::RemovePrinterList();
+    {
+        TestWindow window;
+        SetLogEnable(true);
+        window.DebugOutputPrinterInfo();
+        QCOMPARE(Messages(takeLog()), QStringList{QStringLiteral("printer number=0")});
+        SetLogEnable(false);
+    }
+    initTestCase();
+}
+
+void tst_DiagnosticDumps::freshState()
+{
+    QCOMPARE(Messages(dumpStatus(0, stPrinterState())),
+             (QStringList{
+                 QStringLiteral("printer[0]=三楼 K4510A"),
+                 QStringLiteral("三楼 K4510A: strPrinterSerialNumber="),
+                 QStringLiteral("三楼 K4510A: enCurrentStatus=2"),
+                 QStringLiteral("三楼 K4510A: strFWVersion="),
+                 QStringLiteral("三楼 K4510A: strVenderName="),
+                 QStringLiteral("三楼 K4510A: strProductName="),
+                 QStringLiteral("三楼 K4510A: iNumberOfError=0"),
+                 QStringLiteral("三楼 K4510A: iNumberOfWarning=0"),
+                 QStringLiteral("三楼 K4510A: error code="),
+                 QStringLiteral("三楼 K4510A: warning code="),
+                 QStringLiteral("三楼 K4510A: strSupplySerialNumber="),
+                 QStringLiteral("三楼 K4510A: enSpplyType=0"),
+                 QStringLiteral("三楼 K4510A: dwRemainingToner=0"),
+                 QStringLiteral("三楼 K4510A: dwWasteToner=0"),
+                 QStringLiteral("三楼 K4510A: dwOPCRotation=0"),
+                 QStringLiteral("三楼 K4510A: dwNumberOfPages=0"),
+                 QStringLiteral("三楼 K4510A: dwNumberOfPrint=0"),
+                 QStringLiteral("三楼 K4510A: dwPrintDotsCount=0"),
+                 QStringLiteral("三楼 K4510A: dwPrinterNumOfPages=0"),
+                 QStringLiteral("三楼 K4510A: dwPrinterNumOfPrint=0"),
+             }));
+}
+
+void tst_DiagnosticDumps::fullState()
+{
+    stPrinterState state;
+    state.strPrinterSerialNumber = QStringLiteral("SN-1");
+    state.enCurrentStatus = PS_PRINTING;
+    state.strFWVersion = QStringLiteral("1.2.3");
+    state.strVenderName = QStringLiteral("Tolmar");
+    state.strProductName = QStringLiteral("QV K4510A");
+    state.listError = {ERR_TONER_LOW, ERR_WASTE_TONER_FULL};
+    state.listWarning = {ERR_PRINTING};
+    state.strSupplySerialNumber = QStringLiteral("SUP-9");
+    state.enSpplyType = -5;
+    state.dwRemainingToner = 8750;
+    state.dwWasteToner = 4294967296UL;
+    state.dwOPCRotation = std::numeric_limits<unsigned long>::max();
+    state.dwNumberOfPages = 4;
+    state.dwNumberOfPrint = 5;
+    state.dwPrintDotsCount = 6;
+    state.dwPrinterNumOfPages = 7;
+    state.dwPrinterNumOfPrint = 8;
+    state.iFailCount = 9;
+    QCOMPARE(Messages(dumpStatus(1, state)),
+             (QStringList{
+                 QStringLiteral("printer[1]=50%s%n%d"),
+                 QStringLiteral("50%s%n%d: strPrinterSerialNumber=SN-1"),
+                 QStringLiteral("50%s%n%d: enCurrentStatus=8"),
+                 QStringLiteral("50%s%n%d: strFWVersion=1.2.3"),
+                 QStringLiteral("50%s%n%d: strVenderName=Tolmar"),
+                 QStringLiteral("50%s%n%d: strProductName=QV K4510A"),
+                 QStringLiteral("50%s%n%d: iNumberOfError=2"),
+                 QStringLiteral("50%s%n%d: iNumberOfWarning=1"),
+                 QStringLiteral("50%s%n%d: error code=11,19"),
+                 QStringLiteral("50%s%n%d: warning code=50"),
+                 QStringLiteral("50%s%n%d: strSupplySerialNumber=SUP-9"),
+                 QStringLiteral("50%s%n%d: enSpplyType=-5"),
+                 QStringLiteral("50%s%n%d: dwRemainingToner=8750"),
+                 QStringLiteral("50%s%n%d: dwWasteToner=4294967296"),
+                 QStringLiteral("50%s%n%d: dwOPCRotation=18446744073709551615"),
+                 QStringLiteral("50%s%n%d: dwNumberOfPages=4"),
+                 QStringLiteral("50%s%n%d: dwNumberOfPrint=5"),
+                 QStringLiteral("50%s%n%d: dwPrintDotsCount=6"),
+                 QStringLiteral("50%s%n%d: dwPrinterNumOfPages=7"),
+                 QStringLiteral("50%s%n%d: dwPrinterNumOfPrint=8"),
+             }));
+}
+
+// What lies outside Latin-1 is lost in these five, and in these alone.
+void tst_DiagnosticDumps::latin1Texts()
+{
+    stPrinterState state;
+    state.strPrinterSerialNumber = QStringLiteral("序A");
+    state.strFWVersion = QStringLiteral("版é");
+    state.strVenderName = QStringLiteral("厂商ü%s");
+    state.strProductName = QStringLiteral("产品");
+    state.strSupplySerialNumber = QStringLiteral("碳粉ß");
+    const QStringList messages = Messages(dumpStatus(0, state));
+    QCOMPARE(messages.at(0), QStringLiteral("printer[0]=三楼 K4510A"));
+    QCOMPARE(messages.at(1), QStringLiteral("三楼 K4510A: strPrinterSerialNumber=?A"));
+    QCOMPARE(messages.at(3), QStringLiteral("三楼 K4510A: strFWVersion=?é"));
+    QCOMPARE(messages.at(4), QStringLiteral("三楼 K4510A: strVenderName=??ü%s"));
+    QCOMPARE(messages.at(5), QStringLiteral("三楼 K4510A: strProductName=??"));
+    QCOMPARE(messages.at(10), QStringLiteral("三楼 K4510A: strSupplySerialNumber=??ß"));
+}
+
+void tst_DiagnosticDumps::formatCharactersInName()
+{
+    const QVector<LogLine> lines = dumpStatus(1, stPrinterState());
+    QCOMPARE(lines.size(), 20);
+    QCOMPARE(lines.first().message, QStringLiteral("printer[1]=50%s%n%d"));
+    for (int i = 1; i < lines.size(); ++i) {
+        QVERIFY(lines.at(i).message.startsWith(QStringLiteral("50%s%n%d: ")));
+    }
+}
+
+void tst_DiagnosticDumps::listLengthsNotReportedCounts()
+{
+    stPrinterState state;
+    state.iNumberOfError = 3;
+    state.iNumberOfWarning = 5;
+    state.listError = {ERR_FIXER, ERR_COOLING};
+    const QStringList messages = Messages(dumpStatus(0, state));
+    QCOMPARE(messages.at(6), QStringLiteral("三楼 K4510A: iNumberOfError=2"));
+    QCOMPARE(messages.at(7), QStringLiteral("三楼 K4510A: iNumberOfWarning=0"));
+}
+
+void tst_DiagnosticDumps::lineNumbers()
+{
+    const QVector<LogLine> lines = dumpStatus(0, stPrinterState());
+    QCOMPARE(lines.size(), 20);
+    int last = 0;
+    for (const LogLine& line : lines) {
+        QCOMPARE(line.source, QStringLiteral("brelprintertoolwidget"));
+        QCOMPARE(line.function, QStringLiteral("DebugOutputPrinterStatus"));
+        QVERIFY(line.sourceLine > last); // each call has its own
+        last = line.sourceLine;
+    }
+}
+
+void tst_DiagnosticDumps::lastStepOfTheSlots()
+{
+    m_window->SlotUpdatePrinterList();
+    QStringList messages = Messages(takeLog());
+    QCOMPARE(messages.size(), 7);
+    QCOMPARE(messages.first(), QStringLiteral("printer number=2"));
+    m_window->setState(1, stPrinterState());
+    m_window->SlotUpdatePrinterStatus(1);
+    messages = Messages(takeLog());
+    QCOMPARE(messages.size(), 20);
+    QCOMPARE(messages.first(), QStringLiteral("printer[1]=50%s%n%d"));
+}
+
+void tst_DiagnosticDumps::switchedOff()
+{
+    SetLogEnable(false);
+    m_window->SlotUpdatePrinterList();
+    m_window->SlotUpdatePrinterStatus(0);
+    QCOMPARE(LogFolder().entryList(QDir::Files), QStringList());
+    SetLogEnable(true);
+}
+
+void tst_DiagnosticDumps::indexOutOfRange()
+{
+    m_window->DebugOutputPrinterStatus(-1);
+    m_window->DebugOutputPrinterStatus(2);
+    QVERIFY(takeLog().isEmpty());
+}
+
+QTEST_MAIN(tst_DiagnosticDumps)
+#include "tst_diagnosticdumps.moc"

@@ -1,0 +1,244 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+// The real program beside others of its name.
+
+#include "Accessibility.h"
+#include "AssistantProcess.h"
+#include "PrinterFolder.h"
+
+#include <QDir>
+#include <QtTest>
+
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+QString Title()
+{
+    return QStringLiteral("拓玛激光打印助手");
+}
+
+QString CopyOfProgram(const QString& program, const QString& name)
+{
+    const QString folder = QStringLiteral("/tmp/copies/");
+    QDir().mkpath(folder);
+    QFile::remove(folder + name);
+    return QFile::copy(program, folder + name) ? folder + name : QString();
+}
+
+QString CopyOfAssistant(const QString& name)
+{
+    return CopyOfProgram(QStringLiteral(ASSISTANT_PROGRAM), name);
+}
+
+// The box has the window's title but is a dialog, and the program behind it has no tray item.
+bool ShowsBoxAlone(const AssistantProcess& copy)
+{
+    const bool hasWindow = QTest::qWaitFor([]() { return VisibleWindows(Title()).size() == 1; }, 10000);
+    if (!hasWindow || !copy.isRunning() || copy.hasTrayItem()) {
+        return false;
+    }
+    const QString type =
+        OutputOf(QStringLiteral("xprop"),
+                 {QStringLiteral("-id"), VisibleWindows(Title()).constFirst(), QStringLiteral("_NET_WM_WINDOW_TYPE")});
+    return type.contains(QStringLiteral("_NET_WM_WINDOW_TYPE_DIALOG"));
+}
+
+} // namespace
+
+class tst_SingleInstance : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void boxOfASecondCopy();
+    void boxClosedByItsTitleBar();
+    void secondCopyIgnoresHide();
+    void copyUnderAnotherName();
+    void namesAreCutTo15Characters();
+    void otherProcesses_data();
+    void otherProcesses();
+    void longerNameElsewhere();
+    void zombie();
+    void toolDirectory();
+    void toolDirectoryCannotBeMade();
+};
+
+void tst_SingleInstance::init()
+{
+    PrinterFolder::Create();
+    QTRY_COMPARE(VisibleWindows(Title()), QStringList());
+}
+
+void tst_SingleInstance::boxOfASecondCopy()
+{
+    if (!IsAccessibilityAvailable()) {
+        QSKIP("this machine has no accessibility bus (package at-spi2-core)");
+    }
+    AssistantProcess first;
+    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
+    AssistantProcess second;
+    second.setEnvironment(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    QVERIFY(second.start());
+    QVERIFY(ShowsBoxAlone(second));
+    QList<AccessibleObject> objects;
+    QTRY_VERIFY(!(objects = AccessibleObjects(AssistantProcess::fileName())).isEmpty());
+    QStringList texts;
+    AccessibleObject button;
+    for (const AccessibleObject& object : qAsConst(objects)) {
+        if (!object.name.isEmpty()) {
+            texts.append(object.name);
+            button = object; // the last one that has a text
+        }
+    }
+    QCOMPARE(texts,
+             (QStringList{QStringLiteral("拓玛激光打印助手"), QStringLiteral("拓玛激光打印助手已经处于运行中！"),
+                          QStringLiteral("确  定")}));
+    QVERIFY(DoAction(button));
+    QCOMPARE(second.waitForExit(), 0);
+    QVERIFY(first.isRunning());
+    QVERIFY(first.hasTrayItem());
+}
+
+void tst_SingleInstance::boxClosedByItsTitleBar()
+{
+    AssistantProcess first;
+    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
+    AssistantProcess second;
+    QVERIFY(second.start());
+    QVERIFY(ShowsBoxAlone(second));
+    QVERIFY(PressUntilGone(Title(), QStringLiteral("alt+F4")));
+    QCOMPARE(second.waitForExit(), 0);
+    QVERIFY(first.isRunning());
+}
+
+void tst_SingleInstance::secondCopyIgnoresHide()
+{
+    AssistantProcess first;
+    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
+    AssistantProcess second;
+    QVERIFY(second.start({QStringLiteral("-hide")}));
+    QVERIFY(ShowsBoxAlone(second));
+    QVERIFY(PressUntilGone(Title(), QStringLiteral("Return")));
+    QCOMPARE(second.waitForExit(), 0);
+}
+
+void tst_SingleInstance::copyUnderAnotherName()
+{
+    AssistantProcess first;
+    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
+    AssistantProcess other(CopyOfAssistant(QStringLiteral("Assistant")));
+    QVERIFY(other.startIntoTray({QStringLiteral("-hide")}));
+    QVERIFY(first.hasTrayItem());
+    QVERIFY(other.hasTrayItem());
+}
+
+void tst_SingleInstance::namesAreCutTo15Characters()
+{
+    AssistantProcess first(CopyOfAssistant(QStringLiteral("FifteenLettersXAndMore")));
+    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
+    AssistantProcess second(CopyOfAssistant(QStringLiteral("FifteenLettersXAndOthers")));
+    QVERIFY(second.start());
+    QVERIFY(ShowsBoxAlone(second));
+    AssistantProcess third(CopyOfAssistant(QStringLiteral("FifteenLettersYAndMore")));
+    QVERIFY(third.startIntoTray({QStringLiteral("-hide")}));
+}
+
+void tst_SingleInstance::otherProcesses_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("counts");
+    QTest::newRow("same name") << QStringLiteral("BrelPrinterTool") << true;
+    QTest::newRow("another case") << QStringLiteral("bRELpRINTERtOOL") << true;
+    QTest::newRow("same first 15 characters") << QStringLiteral("BrelPrinterTool-x") << true;
+    QTest::newRow("beginning alone") << QStringLiteral("BrelPrinterToo") << false;
+    QTest::newRow("end alone") << QStringLiteral("xBrelPrinterTool") << false;
+    QTest::newRow("with a blank") << QStringLiteral("Brel Printer") << false;
+}
+
+void tst_SingleInstance::otherProcesses()
+{
+    QFETCH(const QString, name);
+    QFETCH(const bool, counts);
+    QProcess sleeper;
+    sleeper.start(CopyOfProgram(QStringLiteral("/bin/sleep"), name), {QStringLiteral("60")});
+    QVERIFY(sleeper.waitForStarted());
+    AssistantProcess assistant;
+    if (counts) {
+        QVERIFY(assistant.start());
+        QVERIFY(ShowsBoxAlone(assistant));
+    } else {
+        QVERIFY(assistant.startIntoTray());
+    }
+    sleeper.kill();
+    sleeper.waitForFinished();
+}
+
+// The name on a command line is no process name.
+void tst_SingleInstance::longerNameElsewhere()
+{
+    QProcess shell;
+    shell.start(QStringLiteral("/bin/sh"),
+                {QStringLiteral("-c"), QStringLiteral("sleep 60; :"), QStringLiteral("BrelPrinterTool")});
+    QVERIFY(shell.waitForStarted());
+    AssistantProcess assistant;
+    QVERIFY(assistant.startIntoTray());
+    shell.kill();
+    shell.waitForFinished();
+}
+
+void tst_SingleInstance::zombie()
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        prctl(PR_SET_NAME, "BrelPrinterTool");
+        _exit(0);
+    }
+    siginfo_t information = {};
+    QCOMPARE(waitid(P_PID, static_cast<id_t>(child), &information, WEXITED | WNOWAIT), 0); // it stays a zombie
+    {
+        AssistantProcess assistant;
+        QVERIFY(assistant.start());
+        QVERIFY(ShowsBoxAlone(assistant));
+    }
+    QCOMPARE(waitpid(child, nullptr, 0), child);
+    AssistantProcess assistant;
+    QVERIFY(assistant.startIntoTray());
+}
+
+void tst_SingleInstance::toolDirectory()
+{
+    const QDir folder(QString::fromLatin1(PrinterFolder::ToolDirectory));
+    PrinterFolder::Remove();
+    {
+        AssistantProcess assistant;
+        QVERIFY(assistant.startIntoTray());
+        QVERIFY(folder.exists());
+        QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    }
+    PrinterFolder::WriteFile(folder.filePath(QStringLiteral("pslist.tmp")), "1 ? 00:00:00 BrelPrinterTool\n");
+    AssistantProcess assistant;
+    QVERIFY(assistant.startIntoTray());
+    QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("pslist.tmp"))));
+}
+
+// A file in its place stops even root.
+void tst_SingleInstance::toolDirectoryCannotBeMade()
+{
+    PrinterFolder::Remove();
+    PrinterFolder::WriteFile(QStringLiteral("/opt/tolmar/tolmar-printer-q727"), "");
+    AssistantProcess assistant;
+    const bool isStarted = assistant.startIntoTray();
+    const bool isVisible = QTest::qWaitFor([]() { return VisibleWindows(Title()).size() == 1; });
+    QVERIFY(QFile::remove(QStringLiteral("/opt/tolmar/tolmar-printer-q727")));
+    QVERIFY(isStarted);
+    QVERIFY(isVisible);
+}
+
+QTEST_GUILESS_MAIN(tst_SingleInstance)
+#include "tst_singleinstance.moc"

@@ -1,0 +1,238 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "StatusReplyEncoder.h"
+#include "TestWindow.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTableWidget>
+#include <QtTest>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <new>
+
+namespace {
+
+constexpr quint8 RawCancelling = 3;
+constexpr int ManyPrinters = 50;
+// A stop takes one slice of half a second; the rest is for a busy machine.
+constexpr qint64 StopLimitMs = 1500;
+// A thread that does not stop is waited for a second.
+constexpr qint64 StopTimeoutMs = 1000;
+
+void WritePrinters(int count)
+{
+    QList<stPrinterInfo> printers;
+    for (int i = 0; i < count; ++i) {
+        printers.append(PrinterFolder::Printer(QStringLiteral("Prn%1").arg(i)));
+    }
+    PrinterFolder::WritePrinterList(printers);
+}
+
+bool HasRows(const TestWindow& window, int count)
+{
+    return QTest::qWaitFor([&window, count]() { return window.table().rowCount() == count; }, 10000);
+}
+
+// Threads without a name of their own, in this whole process: those of the workers and a few of Qt's.
+int PlainThreadCount()
+{
+    int count = 0;
+    const QDir tasks(QStringLiteral("/proc/self/task"));
+    const QStringList entries = tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& entry : entries) {
+        QFile file(tasks.filePath(entry) + QStringLiteral("/comm"));
+        if (file.open(QIODevice::ReadOnly) && file.readAll() == "QThread\n") {
+            ++count;
+        }
+    }
+    return count;
+}
+
+void WriteStatus(const QString& name, quint8 status)
+{
+    StandardReply reply;
+    reply.status = status;
+    PrinterFolder::WriteStatusFile(name, EncodeStandardReply(reply));
+}
+
+} // namespace
+
+class tst_WorkerControl : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void deviceManagerAlone();
+    void oneWorkerAPrinter();
+    void growingStartsTheMissing();
+    void shrinkingStopsNothing();
+    void workersOfAShrunkListPollAgain();
+    void stopsAtOnce_data();
+    void stopsAtOnce();
+    void stopsSoonAfterTheStart();
+    void hangingCommand();
+
+private:
+    int workerThreads() const;
+
+    int m_otherThreads = 0;
+};
+
+void tst_WorkerControl::initTestCase()
+{
+    { // starts Qt's own threads
+        const QSystemTrayIcon icon;
+        QTest::qWait(100);
+    }
+    m_otherThreads = PlainThreadCount();
+}
+
+int tst_WorkerControl::workerThreads() const
+{
+    return PlainThreadCount() - m_otherThreads;
+}
+
+void tst_WorkerControl::init()
+{
+    PrinterFolder::Create();
+    QTRY_COMPARE(workerThreads(), 0);
+}
+
+void tst_WorkerControl::deviceManagerAlone()
+{
+    const TestWindow window;
+    QTRY_COMPARE(workerThreads(), 1);
+    QCOMPARE(window.startedWorkers(), 0);
+}
+
+void tst_WorkerControl::oneWorkerAPrinter()
+{
+    WritePrinters(3);
+    const TestWindow window;
+    const QSignalSpy starts(&window, &BrelPrinterToolWidget::SgnStatusThreadStart);
+    QVERIFY(HasRows(window, 3));
+    QCOMPARE(window.startedWorkers(), 3);
+    QCOMPARE(starts.size(), 3); // one a new worker; each reaches the earlier ones again
+    QTRY_COMPARE(workerThreads(), 4);
+}
+
+void tst_WorkerControl::growingStartsTheMissing()
+{
+    WritePrinters(2);
+    const TestWindow window;
+    QVERIFY(HasRows(window, 2));
+    QCOMPARE(window.startedWorkers(), 2);
+    const QSignalSpy starts(&window, &BrelPrinterToolWidget::SgnStatusThreadStart);
+    WritePrinters(3);
+    QVERIFY(HasRows(window, 3));
+    QCOMPARE(window.startedWorkers(), 3);
+    QCOMPARE(starts.size(), 1);
+    QTRY_COMPARE(workerThreads(), 4);
+}
+
+void tst_WorkerControl::shrinkingStopsNothing()
+{
+    WritePrinters(3);
+    const TestWindow window;
+    QVERIFY(HasRows(window, 3));
+    WritePrinters(1);
+    QVERIFY(HasRows(window, 1));
+    QCOMPARE(window.startedWorkers(), 3);
+    WritePrinters(3);
+    QVERIFY(HasRows(window, 3));
+    QCOMPARE(window.startedWorkers(), 5);
+    QTRY_COMPARE(workerThreads(), 6);
+    PrinterFolder::RemovePrinterList();
+    QVERIFY(HasRows(window, 0));
+    QCOMPARE(window.startedWorkers(), 5);
+    QCOMPARE(workerThreads(), 6);
+}
+
+// The last printer has two workers by then; either makes its row right.
+void tst_WorkerControl::workersOfAShrunkListPollAgain()
+{
+    WritePrinters(2);
+    WriteStatus(QStringLiteral("Prn1"), 0);
+    const TestWindow window;
+    QVERIFY(HasRows(window, 2));
+    WritePrinters(1);
+    QVERIFY(HasRows(window, 1));
+    WritePrinters(2);
+    QVERIFY(HasRows(window, 2));
+    QCOMPARE(window.startedWorkers(), 3);
+    QTRY_COMPARE(window.row(1).at(3), QStringLiteral("就绪"));
+}
+
+void tst_WorkerControl::stopsAtOnce_data()
+{
+    QTest::addColumn<bool>("byTrayEntry");
+    QTest::newRow("by the tray entry") << true;
+    QTest::newRow("by another way") << false;
+}
+
+void tst_WorkerControl::stopsAtOnce()
+{
+    QFETCH(const bool, byTrayEntry);
+    WritePrinters(ManyPrinters);
+    auto window = std::make_unique<TestWindow>();
+    QVERIFY(HasRows(*window, ManyPrinters));
+    QTRY_COMPARE(workerThreads(), ManyPrinters + 1);
+    QElapsedTimer timer;
+    timer.start();
+    if (byTrayEntry) {
+        window->SlotTrayActionExit();
+    }
+    window.reset();
+    const qint64 elapsedMs = timer.elapsed();
+    qInfo("%d workers stopped in %lld ms", ManyPrinters, elapsedMs);
+    QVERIFY2(elapsedMs < StopLimitMs, qPrintable(QString::number(elapsedMs)));
+    QTRY_COMPARE(workerThreads(), 0);
+}
+
+void tst_WorkerControl::stopsSoonAfterTheStart()
+{
+    WritePrinters(ManyPrinters);
+    QElapsedTimer timer;
+    timer.start();
+    {
+        const TestWindow window;
+    }
+    QVERIFY2(timer.elapsed() < StopLimitMs, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(workerThreads(), 0);
+}
+
+// The window lies in memory of the test's own, which shows whether the worker left behind touches it afterwards.
+void tst_WorkerControl::hangingCommand()
+{
+    constexpr char Untouched = '\x5a';
+    const FakeCommand cancel(QStringLiteral("cancel"), QStringLiteral("sleep 4"));
+    WritePrinters(2);
+    WriteStatus(QStringLiteral("Prn0"), RawCancelling);
+    WriteStatus(QStringLiteral("Prn1"), 0);
+    alignas(TestWindow) static std::array<char, sizeof(TestWindow)> s_memory;
+    auto* window = new (s_memory.data()) TestWindow;
+    QVERIFY(HasRows(*window, 2));
+    QTRY_COMPARE(cancel.calls().size(), 1);
+    QElapsedTimer timer;
+    timer.start();
+    window->~TestWindow();
+    const qint64 elapsedMs = timer.elapsed();
+    s_memory.fill(Untouched);
+    qInfo("a hanging command held the window up for %lld ms", elapsedMs);
+    QVERIFY(elapsedMs >= StopTimeoutMs);
+    QVERIFY2(elapsedMs < StopTimeoutMs + StopLimitMs, qPrintable(QString::number(elapsedMs)));
+    QTRY_COMPARE(workerThreads(), 1); // left alone
+    QTRY_COMPARE_WITH_TIMEOUT(workerThreads(), 0, 10000); // it ends when the command does
+    QVERIFY(std::all_of(s_memory.begin(), s_memory.end(), [](char byte) { return byte == Untouched; }));
+    QCOMPARE(cancel.calls().size(), 1);
+}
+
+QTEST_MAIN(tst_WorkerControl)
+#include "tst_workercontrol.moc"

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusServiceWatcher>
+#include <QStringList>
+
+/// The desktop's tray, watcher and host in one. Draws nothing, and records the bus name of each item that registers
+/// as a line in /tmp/tray-items. Programs look at the properties, by introspection, before they trust in a tray.
+class StatusNotifierWatcher : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(QStringList RegisteredStatusNotifierItems READ items NOTIFY StatusNotifierItemRegistered)
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hasHost CONSTANT)
+    Q_PROPERTY(int ProtocolVersion READ protocolVersion CONSTANT)
+
+public:
+    explicit StatusNotifierWatcher(QObject* parent);
+
+    /// Items that are registered and still on the bus.
+    QStringList items() const;
+    bool hasHost() const;
+    int protocolVersion() const;
+
+public slots:
+    void RegisterStatusNotifierItem(const QString& service);
+    void RegisterStatusNotifierHost(const QString& service);
+
+signals:
+    void StatusNotifierItemRegistered(const QString& service);
+    void StatusNotifierItemUnregistered(const QString& service);
+    void StatusNotifierHostRegistered();
+
+private:
+    void removeItem(const QString& service);
+
+    QStringList m_items;
+    QDBusServiceWatcher m_busWatcher;
+};

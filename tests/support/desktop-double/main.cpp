@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+// Plays the desktop on the session bus for the tests: the tray and the notification service. Writes one line when
+// both are there, then serves until it is killed.
+
+#include "NotificationServer.h"
+#include "StatusNotifierWatcher.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+
+#include <cstdio>
+
+namespace {
+
+bool Serve(QObject* object, const QString& path, const QString& name)
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    return bus.registerObject(path, object, QDBusConnection::ExportAdaptors) && bus.registerService(name);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QObject tray;
+    new StatusNotifierWatcher(&tray);
+    QObject notifications;
+    new NotificationServer(&notifications);
+    if (!Serve(&tray, QStringLiteral("/StatusNotifierWatcher"), QStringLiteral("org.kde.StatusNotifierWatcher")) ||
+        !Serve(&notifications, QStringLiteral("/org/freedesktop/Notifications"),
+               QStringLiteral("org.freedesktop.Notifications"))) {
+        std::fputs("desktop-double: no session bus, or it has a desktop already\n", stderr);
+        return 1;
+    }
+    std::puts("ready");
+    std::fflush(stdout);
+    return QCoreApplication::exec();
+}
