@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "LogFolder.h"
+#include "PrinterFolder.h"
+#include "SampleReplies.h"
+#include "StatusWorker.h"
+#include "UtilLog.h"
+
+#include <QtTest>
+
+#include <string>
+
+// The `cancel` command, on a printer's entering the cancelling status.
+class JobCancelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void Transition_data();
+    void Transition();
+    void OncePerEntering();
+    void LogLineComesFirst();
+    void ExitCodeIsIgnored_data();
+    void ExitCodeIsIgnored();
+    void Command_data();
+    void Command();
+    void RefusedNames_data();
+    void RefusedNames();
+    void CommandLength_data();
+    void CommandLength();
+};
+
+namespace {
+
+constexpr char EmptyFolder[] = "/tmp/empty";
+
+const QString Name = QStringLiteral("Office_K4510A");
+
+QByteArray CancelLogLine(const QString& name)
+{
+    return "(../TrdGetPrinterStatus@513 SlotTaskStart) cancel by printer " + name.toUtf8();
+}
+
+QList<QByteArray> LogLines()
+{
+    QList<QByteArray> lines;
+    const QList<QByteArray> written = LogFolder::Lines();
+    for (const QByteArray& line : written) {
+        lines.append(LogFolder::WithoutTime(line));
+    }
+    return lines;
+}
+
+struct Setting
+{
+    explicit Setting(const QString& name = Name, int status = PS_READY)
+        : list{FilledPrinter(name)}
+    {
+        list[0].stState.enCurrentStatus = status;
+        worker.Init(0, &list);
+    }
+
+    int status() const
+    {
+        return list.first().stState.enCurrentStatus;
+    }
+
+    QList<stPrinterManager> list;
+    StatusWorker worker;
+};
+
+} // namespace
+
+void JobCancelTest::init()
+{
+    PrinterFolder::Create();
+    QVERIFY(QDir().mkpath(QString::fromLatin1(EmptyFolder)));
+    QVERIFY(QDir::setCurrent(QString::fromLatin1(EmptyFolder))); // where a pattern finds no file
+    SetLogEnable(true);
+}
+
+void JobCancelTest::cleanup()
+{
+    SetLogEnable(false);
+}
+
+void JobCancelTest::Transition_data()
+{
+    QTest::addColumn<int>("listed");
+    QTest::addColumn<int>("sent");
+    QTest::addColumn<int>("calls");
+
+    for (const int listed : {0, 1, 2, 3, 4, 5, 7, 8, 9, 10, 11}) {
+        QTest::newRow(qPrintable(QStringLiteral("from %1 to 6").arg(listed))) << listed << int(RawCancelingJob) << 1;
+    }
+    QTest::newRow("6 stays") << 6 << int(RawCancelingJob) << 0;
+    QTest::newRow("from 6 to 3") << 6 << int(RawReady) << 0;
+    QTest::newRow("from 3 to 8") << 3 << int(RawPrinting) << 0;
+}
+
+void JobCancelTest::Transition()
+{
+    QFETCH(int, listed);
+    QFETCH(int, sent);
+    const FakeCommand cancel(QStringLiteral("cancel"));
+    Setting setting(Name, listed);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(static_cast<RawStatus>(sent)));
+    QCOMPARE(setting.worker.runCancelCycle(), 1); // the toner differs in any case
+    QTEST(cancel.calls().size(), "calls");
+    QTEST(LogLines().size(), "calls");
+}
+
+void JobCancelTest::OncePerEntering()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"));
+    Setting setting;
+    const auto cycleWith = [&setting](RawStatus status, quint32 toner) {
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(status, toner));
+        return setting.worker.runCancelCycle();
+    };
+    QCOMPARE(cycleWith(RawReady, 100), 1);
+    QCOMPARE(cancel.calls().size(), 0);
+    QCOMPARE(cycleWith(RawCancelingJob, 100), 1);
+    QCOMPARE(cancel.calls(), QList<QStringList>{QStringList{Name}});
+    QCOMPARE(setting.status(), 6);
+    // Staying there, with an unchanged file and with a changed one.
+    QCOMPARE(setting.worker.runCycle(), 0);
+    QCOMPARE(setting.worker.runCycle(), 0);
+    QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
+    QCOMPARE(cancel.calls().size(), 1);
+    // Leaving and entering again.
+    QCOMPARE(cycleWith(RawBusy, 99), 1);
+    QCOMPARE(cancel.calls().size(), 1);
+    QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
+    QCOMPARE(cancel.calls().size(), 2);
+    // The same when the list has it in the error status meanwhile, which no reply of this family stands for.
+    setting.list[0].stState.enCurrentStatus = PS_ERROR;
+    QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
+    QCOMPARE(cancel.calls().size(), 3);
+    QCOMPARE(LogLines(), (QList<QByteArray>{CancelLogLine(Name), CancelLogLine(Name), CancelLogLine(Name)}));
+}
+
+void JobCancelTest::LogLineComesFirst()
+{
+    const QString seen = QStringLiteral("/tmp/log-at-the-call");
+    const FakeCommand cancel(
+        QStringLiteral("cancel"),
+        QStringLiteral("cat %1* >%2").arg(QString::fromLatin1(PrinterFolder::ToolDirectory), seen));
+    Setting setting;
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    QCOMPARE(setting.worker.runCancelCycle(), 1);
+    QCOMPARE(LogFolder::WithoutTime(PrinterFolder::ReadFile(seen).trimmed()), CancelLogLine(Name));
+    QCOMPARE(LogLines(), QList<QByteArray>{CancelLogLine(Name)});
+}
+
+void JobCancelTest::ExitCodeIsIgnored_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::newRow("failed") << "exit 1";
+    QTest::newRow("not found") << "exit 127";
+    QTest::newRow("killed") << "kill -9 $$";
+}
+
+void JobCancelTest::ExitCodeIsIgnored()
+{
+    QFETCH(QString, body);
+    const FakeCommand cancel(QStringLiteral("cancel"), body);
+    Setting setting;
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    QCOMPARE(setting.worker.runCancelCycle(), 1);
+    QCOMPARE(setting.status(), 6);
+    QCOMPARE(cancel.calls().size(), 1);
+}
+
+void JobCancelTest::Command_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("arguments");
+
+    for (const char* name : {"K4510A", "办公室", "a-b", "a_b.c", "W~1", "S*r", "a?b", "[ab]", "a{b}c", "100%", "a%sb%n",
+                             "a=b", "a!b", "a,b:c@d+e^f"}) {
+        QTest::newRow(name) << QString::fromUtf8(name) << QStringList{QString::fromUtf8(name)};
+    }
+    QTest::newRow("blank") << "Off ice" << QStringList{QStringLiteral("Off"), QStringLiteral("ice")};
+    QTest::newRow("blank before") << " Office" << QStringList{QStringLiteral("Office")};
+}
+
+// The name stands unquoted in the command.
+void JobCancelTest::Command()
+{
+    QFETCH(QString, name);
+    QFETCH(QStringList, arguments);
+    const FakeCommand cancel(QStringLiteral("cancel"));
+    Setting setting(name);
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelingJob));
+    QCOMPARE(setting.worker.runCancelCycle(), 1);
+    QCOMPARE(cancel.calls(), QList<QStringList>{arguments});
+    QCOMPARE(LogLines(), QList<QByteArray>{CancelLogLine(name)});
+}
+
+void JobCancelTest::RefusedNames_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char character : std::string(";&|<>()$`\\\"'#")) {
+        QTest::newRow(QByteArray(1, character)) << (QStringLiteral("P") + QLatin1Char(character) + QStringLiteral("x"));
+    }
+    QTest::newRow("command") << "x; touch never";
+    QTest::newRow("at the start") << "#1";
+    QTest::newRow("at the end") << "Office&";
+    QTest::newRow("option") << "-a";
+    QTest::newRow("dash alone") << "-";
+    QTest::newRow("bell") << "P\ax";
+    QTest::newRow("tabulator") << "P\tx";
+    QTest::newRow("carriage return") << "P\rx";
+    QTest::newRow("delete") << "P\x7Fx";
+    QTest::newRow("C1 control") << QStringLiteral("P\u0085x");
+}
+
+void JobCancelTest::RefusedNames()
+{
+    QFETCH(QString, name);
+    const FakeCommand cancel(QStringLiteral("cancel"));
+    const FakeCommand other(QStringLiteral("x"));
+    Setting setting(name);
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelingJob));
+    QCOMPARE(setting.worker.runCancelCycle(), 1);
+    QCOMPARE(cancel.calls().size(), 0);
+    QCOMPARE(other.calls().size(), 0);
+    QCOMPARE(QDir(QString::fromLatin1(EmptyFolder)).entryList(QDir::Files), QStringList());
+    // All else goes on, and the log tells of both.
+    QCOMPARE(setting.status(), 6);
+    const QList<QByteArray> lines = LogLines();
+    QCOMPARE(lines.size(), 2);
+    QCOMPARE(lines.first(), CancelLogLine(name));
+    QVERIFY2(lines.last().startsWith("(../TrdGetPrinterStatus@") && lines.last().contains("refused") &&
+                 lines.last().contains(name.toUtf8()),
+             lines.last().constData());
+    QCOMPARE(setting.worker.runCycle(), 0);
+    QCOMPARE(LogLines().size(), 2);
+}
+
+void JobCancelTest::CommandLength_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<int>("calls");
+    QTest::newRow("254 bytes") << 254 << 1;
+    QTest::newRow("255 bytes") << 255 << 1;
+    QTest::newRow("256 bytes") << 256 << 0;
+    QTest::newRow("258 bytes") << 258 << 0;
+}
+
+void JobCancelTest::CommandLength()
+{
+    QFETCH(int, bytes);
+    const FakeCommand cancel(QStringLiteral("cancel"));
+    const QString name(bytes - static_cast<int>(qstrlen("cancel ")), QLatin1Char('x'));
+    // Such a name is too long for a file beside the status file: written in place.
+    QFile file(PrinterFolder::StatusFilePath(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(StandardBytes(RawCancelingJob));
+    file.close();
+    Setting setting(name);
+    QCOMPARE(setting.worker.runCancelCycle(), 1);
+    QTEST(cancel.calls().size(), "calls");
+    QCOMPARE(setting.status(), 6);
+    QCOMPARE(LogLines().constFirst(), CancelLogLine(name));
+}
+
+QTEST_GUILESS_MAIN(JobCancelTest)
+#include "tst_jobcancel.moc"

@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "PrinterListLock.h"
+#include "SampleReplies.h"
+#include "StatusWorker.h"
+
+#include <QtTest>
+
+#include <functional>
+#include <mutex>
+
+// What becomes of a cycle whose `cancel` command takes long: the list may be another by its end, or the program about
+// to end.
+class LongJobCancelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void ListChangedMeanwhile_data();
+    void ListChangedMeanwhile();
+    void ListUnchangedMeanwhile();
+    void StopMeanwhile();
+    void ListShrunkMeanwhile();
+};
+
+using ListChange = std::function<void(QList<stPrinterManager>&)>;
+Q_DECLARE_METATYPE(ListChange)
+
+namespace {
+
+constexpr int TimeoutMs = 15000;
+constexpr int SettleMs = 200;
+
+const QString Name = QStringLiteral("Office_K4510A");
+const QString CancelRuns = QStringLiteral("/tmp/cancel-runs");
+const QString CancelMayEnd = QStringLiteral("/tmp/cancel-may-end");
+
+// A `cancel` that takes until it is told to end.
+QString LongCancel()
+{
+    return QStringLiteral("touch %1; while [ ! -e %2 ]; do sleep 0.02; done").arg(CancelRuns, CancelMayEnd);
+}
+
+// Takes the list's lock as long as it lives, if it is to be had: not while somebody else works under it.
+class ListLock
+{
+public:
+    ListLock()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (!m_lock.try_lock() && timer.elapsed() < TimeoutMs) {
+            QTest::qWait(10);
+        }
+    }
+    bool isTaken() const
+    {
+        return m_lock.owns_lock();
+    }
+
+private:
+    std::unique_lock<std::mutex> m_lock{PrinterListMutex(), std::defer_lock};
+};
+
+} // namespace
+
+void LongJobCancelTest::init()
+{
+    PrinterFolder::Create();
+    QFile::remove(CancelRuns);
+    QFile::remove(CancelMayEnd);
+}
+
+void LongJobCancelTest::ListChangedMeanwhile_data()
+{
+    QTest::addColumn<ListChange>("change");
+    const auto row = [](const char* name, const ListChange& change) {
+        QTest::newRow(name) << change;
+    };
+    row("another name", [](auto& list) { list[0].stInfo.strPrinterName = QStringLiteral("other"); });
+    row("another URI", [](auto& list) {
+        // Its file says nothing new, so that what the next cycle makes of it can be told from what this one would.
+        list[0].stInfo.strURI = QStringLiteral("usb://other");
+        PrinterFolder::RemoveStatusFile(Name);
+    });
+}
+
+void LongJobCancelTest::ListChangedMeanwhile()
+{
+    QFETCH(ListChange, change);
+    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
+    QList<stPrinterManager> list{FilledPrinter(Name)};
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    RunningStatusWorker running(0, &list);
+    running.start();
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
+    stPrinterManager expected;
+    {
+        const ListLock lock;
+        QVERIFY(lock.isTaken());
+        change(list);
+        expected = list.first();
+    }
+    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    // The next cycle finds no file for what is listed now: one failure more, and nothing else.
+    ++expected.stState.iFailCount;
+    QTRY_VERIFY_WITH_TIMEOUT(Listed(list, 0).stState.iFailCount != expected.stState.iFailCount - 1, TimeoutMs);
+    QCOMPARE(Words(Listed(list, 0)), Words(expected));
+    QCOMPARE(running.signalledIndices(), QList<int>());
+}
+
+void LongJobCancelTest::ListUnchangedMeanwhile()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
+    QList<stPrinterManager> list{FilledPrinter(Name)};
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    RunningStatusWorker running(0, &list);
+    running.start();
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
+    // Only when the command has ended.
+    QCOMPARE(Words(Listed(list, 0)), Words(FilledPrinter(Name)));
+    QCOMPARE(running.signalledIndices(), QList<int>());
+    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    QTRY_COMPARE_WITH_TIMEOUT(running.signalledIndices(), QList<int>{0}, TimeoutMs);
+    QCOMPARE(Listed(list, 0).stState.enCurrentStatus, 6);
+}
+
+void LongJobCancelTest::StopMeanwhile()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
+    QList<stPrinterManager> list{FilledPrinter(Name)};
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    RunningStatusWorker running(0, &list);
+    running.start();
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
+    running.worker().SlotThreadQuit();
+    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    QVERIFY(running.stop());
+    QCOMPARE(Words(list.first()), Words(FilledPrinter(Name)));
+    QCOMPARE(running.signalledIndices(), QList<int>());
+}
+
+void LongJobCancelTest::ListShrunkMeanwhile()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
+    QList<stPrinterManager> list{FilledPrinter(QStringLiteral("first")), FilledPrinter(Name)};
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    RunningStatusWorker running(1, &list);
+    running.start();
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
+    {
+        const ListLock lock;
+        QVERIFY(lock.isTaken());
+        list.removeLast();
+    }
+    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    QTest::qWait(SettleMs); // for what must not happen
+    QVERIFY(running.stop());
+    QCOMPARE(list.size(), 1);
+    QCOMPARE(Words(list.first()), Words(FilledPrinter(QStringLiteral("first"))));
+    QCOMPARE(running.signalledIndices(), QList<int>());
+}
+
+QTEST_GUILESS_MAIN(LongJobCancelTest)
+#include "tst_longjobcancel.moc"

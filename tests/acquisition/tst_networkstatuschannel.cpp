@@ -1,0 +1,298 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "SampleReplies.h"
+#include "SocketCalls.h"
+#include "StatusWorker.h"
+#include "UdpPeer.h"
+
+#include <QtTest>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+class NetworkStatusChannelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void RequestOnTheWire();
+    void EmptyAddressSendsNothing();
+    void ReplyIsEvaluated();
+    void ReplySize_data();
+    void ReplySize();
+    void QZFamilyIsNotDistinguished();
+    void Silence();
+    void SilentPeer();
+    void LateReply();
+    void OnlyTheFirstDatagramCounts();
+    void AnswerFromAnotherAddress();
+    void UnparsableAddress_data();
+    void UnparsableAddress();
+    void NoSocket();
+    void NotSent_data();
+    void NotSent();
+    void NotSentWhole();
+    void TimeoutCannotBeSet();
+    void TimeoutIsSetAfterSending();
+    void EverySocketIsClosed();
+};
+
+namespace {
+
+constexpr char PeerAddress[] = "127.7.7.7";
+constexpr int TimeoutMs = 1000;
+
+const QString Address = QString::fromLatin1(PeerAddress);
+
+// What every query sends: start, length, request, zeros.
+QByteArray Request()
+{
+    return QByteArray::fromHex("A5 000C 50E0740803 00000000000000");
+}
+
+StatusWorker& FilledWorker(StatusWorker& worker)
+{
+    worker.stCurrent = FilledPrinter(QStringLiteral("Office"));
+    return worker;
+}
+
+QString UntouchedWords()
+{
+    return Words(FilledPrinter(QStringLiteral("Office")));
+}
+
+int LowestFreeDescriptor()
+{
+    const int descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    close(descriptor);
+    return descriptor;
+}
+
+} // namespace
+
+void NetworkStatusChannelTest::init()
+{
+    SocketCalls::Reset(SocketCalls::Failure::None);
+}
+
+void NetworkStatusChannelTest::RequestOnTheWire()
+{
+    UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
+    StatusWorker worker;
+    QCOMPARE(worker.GetPrinterStatusUDP(Address), 0);
+    const QList<QByteArray> requests = peer.takeRequests();
+    QCOMPARE(requests.size(), 1);
+    QCOMPARE(requests.first().toHex(' '), Request().toHex(' '));
+    QCOMPARE(requests.first().size(), 15);
+}
+
+void NetworkStatusChannelTest::EmptyAddressSendsNothing()
+{
+    UdpPeer peer("127.0.0.1", {StandardBytes(RawReady)});
+    StatusWorker worker;
+    QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(QString()), -1);
+    QCOMPARE(worker.GetPrinterStatusUDP(QLatin1String("")), -1);
+    QCOMPARE(peer.takeRequests().size(), 0);
+    QVERIFY(SocketCalls::Order().empty());
+    QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+}
+
+void NetworkStatusChannelTest::ReplyIsEvaluated()
+{
+    const UdpPeer peer(PeerAddress, {EncodeStandardReply(FullReply())});
+    StatusWorker worker;
+    QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(Address), 0);
+    QCOMPARE(Words(worker.stCurrent.stState), Words(FullReplyState()));
+    QCOMPARE(Words(worker.stCurrent.stInfo), Words(FilledPrinter(QStringLiteral("Office")).stInfo));
+}
+
+void NetworkStatusChannelTest::ReplySize_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<int>("result");
+
+    QTest::newRow("0 bytes") << QByteArray() << -5;
+    QTest::newRow("1 byte") << QByteArray(1, '\0') << -5;
+    QTest::newRow("7 bytes") << QByteArray(7, '\0') << -5;
+    QTest::newRow("8 bytes, evaluated and rejected") << QByteArray(8, '\0') << -1;
+    QTest::newRow("cut off") << RejectedBytes() << -1;
+    QTest::newRow("whole") << StandardBytes(RawReady) << 0;
+    QTest::newRow("whole, with a rest") << StandardBytes(RawReady) + QByteArray(100, '\xFF') << 0;
+    QTest::newRow("2048 bytes") << StandardBytesOfSize(2048) << 0;
+    QTest::newRow("2049 bytes, the last is lost") << StandardBytesOfSize(2049) << -1;
+}
+
+void NetworkStatusChannelTest::ReplySize()
+{
+    QFETCH(QByteArray, reply);
+    QFETCH(int, result);
+    const UdpPeer peer(PeerAddress, {reply});
+    StatusWorker worker;
+    QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(Address), result);
+    if (result == 0) {
+        QCOMPARE(worker.stCurrent.stState.dwRemainingToner, 8000UL);
+    } else {
+        QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+    }
+}
+
+void NetworkStatusChannelTest::QZFamilyIsNotDistinguished()
+{
+    const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
+    StatusWorker worker;
+    worker.stCurrent = FilledPrinter(QStringLiteral("J4990E"));
+    QCOMPARE(worker.GetPrinterStatusUDP(Address), 0);
+    QCOMPARE(worker.stCurrent.stState.dwRemainingToner, 8000UL);
+    QCOMPARE(worker.stCurrent.stState.iNumberOfError, 0); // the QZ family has 1 always
+}
+
+void NetworkStatusChannelTest::Silence()
+{
+    StatusWorker worker;
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(Address), -5);
+    QVERIFY2(timer.elapsed() >= TimeoutMs, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+}
+
+void NetworkStatusChannelTest::SilentPeer()
+{
+    UdpPeer peer(PeerAddress, {});
+    StatusWorker worker;
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(worker.GetPrinterStatusUDP(Address), -5);
+    QVERIFY2(timer.elapsed() >= TimeoutMs, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(peer.takeRequests().size(), 1); // asked once, not again
+}
+
+void NetworkStatusChannelTest::LateReply()
+{
+    const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)}, nullptr, 1500);
+    StatusWorker worker;
+    QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(Address), -5);
+    QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+}
+
+void NetworkStatusChannelTest::OnlyTheFirstDatagramCounts()
+{
+    const UdpPeer peer(PeerAddress, {QByteArray(7, '\0'), StandardBytes(RawReady)});
+    StatusWorker worker;
+    QCOMPARE(worker.GetPrinterStatusUDP(Address), -5);
+    const UdpPeer otherPeer("127.7.7.8", {StandardBytes(RawReady, 1), StandardBytes(RawReady, 2)});
+    QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("127.7.7.8")), 0);
+    QCOMPARE(worker.stCurrent.stState.dwRemainingToner, 1UL);
+}
+
+void NetworkStatusChannelTest::AnswerFromAnotherAddress()
+{
+    const UdpPeer peer(PeerAddress, {StandardBytes(RawBusy)}, "127.9.9.9");
+    StatusWorker worker;
+    QCOMPARE(worker.GetPrinterStatusUDP(Address), 0);
+    QCOMPARE(worker.stCurrent.stState.enCurrentStatus, 5);
+}
+
+void NetworkStatusChannelTest::UnparsableAddress_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::newRow("name") << "printer.local";
+    QTest::newRow("blank") << " ";
+    QTest::newRow("number too great") << "256.1.1.1";
+    QTest::newRow("three numbers") << "127.7.7";
+    QTest::newRow("blank before") << " 127.7.7.7";
+    QTest::newRow("with the port") << "127.7.7.7:9300";
+    QTest::newRow("IPv6") << "::1";
+    QTest::newRow("Chinese") << "打印机";
+}
+
+// 0.0.0.0 then, which is this machine.
+void NetworkStatusChannelTest::UnparsableAddress()
+{
+    QFETCH(QString, address);
+    UdpPeer peer("127.0.0.1", {StandardBytes(RawBusy)});
+    StatusWorker worker;
+    QCOMPARE(worker.GetPrinterStatusUDP(address), 0);
+    QCOMPARE(peer.takeRequests().size(), 1);
+    QCOMPARE(worker.stCurrent.stState.enCurrentStatus, 5);
+}
+
+void NetworkStatusChannelTest::NoSocket()
+{
+    StatusWorker worker;
+    FilledWorker(worker);
+    rlimit before = {};
+    QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{static_cast<rlim_t>(LowestFreeDescriptor()), before.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+    const int result = worker.GetPrinterStatusUDP(Address);
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
+    QCOMPARE(result, -2);
+    QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+}
+
+void NetworkStatusChannelTest::NotSent_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::newRow("no way there") << "203.0.113.1"; // of a network that there is for documentation only
+    QTest::newRow("broadcast") << "255.255.255.255";
+}
+
+void NetworkStatusChannelTest::NotSent()
+{
+    QFETCH(QString, address);
+    StatusWorker worker;
+    QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(address), -3);
+    QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+}
+
+void NetworkStatusChannelTest::NotSentWhole()
+{
+    const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
+    SocketCalls::Reset(SocketCalls::Failure::ShortSend);
+    StatusWorker worker;
+    QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(Address), -3);
+    QCOMPARE(SocketCalls::Order(), std::vector<std::string>{"sendto"});
+    QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+}
+
+void NetworkStatusChannelTest::TimeoutCannotBeSet()
+{
+    UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
+    SocketCalls::Reset(SocketCalls::Failure::Timeout);
+    StatusWorker worker;
+    QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(Address), -4);
+    QCOMPARE(peer.takeRequests().size(), 1); // sent all the same
+    QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+}
+
+void NetworkStatusChannelTest::TimeoutIsSetAfterSending()
+{
+    const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
+    StatusWorker worker;
+    QCOMPARE(worker.GetPrinterStatusUDP(Address), 0);
+    QCOMPARE(SocketCalls::Order(), (std::vector<std::string>{"sendto", "setsockopt"}));
+}
+
+void NetworkStatusChannelTest::EverySocketIsClosed()
+{
+    const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
+    const UdpPeer emptyPeer("127.7.7.8", {QByteArray()});
+    StatusWorker worker;
+    const int lowestFree = LowestFreeDescriptor();
+    QCOMPARE(worker.GetPrinterStatusUDP(Address), 0);
+    QCOMPARE(LowestFreeDescriptor(), lowestFree);
+    QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("127.7.7.8")), -5);
+    QCOMPARE(LowestFreeDescriptor(), lowestFree);
+    QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("203.0.113.1")), -3);
+    QCOMPARE(LowestFreeDescriptor(), lowestFree);
+    SocketCalls::Reset(SocketCalls::Failure::Timeout);
+    QCOMPARE(worker.GetPrinterStatusUDP(Address), -4);
+    QCOMPARE(LowestFreeDescriptor(), lowestFree);
+}
+
+QTEST_GUILESS_MAIN(NetworkStatusChannelTest)
+#include "tst_networkstatuschannel.moc"

@@ -1,0 +1,313 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "SampleReplies.h"
+#include "StatusWorker.h"
+
+#include <QtTest>
+
+// What becomes of a reply, bytes in and state out.
+class StatusEvaluationTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void StandardReplyFillsEveryField();
+    void StandardRejection();
+    void StandardStatus_data();
+    void StandardStatus();
+    void StandardConditions_data();
+    void StandardConditions();
+    void Texts_data();
+    void Texts();
+    void QZReplyReplacesEveryField();
+    void QZRejection();
+    void QZStatusItems_data();
+    void QZStatusItems();
+    void QZConditions_data();
+    void QZConditions();
+    void QZLenientStart_data();
+    void QZLenientStart();
+    void PrinterIsNotTouched();
+    void BytesAreNotModified();
+};
+
+using Conditions = QList<enErrorStatus>;
+Q_DECLARE_METATYPE(Conditions)
+
+namespace {
+
+using Evaluation = int (TrdGetPrinterStatus::*)(unsigned char*, unsigned long);
+constexpr Evaluation Standard = &TrdGetPrinterStatus::CheckPrinterStatus;
+constexpr Evaluation QZ = &TrdGetPrinterStatus::CheckPrinterStatus_QZ;
+
+// In a buffer of exactly their size, so that a memory checker sees a look beyond it.
+int Evaluate(StatusWorker& worker, Evaluation evaluation, const QByteArray& bytes)
+{
+    std::vector<unsigned char> buffer(bytes.begin(), bytes.end());
+    return (worker.*evaluation)(buffer.data(), buffer.size());
+}
+
+stPrinterState StateAfter(Evaluation evaluation, const QByteArray& bytes)
+{
+    StatusWorker worker;
+    worker.stCurrent.stState = FilledState();
+    if (Evaluate(worker, evaluation, bytes) != 0) {
+        qFatal("the reply was rejected");
+    }
+    return worker.stCurrent.stState;
+}
+
+QByteArray QZItems(const QVector<ReplyRecord>& items)
+{
+    QZReply reply;
+    reply.items = items;
+    return EncodeQZReply(reply);
+}
+
+} // namespace
+
+void StatusEvaluationTest::StandardReplyFillsEveryField()
+{
+    QCOMPARE(Words(StateAfter(Standard, EncodeStandardReply(FullReply()))), Words(FullReplyState()));
+}
+
+// Whatever the byte at which it ends.
+void StatusEvaluationTest::StandardRejection()
+{
+    const QByteArray bytes = EncodeStandardReply(FullReply());
+    StatusWorker worker;
+    for (int length = 0; length < bytes.size(); ++length) {
+        worker.stCurrent.stState = FilledState();
+        QCOMPARE(Evaluate(worker, Standard, bytes.left(length)), -1);
+        QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
+    }
+    QCOMPARE(Evaluate(worker, Standard, bytes), 0);
+}
+
+void StatusEvaluationTest::StandardStatus_data()
+{
+    QTest::addColumn<int>("raw");
+    QTest::addColumn<int>("status");
+
+    QTest::newRow("ready") << 0 << 3;
+    QTest::newRow("initialize") << 1 << 4;
+    QTest::newRow("busy") << 2 << 5;
+    QTest::newRow("cancelling") << 3 << 6;
+    QTest::newRow("4") << 4 << 0;
+    QTest::newRow("15") << 15 << 0;
+    QTest::newRow("printing") << 16 << 8;
+    QTest::newRow("scanning") << 17 << 9;
+    QTest::newRow("copying") << 18 << 10;
+    QTest::newRow("reporting") << 19 << 11;
+    QTest::newRow("20") << 20 << 0;
+    QTest::newRow("255") << 255 << 0;
+}
+
+void StatusEvaluationTest::StandardStatus()
+{
+    QFETCH(int, raw);
+    StandardReply reply;
+    reply.status = static_cast<quint8>(raw);
+    QTEST(StateAfter(Standard, EncodeStandardReply(reply)).enCurrentStatus, "status");
+}
+
+void StatusEvaluationTest::StandardConditions_data()
+{
+    QTest::addColumn<QVector<quint16>>("codes");
+    QTest::addColumn<Conditions>("conditions");
+
+    QTest::newRow("none") << QVector<quint16>{} << Conditions{};
+    QTest::newRow("one") << QVector<quint16>{0x1106} << Conditions{ERR_FRONT_COVER_OPEN};
+    QTest::newRow("two, in order") << QVector<quint16>{0x11A0, 0x1106}
+                                   << Conditions{ERR_TRAY_EMPTY, ERR_FRONT_COVER_OPEN};
+    QTest::newRow("the same twice") << QVector<quint16>{0x1106, 0x1106}
+                                    << Conditions{ERR_FRONT_COVER_OPEN, ERR_FRONT_COVER_OPEN};
+    QTest::newRow("unknown") << QVector<quint16>{0x1107, 0xFFFF} << Conditions{ERR_UNKNOWN, ERR_UNKNOWN};
+    QTest::newRow("no code") << QVector<quint16>{0} << Conditions{ERR_UNKNOWN};
+    Conditions many;
+    for (int i = 0; i < 255; ++i) {
+        many.append(ERR_COOLING);
+    }
+    QTest::newRow("255") << QVector<quint16>(255, 0x1140) << many;
+}
+
+void StatusEvaluationTest::StandardConditions()
+{
+    QFETCH(QVector<quint16>, codes);
+    QFETCH(Conditions, conditions);
+    StandardReply reply;
+    reply.errorCodes = codes;
+    stPrinterState state = StateAfter(Standard, EncodeStandardReply(reply));
+    QCOMPARE(state.listError, conditions);
+    QCOMPARE(state.iNumberOfError, conditions.size());
+    QCOMPARE(state.listWarning, Conditions{});
+    QCOMPARE(state.iNumberOfWarning, 0);
+
+    // Warnings go the same way.
+    std::swap(reply.errorCodes, reply.warningCodes);
+    state = StateAfter(Standard, EncodeStandardReply(reply));
+    QCOMPARE(state.listWarning, conditions);
+    QCOMPARE(state.iNumberOfWarning, conditions.size());
+    QCOMPARE(state.listError, Conditions{});
+    QCOMPARE(state.iNumberOfError, 0);
+}
+
+void StatusEvaluationTest::Texts_data()
+{
+    QTest::addColumn<QByteArray>("sent");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("empty") << QByteArray() << "";
+    QTest::newRow("ASCII") << QByteArray("QV K4510A") << "QV K4510A";
+    QTest::newRow("UTF-8") << QByteArray("打印机") << "打印机";
+    QTest::newRow("zero byte ends it") << QByteArray("ab\0cd", 5) << "ab";
+    QTest::newRow("zero byte first") << QByteArray("\0cd", 3) << "";
+    QTest::newRow("percent sign") << QByteArray("100%s%n") << "100%s%n";
+    QTest::newRow("fills the supply's field") << QByteArray(64, 's') << QString(64, QLatin1Char('s'));
+}
+
+void StatusEvaluationTest::Texts()
+{
+    QFETCH(QByteArray, sent);
+    QFETCH(QString, text);
+    StandardReply reply;
+    reply.vendorName = sent;
+    reply.productName = sent;
+    reply.serialNumber = sent;
+    reply.firmwareVersion = sent;
+    reply.supplies = {SupplySerialNumber(sent)};
+    const stPrinterState state = StateAfter(Standard, EncodeStandardReply(reply));
+    QCOMPARE(state.strVenderName, text);
+    QCOMPARE(state.strProductName, text);
+    QCOMPARE(state.strPrinterSerialNumber, text);
+    QCOMPARE(state.strFWVersion, text);
+    QCOMPARE(state.strSupplySerialNumber, text);
+}
+
+// The texts of an earlier reply are erased, and the counts tell nothing.
+void StatusEvaluationTest::QZReplyReplacesEveryField()
+{
+    stPrinterState expected;
+    expected.enCurrentStatus = PS_READY;
+    expected.iNumberOfError = 1;
+    expected.iNumberOfWarning = 1;
+    expected.dwRemainingToner = 80;
+    QCOMPARE(Words(StateAfter(QZ, QZBytes(80))), Words(expected));
+}
+
+void StatusEvaluationTest::QZRejection()
+{
+    const QByteArray bytes = QZItems({QZMachineState(1), QZToner(80), QZError(0x1106)});
+    StatusWorker worker;
+    worker.stCurrent.stState = FilledState();
+    for (const int missing : {1, 2}) {
+        QCOMPARE(Evaluate(worker, QZ, bytes.left(bytes.size() - missing)), -1);
+        QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
+    }
+}
+
+void StatusEvaluationTest::QZStatusItems_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("status");
+
+    QTest::newRow("machine 1") << QZItems({QZMachineState(1)}) << 3;
+    QTest::newRow("machine 2") << QZItems({QZMachineState(2)}) << 4;
+    QTest::newRow("machine 3") << QZItems({QZMachineState(3)}) << 5;
+    QTest::newRow("machine 4") << QZItems({QZMachineState(4)}) << 0;
+    QTest::newRow("machine 5") << QZItems({QZMachineState(5)}) << 0;
+    QTest::newRow("job 1") << QZItems({QZJobState(1)}) << 10;
+    QTest::newRow("job 2") << QZItems({QZJobState(2)}) << 8;
+    QTest::newRow("job 3") << QZItems({QZJobState(3)}) << 9;
+    QTest::newRow("none") << QZItems({QZToner(80)}) << 0;
+    QTest::newRow("the last one counts") << QZItems({QZMachineState(1), QZJobState(2)}) << 8;
+}
+
+void StatusEvaluationTest::QZStatusItems()
+{
+    QFETCH(QByteArray, bytes);
+    QTEST(StateAfter(QZ, bytes).enCurrentStatus, "status");
+}
+
+void StatusEvaluationTest::QZConditions_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<Conditions>("errors");
+    QTest::addColumn<Conditions>("warnings");
+
+    const Conditions none;
+    QTest::newRow("none") << QZItems({QZToner(80)}) << none << none;
+    QTest::newRow("an error") << QZItems({QZError(0x1106)}) << Conditions{ERR_FRONT_COVER_OPEN} << none;
+    QTest::newRow("two errors") << QZItems({QZError(0x11A0), QZError(0x1106)})
+                                << Conditions{ERR_TRAY_EMPTY, ERR_FRONT_COVER_OPEN} << none;
+    QTest::newRow("no error, said so") << QZItems({QZError(0)}) << none << none;
+    QTest::newRow("an error, then none") << QZItems({QZError(0x1106), QZError(0)}) << none << none;
+    QTest::newRow("none, then an error") << QZItems({QZError(0), QZError(0x1106)})
+                                         << Conditions{ERR_UNKNOWN, ERR_FRONT_COVER_OPEN} << none;
+    QTest::newRow("an unknown error") << QZItems({QZError(0x1107)}) << Conditions{ERR_UNKNOWN} << none;
+    QTest::newRow("a warning") << QZItems({QZWarning(0x110D)}) << none << Conditions{ERR_TONER_LOW};
+    QTest::newRow("two warnings") << QZItems({QZWarning(0x110D), QZWarning(0x1121)}) << none
+                                  << Conditions{ERR_TONER_LOW, ERR_WASTE_TONER_NEAR_FULL};
+    QTest::newRow("no warning, said so") << QZItems({QZWarning(0)}) << none << none;
+    QTest::newRow("an error and no warning")
+        << QZItems({QZError(0x1106), QZWarning(0)}) << Conditions{ERR_FRONT_COVER_OPEN} << none;
+    QTest::newRow("both") << QZItems({QZWarning(0x110D), QZError(0x1106)}) << Conditions{ERR_FRONT_COVER_OPEN}
+                          << Conditions{ERR_TONER_LOW};
+}
+
+void StatusEvaluationTest::QZConditions()
+{
+    QFETCH(QByteArray, bytes);
+    const stPrinterState state = StateAfter(QZ, bytes);
+    QTEST(state.listError, "errors");
+    QTEST(state.listWarning, "warnings");
+    QCOMPARE(state.iNumberOfError, 1);
+    QCOMPARE(state.iNumberOfWarning, 1);
+}
+
+void StatusEvaluationTest::QZLenientStart_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("36 bytes") << QByteArray(36, '\x01');
+    QTest::newRow("39 bytes") << QByteArray(39, '\x01');
+    QTest::newRow("no items") << QZItems({}) + QByteArray(10, '\x01');
+}
+
+void StatusEvaluationTest::QZLenientStart()
+{
+    QFETCH(QByteArray, bytes);
+    stPrinterState expected;
+    expected.enCurrentStatus = PS_UNKNOWN;
+    expected.iNumberOfError = 1;
+    expected.iNumberOfWarning = 1;
+    QCOMPARE(Words(StateAfter(QZ, bytes)), Words(expected));
+}
+
+void StatusEvaluationTest::PrinterIsNotTouched()
+{
+    StatusWorker worker;
+    worker.stCurrent = FilledPrinter(QStringLiteral("Office"));
+    const QString before = Words(worker.stCurrent.stInfo);
+    QCOMPARE(Evaluate(worker, Standard, EncodeStandardReply(FullReply())), 0);
+    QCOMPARE(Words(worker.stCurrent.stInfo), before);
+    QCOMPARE(Evaluate(worker, QZ, QZBytes()), 0);
+    QCOMPARE(Words(worker.stCurrent.stInfo), before);
+}
+
+void StatusEvaluationTest::BytesAreNotModified()
+{
+    StatusWorker worker;
+    for (const QByteArray& bytes : {EncodeStandardReply(FullReply()), QZBytes()}) {
+        for (const Evaluation evaluation : {Standard, QZ}) {
+            QByteArray buffer = bytes;
+            (worker.*evaluation)(reinterpret_cast<unsigned char*>(buffer.data()),
+                                 static_cast<unsigned long>(buffer.size()));
+            QCOMPARE(buffer.toHex(' '), bytes.toHex(' '));
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(StatusEvaluationTest)
+#include "tst_statusevaluation.moc"

@@ -1,0 +1,399 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "LogFolder.h"
+#include "PrinterFolder.h"
+#include "SampleReplies.h"
+#include "StatusWorker.h"
+#include "UtilLog.h"
+
+#include <QtTest>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+// When a status file is read, and what is made of its content.
+class StatusFileChannelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void ReadOnceThenUnchanged();
+    void ForceReadsAgain();
+    void TheTimeAloneDecides_data();
+    void TheTimeAloneDecides();
+    void AnyTimeServes_data();
+    void AnyTimeServes();
+    void MissingFile();
+    void ReturnsWithAnOlderTime();
+    void RejectedFileIsRememberedToo();
+    void EachWorkerRemembersForItself();
+    void EmptyFile();
+    void TruncatedAt2048Bytes_data();
+    void TruncatedAt2048Bytes();
+    void FamilyGoesByTheName_data();
+    void FamilyGoesByTheName();
+    void ReadsTheNamedFile();
+    void UsbReadsButDoesNotEvaluate();
+    void UsbIgnoresItsArgument();
+    void UsbSharesTheRememberedTime();
+    void SilentOnAllResults();
+    void ExceptionIsLogged_data();
+    void ExceptionIsLogged();
+};
+
+namespace {
+
+constexpr qint64 SomeTimeMs = 1700000000123;
+constexpr rlim_t MemoryReserveBytes = 32UL * 1024 * 1024;
+
+const QString Name = QStringLiteral("Office_K4510A");
+
+quint32 TonerAfter(const StatusWorker& worker)
+{
+    return static_cast<quint32>(worker.stCurrent.stState.dwRemainingToner);
+}
+
+rlim_t AddressSpaceInUse()
+{
+    const QByteArray pages = PrinterFolder::ReadFile(QStringLiteral("/proc/self/statm")).split(' ').first();
+    return pages.toULong() * 4096UL;
+}
+
+// While it lives, the process gets hardly any more memory: what needs a lot throws std::bad_alloc.
+class MemoryLimit
+{
+public:
+    MemoryLimit()
+    {
+        getrlimit(RLIMIT_AS, &m_before);
+        const rlimit limit{AddressSpaceInUse() + MemoryReserveBytes, m_before.rlim_max};
+        setrlimit(RLIMIT_AS, &limit);
+    }
+    ~MemoryLimit()
+    {
+        setrlimit(RLIMIT_AS, &m_before);
+    }
+    MemoryLimit(const MemoryLimit&) = delete;
+    MemoryLimit& operator=(const MemoryLimit&) = delete;
+
+private:
+    rlimit m_before = {};
+};
+
+} // namespace
+
+void StatusFileChannelTest::init()
+{
+    PrinterFolder::Create();
+}
+
+void StatusFileChannelTest::cleanup()
+{
+    SetLogEnable(false);
+}
+
+void StatusFileChannelTest::ReadOnceThenUnchanged()
+{
+    PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
+    StatusWorker worker;
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+    QCOMPARE(Words(worker.stCurrent.stState), Words(FullReplyState()));
+    worker.stCurrent.stState = FilledState();
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+    QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
+    // Rewritten, it is read again.
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy, 111));
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+    QCOMPARE(TonerAfter(worker), 111U);
+}
+
+void StatusFileChannelTest::ForceReadsAgain()
+{
+    PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
+    StatusWorker worker;
+    for (int i = 0; i < 3; ++i) {
+        worker.stCurrent.stState = FilledState();
+        QCOMPARE(worker.GetPrinterStatusFile(Name, true), 0);
+        QCOMPARE(Words(worker.stCurrent.stState), Words(FullReplyState()));
+    }
+    // A forced read is remembered as any other.
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+}
+
+void StatusFileChannelTest::TheTimeAloneDecides_data()
+{
+    QTest::addColumn<qint64>("time");
+    QTest::addColumn<int>("result");
+
+    QTest::newRow("same time") << SomeTimeMs << 1;
+    QTest::newRow("a millisecond later") << SomeTimeMs + 1 << 0;
+    QTest::newRow("a millisecond earlier") << SomeTimeMs - 1 << 0;
+    QTest::newRow("years later") << 2 * SomeTimeMs << 0;
+    QTest::newRow("years earlier") << SomeTimeMs / 2 << 0;
+}
+
+void StatusFileChannelTest::TheTimeAloneDecides()
+{
+    QFETCH(qint64, time);
+    QFETCH(int, result);
+    StatusWorker worker;
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, 100), SomeTimeMs);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy, 200, {0x1106}), time);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), result);
+    QCOMPARE(TonerAfter(worker), result == 0 ? 200U : 100U);
+    // By force, the new content is seen in either case.
+    QCOMPARE(worker.GetPrinterStatusFile(Name, true), 0);
+    QCOMPARE(TonerAfter(worker), 200U);
+}
+
+void StatusFileChannelTest::AnyTimeServes_data()
+{
+    constexpr qint64 msPerYear = 31556952000;
+    QTest::addColumn<qint64>("time");
+
+    QTest::newRow("1970, to the millisecond") << qint64(0);
+    QTest::newRow("1970, the first millisecond") << qint64(1);
+    QTest::newRow("1980") << 10 * msPerYear;
+    QTest::newRow("2500") << 530 * msPerYear;
+    QTest::newRow("20000") << 18030 * msPerYear;
+}
+
+void StatusFileChannelTest::AnyTimeServes()
+{
+    QFETCH(qint64, time);
+    StatusWorker worker;
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), time);
+    QCOMPARE(PrinterFolder::ModificationTime(PrinterFolder::StatusFilePath(Name)), time);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy), time + 1);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+}
+
+void StatusFileChannelTest::MissingFile()
+{
+    StatusWorker worker;
+    worker.stCurrent.stState = FilledState();
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, true), -1);
+    PrinterFolder::Remove(); // nor is there a folder
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
+    QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
+}
+
+void StatusFileChannelTest::ReturnsWithAnOlderTime()
+{
+    StatusWorker worker;
+    for (const qint64 time : {SomeTimeMs, SomeTimeMs - 5000, SomeTimeMs - 5000}) { // older, and the very same
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), time);
+        QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+        QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+        PrinterFolder::RemoveStatusFile(Name);
+        QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
+    }
+    // By force, a missing file is missing all the same, and its time forgotten.
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), SomeTimeMs);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+    PrinterFolder::RemoveStatusFile(Name);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, true), -1);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), SomeTimeMs);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+}
+
+void StatusFileChannelTest::RejectedFileIsRememberedToo()
+{
+    StatusWorker worker;
+    worker.stCurrent.stState = FilledState();
+    PrinterFolder::WriteStatusFile(Name, RejectedBytes());
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, true), -1);
+    QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
+}
+
+void StatusFileChannelTest::EachWorkerRemembersForItself()
+{
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady));
+    StatusWorker first;
+    StatusWorker second;
+    QCOMPARE(first.GetPrinterStatusFile(Name, false), 0);
+    QCOMPARE(second.GetPrinterStatusFile(Name, false), 0);
+    QCOMPARE(first.GetPrinterStatusFile(Name, false), 1);
+}
+
+void StatusFileChannelTest::EmptyFile()
+{
+    StatusWorker worker;
+    worker.stCurrent.stState = FilledState();
+    PrinterFolder::WriteStatusFile(Name, QByteArray());
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
+    QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+
+    // The QZ family takes it for a reply that says nothing, also after a longer one.
+    const QString qzName = QStringLiteral("J4990E");
+    PrinterFolder::WriteStatusFile(qzName, QZBytes(80));
+    QCOMPARE(worker.GetPrinterStatusFile(qzName, false), 0);
+    QCOMPARE(TonerAfter(worker), 80U);
+    PrinterFolder::WriteStatusFile(qzName, QByteArray());
+    QCOMPARE(worker.GetPrinterStatusFile(qzName, false), 0);
+    QCOMPARE(worker.stCurrent.stState.enCurrentStatus, 0);
+    QCOMPARE(TonerAfter(worker), 0U);
+}
+
+void StatusFileChannelTest::TruncatedAt2048Bytes_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("result");
+
+    QTest::newRow("2047 bytes") << StandardBytesOfSize(2047) << 0;
+    QTest::newRow("2048 bytes") << StandardBytesOfSize(2048) << 0;
+    QTest::newRow("2049 bytes, the last is lost") << StandardBytesOfSize(2049) << -1;
+    QTest::newRow("4000 bytes") << StandardBytesOfSize(4000) << -1;
+    QTest::newRow("a short reply and a long rest") << StandardBytes(RawReady) + QByteArray(100000, '\xFF') << 0;
+    QTest::newRow("10 MB") << QByteArray(10000000, '\xFF') << -1;
+}
+
+void StatusFileChannelTest::TruncatedAt2048Bytes()
+{
+    QFETCH(QByteArray, content);
+    PrinterFolder::WriteStatusFile(Name, content);
+    StatusWorker worker;
+    QTEST(worker.GetPrinterStatusFile(Name, false), "result");
+    QCOMPARE(TonerAfter(worker), worker.GetPrinterStatusFile(Name, true) == 0 ? 8000U : 0U);
+}
+
+void StatusFileChannelTest::FamilyGoesByTheName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("errors"); // of the QZ family always 1, of these replies of the standard family 0
+
+    QTest::newRow("standard name and reply") << "K4510A" << StandardBytes(RawReady) << 0 << 0;
+    QTest::newRow("standard name, QZ reply") << "K4510A" << QZBytes() << 0 << 0;
+    QTest::newRow("QZ name and reply") << "J4990E" << QZBytes() << 0 << 1;
+    QTest::newRow("QZ name, standard reply") << "J4990E" << StandardBytes(RawReady) << 0 << 1;
+    QTest::newRow("QZ model within the name") << "Hall J4990E 2" << QZBytes() << 0 << 1;
+    QTest::newRow("QZ model in lower case") << "j4990e" << QZBytes() << 0 << 0;
+}
+
+void StatusFileChannelTest::FamilyGoesByTheName()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    PrinterFolder::WriteStatusFile(name, content);
+    StatusWorker worker;
+    // The model text and the current printer's name have no say.
+    worker.stCurrent.stInfo.strPrinterName =
+        name.contains(QStringLiteral("J4990E")) ? QStringLiteral("K4510A") : QStringLiteral("J4990E");
+    worker.stCurrent.stInfo.enType = worker.stCurrent.stInfo.strPrinterName;
+    QTEST(worker.GetPrinterStatusFile(name, false), "result");
+    QTEST(worker.stCurrent.stState.iNumberOfError, "errors");
+}
+
+void StatusFileChannelTest::ReadsTheNamedFile()
+{
+    StatusWorker worker;
+    worker.stCurrent.stInfo.strPrinterName = QStringLiteral("current");
+    PrinterFolder::WriteStatusFile(QStringLiteral("current"), StandardBytes(RawReady, 1));
+    PrinterFolder::WriteStatusFile(QStringLiteral("named"), StandardBytes(RawReady, 2));
+    QCOMPARE(worker.GetPrinterStatusFile(QStringLiteral("named"), false), 0);
+    QCOMPARE(TonerAfter(worker), 2U);
+}
+
+void StatusFileChannelTest::UsbReadsButDoesNotEvaluate()
+{
+    StatusWorker worker;
+    worker.stCurrent = FilledPrinter(Name);
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), -1); // missing
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy), SomeTimeMs);
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), -1); // read
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), 1);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy), SomeTimeMs - 1);
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), -1);
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), 1);
+    PrinterFolder::RemoveStatusFile(Name);
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), -1);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy), SomeTimeMs - 1);
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), -1);
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), 1);
+    QCOMPARE(Words(worker.stCurrent), Words(FilledPrinter(Name)));
+}
+
+void StatusFileChannelTest::UsbIgnoresItsArgument()
+{
+    StatusWorker worker;
+    worker.stCurrent = FilledPrinter(Name);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy));
+    QCOMPARE(worker.GetPrinterStatusUSB(QStringLiteral("absent")), -1);
+    QCOMPARE(worker.GetPrinterStatusUSB(QStringLiteral("absent")), 1);
+    // An off-line printer is not read again either: there is no force.
+    worker.stCurrent.stState.enCurrentStatus = PS_OFFLINE;
+    QCOMPARE(worker.GetPrinterStatusUSB(QStringLiteral("absent")), 1);
+}
+
+void StatusFileChannelTest::UsbSharesTheRememberedTime()
+{
+    StatusWorker worker;
+    worker.stCurrent = FilledPrinter(Name);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy));
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), -1);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+}
+
+void StatusFileChannelTest::SilentOnAllResults()
+{
+    SetLogEnable(true);
+    StatusWorker worker;
+    worker.stCurrent = FilledPrinter(Name);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
+    QCOMPARE(worker.GetPrinterStatusUSB(Name), -1);
+    for (const QByteArray& content : {RejectedBytes(), StandardBytes(RawReady)}) {
+        PrinterFolder::WriteStatusFile(Name, content);
+        worker.GetPrinterStatusFile(Name, true);
+        QCOMPARE(worker.GetPrinterStatusUSB(Name), 1);
+    }
+    QCOMPARE(LogFolder::Names(), QStringList());
+}
+
+void StatusFileChannelTest::ExceptionIsLogged_data()
+{
+    QTest::addColumn<bool>("isUsb");
+    QTest::addColumn<QByteArray>("line");
+
+    QTest::newRow("GetPrinterStatusFile")
+        << false << QByteArray("(../TrdGetPrinterStatus@268 GetPrinterStatusFile) throw error");
+    QTest::newRow("GetPrinterStatusUSB") << true
+                                         << QByteArray("(../TrdGetPrinterStatus@216 GetPrinterStatusUSB) throw error");
+}
+
+// A name so long that there is no memory for the path.
+void StatusFileChannelTest::ExceptionIsLogged()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("a sanitizer's allocator does not throw");
+#endif
+    QFETCH(bool, isUsb);
+    SetLogEnable(true);
+    StatusWorker worker;
+    worker.stCurrent = FilledPrinter(QString(50000000, QLatin1Char('x')));
+    int result = -100;
+    {
+        const MemoryLimit limit;
+        result = isUsb ? worker.GetPrinterStatusUSB(QString())
+                       : worker.GetPrinterStatusFile(worker.stCurrent.stInfo.strPrinterName, false);
+    }
+    QCOMPARE(result, 0);
+    QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
+    QCOMPARE(LogFolder::Lines().size(), 1);
+    QTEST(LogFolder::WithoutTime(LogFolder::Lines().constFirst()), "line");
+}
+
+QTEST_GUILESS_MAIN(StatusFileChannelTest)
+#include "tst_statusfilechannel.moc"

@@ -1,0 +1,263 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "TrdDeviceManage.h"
+
+#include <QtTest>
+
+// What a list file says, key by key.
+class PrinterListFileTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void Count_data();
+    void Count();
+    void Texts_data();
+    void Texts();
+    void ConnectType_data();
+    void ConnectType();
+    void MissingKeys_data();
+    void MissingKeys();
+    void MissingSection();
+    void FurtherSectionsAreIgnored();
+    void OrderIsThatOfTheNumbers();
+    void SectionNumbersHaveNoLeadingZeros();
+    void AllKeysOfAPrinter();
+    void TheArgumentHasNoEffect();
+    void BrokenFiles_data();
+    void BrokenFiles();
+};
+
+namespace {
+
+QList<stPrinterInfo> Read(const QByteArray& text)
+{
+    PrinterFolder::WritePrinterListText(text);
+    return TrdDeviceManage(nullptr).GetPrinterInfo(true);
+}
+
+QList<stPrinterInfo> ReadOnePrinter(const QByteArray& keys)
+{
+    return Read("[Main]\nCount=1\n\n[printer_0]\n" + keys + '\n');
+}
+
+QString Words(const stPrinterInfo& info)
+{
+    return QStringLiteral("name '%1' model '%2' type %3 port '%4' uri '%5'")
+        .arg(info.strPrinterName, info.enType, QString::number(info.iConnectType), info.strPort, info.strURI);
+}
+
+constexpr char NothingKnown[] = "name '' model '' type 0 port '' uri ''";
+
+} // namespace
+
+void PrinterListFileTest::init()
+{
+    PrinterFolder::Create();
+}
+
+void PrinterListFileTest::Count_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<int>("count");
+
+    QTest::newRow("0") << QByteArray("Count=0") << 0;
+    QTest::newRow("1") << QByteArray("Count=1") << 1;
+    QTest::newRow("2") << QByteArray("Count=2") << 2;
+    QTest::newRow("quoted") << QByteArray("Count=\"2\"") << 2;
+    QTest::newRow("blanks") << QByteArray("Count = 2 ") << 2;
+    QTest::newRow("negative") << QByteArray("Count=-1") << 0;
+    QTest::newRow("smallest") << QByteArray("Count=-2147483648") << 0;
+    QTest::newRow("text") << QByteArray("Count=two") << 0;
+    QTest::newRow("number and text") << QByteArray("Count=2x") << 0;
+    QTest::newRow("hexadecimal") << QByteArray("Count=0x2") << 0;
+    QTest::newRow("fraction") << QByteArray("Count=2.5") << 0;
+    QTest::newRow("empty") << QByteArray("Count=") << 0;
+    QTest::newRow("absent") << QByteArray("Other=2") << 0;
+    QTest::newRow("other case") << QByteArray("count=2") << 0;
+    QTest::newRow("list") << QByteArray("Count=1,2") << 0;
+    QTest::newRow("1000") << QByteArray("Count=1000") << 1000;
+    QTest::newRow("1001") << QByteArray("Count=1001") << 1000;
+    QTest::newRow("2^31 - 1") << QByteArray("Count=2147483647") << 1000;
+    QTest::newRow("2^31") << QByteArray("Count=2147483648") << 0;
+    QTest::newRow("far too many digits") << "Count=" + QByteArray(400, '9') << 0;
+}
+
+void PrinterListFileTest::Count()
+{
+    QFETCH(QByteArray, line);
+    QTEST(Read("[Main]\n" + line + "\n[printer_0]\nName=A\n[printer_1]\nName=B\n").size(), "count");
+}
+
+void PrinterListFileTest::Texts_data()
+{
+    QTest::addColumn<QByteArray>("written");
+    QTest::addColumn<QString>("read");
+
+    QTest::newRow("plain") << QByteArray("Office_K4510A") << "Office_K4510A";
+    QTest::newRow("UTF-8") << QByteArray("办公室打印机") << "办公室打印机";
+    QTest::newRow("UTF-8 outside the first plane") << QByteArray("\xF0\x9F\x96\xA8") << QStringLiteral("\U0001F5A8");
+    QTest::newRow("blanks around") << QByteArray("  a b  ") << "a b";
+    QTest::newRow("quoted blanks") << QByteArray("\"  a b  \"") << "  a b  ";
+    // A comma makes a list, and a list is no text; a semicolon begins a comment.
+    QTest::newRow("comma") << QByteArray("a,b") << "";
+    QTest::newRow("quoted comma") << QByteArray("\"a,b\"") << "a,b";
+    QTest::newRow("semicolon") << QByteArray("a;b") << "a";
+    QTest::newRow("quoted semicolon") << QByteArray("\"a;b\"") << "a;b";
+    QTest::newRow("percent sign") << QByteArray("a%20b%s") << "a%20b%s";
+    QTest::newRow("equals sign") << QByteArray("usb://x?serial=1") << "usb://x?serial=1";
+    QTest::newRow("backslash escape") << QByteArray("a\\x41") << "aA";
+    QTest::newRow("number sign") << QByteArray("a#b") << "a#b";
+    QTest::newRow("number") << QByteArray("4510") << "4510";
+    QTest::newRow("empty") << QByteArray("") << "";
+}
+
+void PrinterListFileTest::Texts()
+{
+    QFETCH(QByteArray, written);
+    QFETCH(QString, read);
+    const QList<stPrinterInfo> printers =
+        ReadOnePrinter("Name=" + written + "\nModel=" + written + "\nPort=" + written + "\nURI=" + written);
+    QCOMPARE(printers.size(), 1);
+    QCOMPARE(printers.first().strPrinterName, read);
+    QCOMPARE(printers.first().enType, read);
+    QCOMPARE(printers.first().strPort, read);
+    QCOMPARE(printers.first().strURI, read);
+}
+
+void PrinterListFileTest::ConnectType_data()
+{
+    QTest::addColumn<QByteArray>("written");
+    QTest::addColumn<int>("read");
+
+    QTest::newRow("USB") << QByteArray("1") << 1;
+    QTest::newRow("network") << QByteArray("2") << 2;
+    QTest::newRow("negative") << QByteArray("-5") << -5;
+    QTest::newRow("greatest") << QByteArray("2147483647") << 2147483647;
+    QTest::newRow("text") << QByteArray("USB") << 0;
+    QTest::newRow("empty") << QByteArray("") << 0;
+}
+
+void PrinterListFileTest::ConnectType()
+{
+    QFETCH(QByteArray, written);
+    QTEST(ReadOnePrinter("ConnectType=" + written).value(0).iConnectType, "read");
+}
+
+void PrinterListFileTest::MissingKeys_data()
+{
+    QTest::addColumn<QByteArray>("keys");
+    QTest::addColumn<QString>("printer");
+
+    const QByteArray name = "Name=N\n";
+    const QByteArray model = "Model=M\n";
+    const QByteArray type = "ConnectType=1\n";
+    const QByteArray port = "Port=P\n";
+    const QByteArray uri = "URI=U\n";
+    QTest::newRow("none missing") << name + model + type + port + uri << "name 'N' model 'M' type 1 port 'P' uri 'U'";
+    QTest::newRow("name") << model + type + port + uri << "name '' model 'M' type 1 port 'P' uri 'U'";
+    QTest::newRow("model, which is not -1 then")
+        << name + type + port + uri << "name 'N' model '' type 1 port 'P' uri 'U'";
+    QTest::newRow("connection type") << name + model + port + uri << "name 'N' model 'M' type 0 port 'P' uri 'U'";
+    QTest::newRow("port") << name + model + type + uri << "name 'N' model 'M' type 1 port '' uri 'U'";
+    QTest::newRow("URI") << name + model + type + port << "name 'N' model 'M' type 1 port 'P' uri ''";
+    QTest::newRow("all") << QByteArray() << NothingKnown;
+    QTest::newRow("lower case") << (name + model + type + port + uri).toLower() << NothingKnown;
+    QTest::newRow("upper case") << QByteArray("NAME=N\nMODEL=M\nCONNECTTYPE=1\nPORT=P\nUri=U\n") << NothingKnown;
+}
+
+void PrinterListFileTest::MissingKeys()
+{
+    QFETCH(QByteArray, keys);
+    const QList<stPrinterInfo> printers = ReadOnePrinter(keys);
+    QCOMPARE(printers.size(), 1);
+    QTEST(Words(printers.first()), "printer");
+}
+
+void PrinterListFileTest::MissingSection()
+{
+    const QList<stPrinterInfo> printers = Read("[Main]\nCount=3\n[printer_0]\nName=A\n[printer_2]\nName=C\n");
+    QCOMPARE(printers.size(), 3);
+    QCOMPARE(printers.at(0).strPrinterName, QStringLiteral("A"));
+    QCOMPARE(Words(printers.at(1)), QString::fromLatin1(NothingKnown));
+    QCOMPARE(printers.at(2).strPrinterName, QStringLiteral("C"));
+}
+
+void PrinterListFileTest::FurtherSectionsAreIgnored()
+{
+    const QList<stPrinterInfo> printers =
+        Read("[Main]\nCount=1\nName=X\n[printer_0]\nName=A\nColour=red\n[printer_1]\nName=B\n[Other]\nName=O\n"
+             "[Printer_0]\nName=P\n[printer_-1]\nName=M\n");
+    QCOMPARE(printers.size(), 1);
+    QCOMPARE(printers.first().strPrinterName, QStringLiteral("A"));
+}
+
+void PrinterListFileTest::OrderIsThatOfTheNumbers()
+{
+    QByteArray text = "[Main]\nCount=12\n";
+    for (int i = 11; i >= 0; --i) {
+        text += "[printer_" + QByteArray::number(i) + "]\nName=N" + QByteArray::number(i) + '\n';
+    }
+    const QList<stPrinterInfo> printers = Read(text);
+    QCOMPARE(printers.size(), 12);
+    for (int i = 0; i < 12; ++i) {
+        QCOMPARE(printers.at(i).strPrinterName, QStringLiteral("N%1").arg(i));
+    }
+}
+
+void PrinterListFileTest::SectionNumbersHaveNoLeadingZeros()
+{
+    const QList<stPrinterInfo> printers = Read("[Main]\nCount=1\n[printer_00]\nName=A\n");
+    QCOMPARE(printers.size(), 1);
+    QCOMPARE(printers.first().strPrinterName, QString());
+}
+
+void PrinterListFileTest::AllKeysOfAPrinter()
+{
+    stPrinterInfo usb{QStringLiteral("办公室_K4510A"), QStringLiteral("K4510A"), 1, QStringLiteral("usb:0"),
+                      QStringLiteral("usb://Tolmar/K4510A?serial=S1")};
+    stPrinterInfo network{QStringLiteral("Hall \"2\", left; J4990E"), QStringLiteral("J4990E"), 2,
+                          QStringLiteral("192.168.1.7"), QStringLiteral("socket://192.168.1.7:9100")};
+    PrinterFolder::WritePrinterList({usb, network});
+    const QList<stPrinterInfo> printers = TrdDeviceManage(nullptr).GetPrinterInfo(true);
+    QCOMPARE(printers.size(), 2);
+    QCOMPARE(Words(printers.at(0)), Words(usb));
+    QCOMPARE(Words(printers.at(1)), Words(network));
+}
+
+void PrinterListFileTest::TheArgumentHasNoEffect()
+{
+    PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("A"))});
+    TrdDeviceManage worker(nullptr);
+    for (const bool argument : {false, true}) {
+        QCOMPARE(worker.GetPrinterInfo(argument).size(), 1);
+        QCOMPARE(worker.GetPrinterInfo(argument).constFirst().strPrinterName, QStringLiteral("A"));
+    }
+}
+
+void PrinterListFileTest::BrokenFiles_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("count");
+
+    QTest::newRow("empty") << QByteArray() << 0;
+    QTest::newRow("zero bytes") << QByteArray(64, '\0') << 0;
+    QTest::newRow("random text") << QByteArray("%!PS-Adobe\n<<>>]][[") << 0;
+    QTest::newRow("count outside its section") << QByteArray("Count=1\n[printer_0]\nName=A\n") << 0;
+    QTest::newRow("main in other case") << QByteArray("[main]\nCount=1\n[printer_0]\nName=A\n") << 0;
+    QTest::newRow("a bad line among good ones") << QByteArray("[Main]\nnonsense\nCount=1\n[printer_0]\nName=A\n") << 1;
+    QTest::newRow("cut off") << QByteArray("[Main]\nCount=2\n[printer_0]\nNa") << 2;
+    QTest::newRow("DOS line ends") << QByteArray("[Main]\r\nCount=2\r\n[printer_0]\r\nName=A\r\n") << 2;
+    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF[Main]\nCount=1\n[printer_0]\nName=A\n") << 1;
+}
+
+void PrinterListFileTest::BrokenFiles()
+{
+    QFETCH(QByteArray, text);
+    QTEST(Read(text).size(), "count");
+}
+
+QTEST_GUILESS_MAIN(PrinterListFileTest)
+#include "tst_printerlistfile.moc"

@@ -1,0 +1,268 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "TrdDeviceManage.h"
+
+#include <QtTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// The worker without its loop: the default records, and which list files are read at all. What stands in a list file
+// is the matter of tst_printerlistfile.
+class TrdDeviceManageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void MetaObject();
+    void FreshWorker();
+    void StopSlotOnlySetsTheFlag();
+    void InfoDefaults();
+    void StateDefaults();
+    void InitialListKeepsInfosAndOrder();
+    void ReadsTheFileEachTime();
+    void Size_data();
+    void Size();
+    void WhatStandsInTheFilesPlace_data();
+    void WhatStandsInTheFilesPlace();
+    void LinkToARegularFile();
+    void NoPermission();
+    void WritesNothing();
+};
+
+namespace {
+
+constexpr int MaximumBytes = 1048576;
+
+QString ListPath()
+{
+    return QString::fromLatin1(PrinterFolder::PrinterListPath);
+}
+
+QByteArray LocalListPath()
+{
+    return QFile::encodeName(ListPath());
+}
+
+int PrinterCount()
+{
+    return TrdDeviceManage(nullptr).GetPrinterInfo(true).size();
+}
+
+void WriteThreePrinters()
+{
+    const auto name = [](int i) {
+        return QStringLiteral("Office_%1").arg(i);
+    };
+    PrinterFolder::WritePrinterList(
+        {PrinterFolder::Printer(name(0)), PrinterFolder::Printer(name(1)), PrinterFolder::Printer(name(2))});
+}
+
+stPrinterState FilledState()
+{
+    const QList<enErrorStatus> conditions{ERR_FIXER, ERR_COOLING};
+    const QString text = QStringLiteral("text");
+    return {text, PS_ERROR, text, text, text, 2, 3, conditions, conditions, text, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13};
+}
+
+void CompareWithDefaults(const stPrinterState& state)
+{
+    QCOMPARE(state.strPrinterSerialNumber, QString());
+    QCOMPARE(state.enCurrentStatus, 2);
+    QCOMPARE(state.strFWVersion, QString());
+    QCOMPARE(state.strVenderName, QString());
+    QCOMPARE(state.strProductName, QString());
+    QCOMPARE(state.iNumberOfError, 0);
+    QCOMPARE(state.iNumberOfWarning, 0);
+    QVERIFY(state.listError.isEmpty());
+    QVERIFY(state.listWarning.isEmpty());
+    QCOMPARE(state.strSupplySerialNumber, QString());
+    QCOMPARE(state.enSpplyType, 0);
+    QCOMPARE(state.dwRemainingToner, 0UL);
+    QCOMPARE(state.dwWasteToner, 0UL);
+    QCOMPARE(state.dwOPCRotation, 0UL);
+    QCOMPARE(state.dwNumberOfPages, 0UL);
+    QCOMPARE(state.dwNumberOfPrint, 0UL);
+    QCOMPARE(state.dwPrintDotsCount, 0UL);
+    QCOMPARE(state.dwPrinterNumOfPages, 0UL);
+    QCOMPARE(state.dwPrinterNumOfPrint, 0UL);
+    QCOMPARE(state.iFailCount, 0);
+}
+
+} // namespace
+
+void TrdDeviceManageTest::init()
+{
+    PrinterFolder::Create();
+}
+
+void TrdDeviceManageTest::MetaObject()
+{
+    const QMetaObject& meta = TrdDeviceManage::staticMetaObject;
+    QCOMPARE(meta.className(), "TrdDeviceManage");
+    QCOMPARE(meta.superClass(), &UtilThreadBase::staticMetaObject);
+    QStringList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const bool isSignal = meta.method(i).methodType() == QMetaMethod::Signal;
+        methods += (isSignal ? QStringLiteral("signal ") : QStringLiteral("slot ")) +
+            QString::fromLatin1(meta.method(i).methodSignature());
+    }
+    QCOMPARE(methods,
+             (QStringList{QStringLiteral("signal SgnUpdatePrinterList()"), QStringLiteral("slot SlotTaskStart()"),
+                          QStringLiteral("slot SlotThreadQuit()")}));
+}
+
+void TrdDeviceManageTest::FreshWorker()
+{
+    QObject parent;
+    const auto* worker = new TrdDeviceManage(&parent);
+    QCOMPARE(worker->parent(), &parent);
+    QCOMPARE(worker->bTaskStarted, false);
+    QCOMPARE(worker->bThreadQuit.load(), false);
+}
+
+void TrdDeviceManageTest::StopSlotOnlySetsTheFlag()
+{
+    TrdDeviceManage worker(nullptr);
+    worker.SlotThreadQuit();
+    QCOMPARE(worker.bThreadQuit.load(), true);
+    QCOMPARE(worker.bTaskStarted, false);
+}
+
+void TrdDeviceManageTest::InfoDefaults()
+{
+    const QString text = QStringLiteral("text");
+    stPrinterInfo info{text, text, 7, text, text};
+    TrdDeviceManage(nullptr).InitStPrinterInfo(info);
+    QCOMPARE(info.strPrinterName, QString());
+    QCOMPARE(info.enType, QStringLiteral("-1"));
+    QCOMPARE(info.iConnectType, 0);
+    QCOMPARE(info.strPort, QString());
+    QCOMPARE(info.strURI, QString());
+}
+
+void TrdDeviceManageTest::StateDefaults()
+{
+    stPrinterState state = FilledState();
+    TrdDeviceManage(nullptr).InitStPrinterState(state);
+    CompareWithDefaults(state);
+}
+
+void TrdDeviceManageTest::InitialListKeepsInfosAndOrder()
+{
+    const stPrinterInfo first =
+        PrinterFolder::Printer(QStringLiteral("B"), QStringLiteral("10.0.0.7"), QStringLiteral("socket://10.0.0.7"), 2);
+    const stPrinterInfo second = PrinterFolder::Printer(QStringLiteral("A"));
+    const QList<stPrinterManager> list = TrdDeviceManage(nullptr).GetInitPrinterList({first, second});
+    QCOMPARE(list.size(), 2);
+    QCOMPARE(list.at(0).stInfo.strPrinterName, QStringLiteral("B"));
+    QCOMPARE(list.at(0).stInfo.enType, QStringLiteral("K4510A"));
+    QCOMPARE(list.at(0).stInfo.iConnectType, 2);
+    QCOMPARE(list.at(0).stInfo.strPort, QStringLiteral("10.0.0.7"));
+    QCOMPARE(list.at(0).stInfo.strURI, QStringLiteral("socket://10.0.0.7"));
+    QCOMPARE(list.at(1).stInfo.strPrinterName, QStringLiteral("A"));
+    CompareWithDefaults(list.at(0).stState);
+    CompareWithDefaults(list.at(1).stState);
+    QVERIFY(TrdDeviceManage(nullptr).GetInitPrinterList({}).isEmpty());
+}
+
+void TrdDeviceManageTest::ReadsTheFileEachTime()
+{
+    TrdDeviceManage worker(nullptr);
+    const auto firstName = [&worker] {
+        return worker.GetPrinterInfo(false).value(0).strPrinterName;
+    };
+    PrinterFolder::WritePrinterListText("[Main]\nCount=1\n[printer_0]\nName=one\n");
+    QCOMPARE(firstName(), QStringLiteral("one"));
+    PrinterFolder::WritePrinterListText("[Main]\nCount=1\n[printer_0]\nName=two\n");
+    QCOMPARE(firstName(), QStringLiteral("two"));
+    PrinterFolder::RemovePrinterList();
+    QCOMPARE(worker.GetPrinterInfo(false).size(), 0);
+    PrinterFolder::WritePrinterListText("[Main]\nCount=1\n[printer_0]\nName=three\n");
+    QCOMPARE(firstName(), QStringLiteral("three"));
+}
+
+void TrdDeviceManageTest::Size_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<int>("count");
+
+    QTest::newRow("1 MiB") << MaximumBytes << 1;
+    QTest::newRow("a byte over 1 MiB") << MaximumBytes + 1 << 0;
+    QTest::newRow("50 MiB") << 50 * MaximumBytes << 0;
+}
+
+void TrdDeviceManageTest::Size()
+{
+    QFETCH(int, bytes);
+    const QByteArray text = "[Main]\nCount=1\n[printer_0]\nName=A\n";
+    PrinterFolder::WritePrinterListText(text + QByteArray(bytes - text.size(), '\n'));
+    QTEST(PrinterCount(), "count");
+}
+
+void TrdDeviceManageTest::WhatStandsInTheFilesPlace_data()
+{
+    QTest::addColumn<QString>("kind");
+    for (const char* kind : {"nothing", "directory", "FIFO", "dangling link", "link to a FIFO", "link to itself"}) {
+        QTest::newRow(kind) << kind;
+    }
+}
+
+void TrdDeviceManageTest::WhatStandsInTheFilesPlace()
+{
+    QFETCH(QString, kind);
+    const QByteArray fifo = LocalListPath() + ".fifo";
+    if (kind == QLatin1String("directory")) {
+        QVERIFY(QDir().mkpath(ListPath()));
+    } else if (kind == QLatin1String("FIFO")) {
+        QCOMPARE(mkfifo(LocalListPath().constData(), 0600), 0);
+    } else if (kind == QLatin1String("dangling link")) {
+        QCOMPARE(symlink("absent", LocalListPath().constData()), 0);
+    } else if (kind == QLatin1String("link to a FIFO")) {
+        QCOMPARE(mkfifo(fifo.constData(), 0600), 0);
+        QCOMPARE(symlink(fifo.constData(), LocalListPath().constData()), 0);
+    } else if (kind == QLatin1String("link to itself")) {
+        QCOMPARE(symlink("printerlist.ini", LocalListPath().constData()), 0);
+    }
+    QCOMPARE(PrinterCount(), 0); // and it comes back at all
+}
+
+void TrdDeviceManageTest::LinkToARegularFile()
+{
+    WriteThreePrinters();
+    const QByteArray target = LocalListPath() + ".real";
+    QCOMPARE(rename(LocalListPath().constData(), target.constData()), 0);
+    QCOMPARE(symlink(target.constData(), LocalListPath().constData()), 0);
+    QCOMPARE(PrinterCount(), 3);
+}
+
+void TrdDeviceManageTest::NoPermission()
+{
+    if (geteuid() == 0) {
+        QSKIP("permissions do not bind root");
+    }
+    WriteThreePrinters();
+    QCOMPARE(chmod(LocalListPath().constData(), 0200), 0);
+    QCOMPARE(PrinterCount(), 0);
+    QCOMPARE(chmod(LocalListPath().constData(), 0400), 0);
+    QCOMPARE(PrinterCount(), 3);
+}
+
+void TrdDeviceManageTest::WritesNothing()
+{
+    WriteThreePrinters();
+    const QByteArray content = PrinterFolder::ReadFile(ListPath());
+    const qint64 modifiedMs = PrinterFolder::ModificationTime(ListPath());
+    QCOMPARE(PrinterCount(), 3);
+    QCOMPARE(PrinterFolder::ReadFile(ListPath()), content);
+    QCOMPARE(PrinterFolder::ModificationTime(ListPath()), modifiedMs);
+    const QDir folder(QString::fromLatin1(PrinterFolder::ConfigurationDirectory));
+    QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList{QStringLiteral("printerlist.ini")});
+}
+
+QTEST_GUILESS_MAIN(TrdDeviceManageTest)
+#include "tst_trddevicemanage.moc"

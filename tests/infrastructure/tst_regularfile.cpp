@@ -1,0 +1,255 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "RegularFile.h"
+
+#include <QtTest>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+class RegularFileTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void WhatCanBeOpened_data();
+    void WhatCanBeOpened();
+    void FifoWithAWriterIsNotTouched();
+    void ZeroByteInThePath();
+    void NoPermission();
+    void Size_data();
+    void Size();
+    void ReadsUpToTheCapacity();
+    void ReadsOnFromWhereItStopped();
+    void ShrunkFileGivesWhatIsLeft();
+    void KeepsWhatItOpened();
+    void DescriptorPathIsTheSameFile();
+    void DescriptorIsClosed_data();
+    void DescriptorIsClosed();
+    void DescriptorIsNotInherited();
+};
+
+namespace {
+
+constexpr char Folder[] = "/tmp/files";
+
+QString Path(const char* name)
+{
+    return QString::fromLatin1(Folder) + QLatin1Char('/') + QString::fromUtf8(name);
+}
+
+QByteArray LocalPath(const char* name)
+{
+    return QFile::encodeName(Path(name));
+}
+
+void WriteFile(const char* name, const QByteArray& content)
+{
+    PrinterFolder::WriteFile(Path(name), content);
+}
+
+QByteArray Read(const RegularFile& file, unsigned long capacity)
+{
+    QByteArray buffer(static_cast<int>(capacity) + 1, '#');
+    const unsigned long count = file.read(reinterpret_cast<unsigned char*>(buffer.data()), capacity);
+    // Not a byte beyond what it says that it read.
+    return buffer.mid(static_cast<int>(count)).count('#') == buffer.size() - static_cast<int>(count)
+        ? buffer.left(static_cast<int>(count))
+        : QByteArray("wrote too far");
+}
+
+bool MakeSocket(const char* name)
+{
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, LocalPath(name).constData(), sizeof address.sun_path);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+    const bool isBound = bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    close(descriptor);
+    return isBound;
+}
+
+int LowestFreeDescriptor()
+{
+    const int descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    close(descriptor);
+    return descriptor;
+}
+
+} // namespace
+
+void RegularFileTest::init()
+{
+    QVERIFY(QDir(QString::fromLatin1(Folder)).removeRecursively());
+    QVERIFY(QDir().mkpath(QString::fromLatin1(Folder)));
+    WriteFile("plain", "content");
+    WriteFile("打印机", "content");
+    WriteFile("empty", "");
+    QVERIFY(QDir().mkpath(Path("directory")));
+    QCOMPARE(mkfifo(LocalPath("fifo").constData(), 0600), 0);
+    QVERIFY(MakeSocket("socket"));
+    const std::pair<const char*, const char*> links[] = {
+        {"plain", "link"},          {"link", "link to a link"},           {"absent", "dangling"},
+        {"fifo", "link to a fifo"}, {"directory", "link to a directory"}, {"loop", "loop"}};
+    for (const auto& [target, name] : links) {
+        QCOMPARE(symlink(target, LocalPath(name).constData()), 0);
+    }
+}
+
+void RegularFileTest::WhatCanBeOpened_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("isOpen");
+
+    QTest::newRow("regular file") << Path("plain") << true;
+    QTest::newRow("Chinese name") << Path("打印机") << true;
+    QTest::newRow("empty file") << Path("empty") << true;
+    QTest::newRow("link") << Path("link") << true;
+    QTest::newRow("link to a link") << Path("link to a link") << true;
+    QTest::newRow("absent") << Path("absent") << false;
+    QTest::newRow("dangling link") << Path("dangling") << false;
+    QTest::newRow("loop of links") << Path("loop") << false;
+    QTest::newRow("directory") << Path("directory") << false;
+    QTest::newRow("link to a directory") << Path("link to a directory") << false;
+    QTest::newRow("FIFO without a writer") << Path("fifo") << false;
+    QTest::newRow("link to a FIFO") << Path("link to a fifo") << false;
+    QTest::newRow("socket") << Path("socket") << false;
+    QTest::newRow("device") << "/dev/zero" << false;
+    QTest::newRow("below a file") << Path("plain/x") << false;
+    QTest::newRow("empty path") << QString() << false;
+    QTest::newRow("name too long") << Path(QByteArray(300, 'x').constData()) << false;
+}
+
+void RegularFileTest::WhatCanBeOpened()
+{
+    QFETCH(QString, path);
+    const RegularFile file(path);
+    QTEST(file.isOpen(), "isOpen");
+}
+
+void RegularFileTest::FifoWithAWriterIsNotTouched()
+{
+    const int writer = open(LocalPath("fifo").constData(), O_RDWR | O_CLOEXEC);
+    QVERIFY(writer >= 0);
+    QCOMPARE(write(writer, "bytes", 5), ssize_t(5));
+    {
+        const RegularFile file(Path("fifo"));
+        QVERIFY(!file.isOpen());
+    }
+    char buffer[8] = {};
+    QCOMPARE(read(writer, buffer, sizeof buffer), ssize_t(5));
+    close(writer);
+}
+
+void RegularFileTest::ZeroByteInThePath()
+{
+    const RegularFile file(Path("plain") + QChar(0) + QStringLiteral("more"));
+    QVERIFY(!file.isOpen());
+}
+
+void RegularFileTest::NoPermission()
+{
+    if (geteuid() == 0) {
+        QSKIP("permissions do not bind root");
+    }
+    QCOMPARE(chmod(LocalPath("plain").constData(), 0200), 0);
+    const RegularFile file(Path("plain"));
+    QVERIFY(!file.isOpen());
+    const RegularFile link(Path("link"));
+    QVERIFY(!link.isOpen());
+}
+
+void RegularFileTest::Size_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<qint64>("size");
+
+    QTest::newRow("empty") << "empty" << qint64(0);
+    QTest::newRow("plain") << "plain" << qint64(7);
+    QTest::newRow("of what a link leads to") << "link" << qint64(7);
+}
+
+void RegularFileTest::Size()
+{
+    QFETCH(QString, name);
+    const RegularFile file(Path(name.toUtf8().constData()));
+    QTEST(file.size(), "size");
+}
+
+void RegularFileTest::ReadsUpToTheCapacity()
+{
+    QCOMPARE(Read(RegularFile(Path("plain")), 0), QByteArray());
+    QCOMPARE(Read(RegularFile(Path("plain")), 3), QByteArray("con"));
+    QCOMPARE(Read(RegularFile(Path("plain")), 7), QByteArray("content"));
+    QCOMPARE(Read(RegularFile(Path("plain")), 2048), QByteArray("content"));
+    QCOMPARE(Read(RegularFile(Path("empty")), 2048), QByteArray());
+}
+
+void RegularFileTest::ReadsOnFromWhereItStopped()
+{
+    const RegularFile file(Path("plain"));
+    QCOMPARE(Read(file, 3), QByteArray("con"));
+    QCOMPARE(Read(file, 3), QByteArray("ten"));
+    QCOMPARE(Read(file, 3), QByteArray("t"));
+    QCOMPARE(Read(file, 3), QByteArray());
+}
+
+void RegularFileTest::ShrunkFileGivesWhatIsLeft()
+{
+    const RegularFile file(Path("plain"));
+    QVERIFY(QFile::resize(Path("plain"), 2));
+    QCOMPARE(Read(file, 7), QByteArray("co"));
+    QCOMPARE(file.size(), qint64(7)); // as it was opened
+}
+
+void RegularFileTest::KeepsWhatItOpened()
+{
+    const RegularFile file(Path("plain"));
+    QVERIFY(QFile::remove(Path("plain")));
+    WriteFile("plain", "another");
+    QCOMPARE(Read(file, 100), QByteArray("content"));
+}
+
+void RegularFileTest::DescriptorPathIsTheSameFile()
+{
+    const RegularFile file(Path("plain"));
+    QVERIFY(QFile::remove(Path("plain")));
+    WriteFile("plain", "another");
+    QCOMPARE(PrinterFolder::ReadFile(file.descriptorPath()), QByteArray("content"));
+    // By a description of its own: the position of the one does not move the other.
+    QCOMPARE(Read(file, 100), QByteArray("content"));
+}
+
+void RegularFileTest::DescriptorIsClosed_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"plain", "directory", "fifo", "absent"}) {
+        QTest::newRow(name) << name;
+    }
+}
+
+void RegularFileTest::DescriptorIsClosed()
+{
+    QFETCH(QString, name);
+    const int lowestFree = LowestFreeDescriptor();
+    {
+        const RegularFile file(Path(name.toUtf8().constData()));
+    }
+    QCOMPARE(LowestFreeDescriptor(), lowestFree);
+}
+
+void RegularFileTest::DescriptorIsNotInherited()
+{
+    const int descriptor = LowestFreeDescriptor();
+    const RegularFile file(Path("plain"));
+    QVERIFY(fcntl(descriptor, F_GETFD) >= 0);
+    QVERIFY((fcntl(descriptor, F_GETFD) & FD_CLOEXEC) != 0);
+}
+
+QTEST_GUILESS_MAIN(RegularFileTest)
+#include "tst_regularfile.moc"

@@ -1,0 +1,247 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "LogFolder.h"
+#include "PrinterFolder.h"
+#include "UtilLog.h"
+
+#include <QDateTime>
+#include <QtTest>
+
+#include <thread>
+#include <vector>
+
+// What stands in the log: its lines, and when there are any.
+class UtilLogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void OffFromTheStart();
+    void OffWritesNothing();
+    void SwitchingOnOpensNothing();
+    void OnAgainAfterOff();
+    void LineBearsThePresentTime();
+    void LineFields_data();
+    void LineFields();
+    void MessageIsFormatted();
+    void FormatIsLocal8Bit();
+    void LongMessageIsCut_data();
+    void LongMessageIsCut();
+    void CutInsideACharacter();
+    void EachCallAppendsOneLine();
+    void ThreadsDoNotInterleave();
+};
+
+namespace {
+
+constexpr char File[] = "../main";
+
+int s_messageCount = 0;
+
+void CountMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*message*/)
+{
+    ++s_messageCount;
+}
+
+QByteArray OnlyMessage()
+{
+    const QList<QByteArray> lines = LogFolder::Lines();
+    return lines.size() == 1 ? LogFolder::WithoutTime(lines.first()) : QByteArray("not one line");
+}
+
+} // namespace
+
+void UtilLogTest::init()
+{
+    PrinterFolder::Remove();
+}
+
+void UtilLogTest::cleanup()
+{
+    SetLogEnable(false);
+}
+
+// Must stay the first test: nothing has switched the log on yet.
+void UtilLogTest::OffFromTheStart()
+{
+    const QtMessageHandler before = qInstallMessageHandler(CountMessage);
+    WriteStringLog(File, 1, "main", QStringLiteral("%s %d"), "text", 1);
+    qInstallMessageHandler(before);
+    QCOMPARE(s_messageCount, 0); // a try to open the file, whose name is not made yet, would cause one
+    QVERIFY(!QFile::exists(QString::fromLatin1(PrinterFolder::ToolDirectory)));
+}
+
+void UtilLogTest::OffWritesNothing()
+{
+    SetLogEnable(true);
+    SetLogEnable(false);
+    WriteStringLog(File, 1, "main", QStringLiteral("text"));
+    QCOMPARE(LogFolder::Names(), QStringList());
+    // Not even the folder is looked for.
+    PrinterFolder::Remove();
+    WriteStringLog(File, 1, "main", QStringLiteral("text"));
+    QVERIFY(!QFile::exists(QString::fromLatin1(PrinterFolder::ToolDirectory)));
+}
+
+void UtilLogTest::SwitchingOnOpensNothing()
+{
+    SetLogEnable(true);
+    QVERIFY(QFileInfo(QString::fromLatin1(PrinterFolder::ToolDirectory)).isDir());
+    QCOMPARE(LogFolder::Names(), QStringList());
+}
+
+void UtilLogTest::OnAgainAfterOff()
+{
+    SetLogEnable(true);
+    SetLogEnable(false);
+    SetLogEnable(true);
+    WriteStringLog(File, 1, "main", QStringLiteral("text"));
+    QCOMPARE(OnlyMessage(), QByteArray("(../main@1 main) text"));
+}
+
+void UtilLogTest::LineBearsThePresentTime()
+{
+    SetLogEnable(true);
+    const QDateTime before = QDateTime::currentDateTime();
+    WriteStringLog(File, 42, "main", QStringLiteral("message text"));
+    const QDateTime after = QDateTime::currentDateTime();
+
+    const QString content = QString::fromUtf8(PrinterFolder::ReadFile(LogFolder::Path(LogFolder::Names().value(0))));
+    const QRegularExpression pattern(
+        QStringLiteral(R"(\A\[(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3})\] \(\.\./main@42 main\) message text\n\z)"));
+    const QRegularExpressionMatch match = pattern.match(content);
+    QVERIFY2(match.hasMatch(), qPrintable(content));
+    const QDateTime written = QDateTime::fromString(match.captured(1), QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz"));
+    QVERIFY2(written >= before && written <= after, qPrintable(content));
+}
+
+void UtilLogTest::LineFields_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QByteArray>("function");
+    QTest::addColumn<QByteArray>("expected");
+
+    const QByteArray null;
+    QTest::newRow("plain") << QByteArray("../main") << 42 << QByteArray("main") << QByteArray("(../main@42 main) text");
+    QTest::newRow("null file") << null << 42 << QByteArray("main") << QByteArray("(@42 main) text");
+    QTest::newRow("null function") << QByteArray("../main") << 42 << null << QByteArray("(../main@42 ) text");
+    QTest::newRow("both null") << null << 42 << null << QByteArray("(@42 ) text");
+    QTest::newRow("empty") << QByteArray("") << 0 << QByteArray("") << QByteArray("(@0 ) text");
+    QTest::newRow("negative line") << QByteArray("f") << -7 << QByteArray("g") << QByteArray("(f@-7 g) text");
+    QTest::newRow("greatest line") << QByteArray("f") << 2147483647 << QByteArray("g")
+                                   << QByteArray("(f@2147483647 g) text");
+    QTest::newRow("UTF-8") << QByteArray("源") << 1 << QByteArray("函数") << QByteArray("(源@1 函数) text");
+    QTest::newRow("percent signs are text")
+        << QByteArray("%s%n") << 1 << QByteArray("%d") << QByteArray("(%s%n@1 %d) text");
+}
+
+void UtilLogTest::LineFields()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(int, line);
+    QFETCH(QByteArray, function);
+    SetLogEnable(true);
+    WriteStringLog(file.isNull() ? nullptr : file.constData(), line, function.isNull() ? nullptr : function.constData(),
+                   QStringLiteral("text"));
+    QTEST(OnlyMessage(), "expected");
+}
+
+void UtilLogTest::MessageIsFormatted()
+{
+    SetLogEnable(true);
+    WriteStringLog(File, 1, "main", QStringLiteral("%s|%d|%lu|%5.2f|%c|%%|%x"), "打印机", -3, 18446744073709551615UL,
+                   1.5, 'z', 255U);
+    QCOMPARE(OnlyMessage(), QByteArray("(../main@1 main) 打印机|-3|18446744073709551615| 1.50|z|%|ff"));
+}
+
+void UtilLogTest::FormatIsLocal8Bit()
+{
+    SetLogEnable(true);
+    WriteStringLog(File, 1, "main", QStringLiteral("打印机 %d 号"), 2);
+    QCOMPARE(OnlyMessage(), QByteArray("(../main@1 main) 打印机 2 号"));
+}
+
+void UtilLogTest::LongMessageIsCut_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("written");
+
+    QTest::newRow("empty") << 0 << 0;
+    QTest::newRow("one less than fits") << 1022 << 1022;
+    QTest::newRow("just fits") << 1023 << 1023;
+    QTest::newRow("one too many") << 1024 << 1023;
+    QTest::newRow("far too many") << 2000 << 1023;
+}
+
+void UtilLogTest::LongMessageIsCut()
+{
+    QFETCH(int, length);
+    QFETCH(int, written);
+    SetLogEnable(true);
+    WriteStringLog(File, 1, "main", QStringLiteral("%s"), QByteArray(length, 'x').constData());
+    WriteStringLog(File, 2, "main", QStringLiteral("next"));
+    const QList<QByteArray> lines = LogFolder::Lines();
+    QCOMPARE(lines.size(), 2);
+    QCOMPARE(LogFolder::WithoutTime(lines.at(0)), "(../main@1 main) " + QByteArray(written, 'x'));
+    QCOMPARE(LogFolder::WithoutTime(lines.at(1)), QByteArray("(../main@2 main) next"));
+}
+
+void UtilLogTest::CutInsideACharacter()
+{
+    SetLogEnable(true);
+    const QByteArray message = QByteArray(1022, 'x') + "打印";
+    WriteStringLog(File, 1, "main", QStringLiteral("%s"), message.constData());
+    const QByteArray line = OnlyMessage();
+    QVERIFY(line.startsWith("(../main@1 main) " + QByteArray(1022, 'x')));
+    QVERIFY(!line.contains("打") && !line.contains("印"));
+}
+
+void UtilLogTest::EachCallAppendsOneLine()
+{
+    SetLogEnable(true);
+    for (int i = 0; i < 3; ++i) {
+        WriteStringLog(File, i, "main", QStringLiteral("text"));
+        // Nothing is kept back between calls.
+        QCOMPARE(LogFolder::Lines().size(), i + 1);
+        QCOMPARE(LogFolder::WithoutTime(LogFolder::Lines().constLast()),
+                 "(../main@" + QByteArray::number(i) + " main) text");
+    }
+}
+
+void UtilLogTest::ThreadsDoNotInterleave()
+{
+    constexpr int threadCount = 4;
+    constexpr int linesPerThread = 250;
+    SetLogEnable(true);
+    std::vector<std::thread> threads;
+    threads.reserve(threadCount);
+    for (int thread = 0; thread < threadCount; ++thread) {
+        threads.emplace_back([thread] {
+            const QByteArray filler(900, static_cast<char>('a' + thread));
+            for (int line = 0; line < linesPerThread; ++line) {
+                WriteStringLog(File, thread, "run", QStringLiteral("%d %s"), line, filler.constData());
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+
+    const QList<QByteArray> lines = LogFolder::Lines();
+    QCOMPARE(lines.size(), threadCount * linesPerThread);
+    int nextLine[threadCount] = {};
+    for (const QByteArray& line : lines) {
+        const int thread = LogFolder::WithoutTime(line).mid(9, 1).toInt();
+        QVERIFY(thread >= 0 && thread < threadCount);
+        const QByteArray expected = "(../main@" + QByteArray::number(thread) + " run) " +
+            QByteArray::number(nextLine[thread]) + ' ' + QByteArray(900, static_cast<char>('a' + thread));
+        QCOMPARE(LogFolder::WithoutTime(line), expected);
+        ++nextLine[thread];
+    }
+}
+
+QTEST_GUILESS_MAIN(UtilLogTest)
+#include "tst_utillog.moc"

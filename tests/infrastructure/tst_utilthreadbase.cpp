@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "UtilThreadBase.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+#include <future>
+#include <map>
+#include <thread>
+
+class UtilThreadBaseTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void FreshObject();
+    void TheFlagStays();
+    void MetaObject();
+    void WaitForSleep_data();
+    void WaitForSleep();
+    void WaitingRunsNoEvents();
+};
+
+namespace {
+
+constexpr int Never = -1;
+constexpr int BeforeTheCall = 0;
+
+struct Row
+{
+    const char* name;
+    int ms;
+    int stopMs; // when the stop is requested, after the call
+    int atLeastMs;
+    int lessThanMs; // generous: what the next slice or the whole pause would take
+    bool result;
+};
+
+constexpr int AnyTimeMs = 60000;
+
+const Row c_rows[] = {
+    {"3000", 3000, Never, 3000, AnyTimeMs, false},
+    {"1000", 1000, Never, 1000, AnyTimeMs, false},
+    {"1200: the rest after the slices", 1200, Never, 1200, AnyTimeMs, false},
+    {"500", 500, Never, 500, AnyTimeMs, false},
+    {"501", 501, Never, 501, AnyTimeMs, false},
+    {"499", 499, Never, 499, AnyTimeMs, false},
+    {"300", 300, Never, 300, AnyTimeMs, false},
+    {"0", 0, Never, 0, 400, false},
+    {"-1", -1, Never, 0, 400, false},
+    {"-3700", -3700, Never, 0, 400, false},
+    {"0, stopped before", 0, BeforeTheCall, 0, 400, true},
+    {"-1200, stopped before", -1200, BeforeTheCall, 0, 400, true},
+    {"3000, stopped before", 3000, BeforeTheCall, 0, 450, true},
+    {"500, stopped before", 500, BeforeTheCall, 0, 450, true},
+    {"1200, stopped before", 1200, BeforeTheCall, 0, 450, true},
+    {"499, stopped before, sleeps all the same", 499, BeforeTheCall, 499, AnyTimeMs, true},
+    {"3000, stopped in the first slice", 3000, 200, 500, 2900, true},
+    {"3000, stopped in the third slice", 3000, 1150, 1500, 2900, true},
+    {"3000, stopped in the last slice", 3000, 2700, 3000, AnyTimeMs, true},
+    {"500, stopped in its slice", 500, 150, 500, AnyTimeMs, true},
+    {"1400, stopped in the first slice, leaves out the rest", 1400, 150, 500, 1390, true},
+    {"1200, stopped in the last slice, sleeps the rest", 1200, 700, 1200, AnyTimeMs, true},
+    {"1900, stopped in the rest", 1900, 1600, 1900, AnyTimeMs, true},
+};
+
+struct Outcome
+{
+    qint64 elapsedMs = 0;
+    bool result = false;
+};
+
+Outcome Wait(const Row& row)
+{
+    UtilThreadBase worker(nullptr);
+    worker.bThreadQuit = row.stopMs == BeforeTheCall;
+    std::thread stopper;
+    QElapsedTimer timer;
+    timer.start();
+    if (row.stopMs > 0) {
+        stopper = std::thread([&worker, &row] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(row.stopMs));
+            worker.bThreadQuit = true;
+        });
+    }
+    Outcome outcome;
+    outcome.result = worker.WaitForSleep(row.ms);
+    outcome.elapsedMs = timer.elapsed();
+    if (stopper.joinable()) {
+        stopper.join();
+    }
+    return outcome;
+}
+
+// The rows wait all at once, each on a thread of its own.
+std::map<QByteArray, std::future<Outcome>> s_outcomes;
+
+} // namespace
+
+Q_DECLARE_METATYPE(const Row*)
+
+void UtilThreadBaseTest::initTestCase()
+{
+    for (const Row& row : c_rows) {
+        s_outcomes[row.name] = std::async(std::launch::async, [&row] { return Wait(row); });
+    }
+}
+
+void UtilThreadBaseTest::FreshObject()
+{
+    QObject parent;
+    auto* worker = new UtilThreadBase(&parent);
+    QCOMPARE(worker->parent(), &parent);
+    QCOMPARE(worker->bTaskStarted, false);
+    QCOMPARE(worker->bThreadQuit.load(), false);
+}
+
+void UtilThreadBaseTest::TheFlagStays()
+{
+    UtilThreadBase worker(nullptr);
+    worker.bThreadQuit = true;
+    QVERIFY(worker.WaitForSleep(500));
+    QVERIFY(worker.WaitForSleep(500));
+    QCOMPARE(worker.bThreadQuit.load(), true);
+    QCOMPARE(worker.bTaskStarted, false);
+}
+
+void UtilThreadBaseTest::MetaObject()
+{
+    const UtilThreadBase worker(nullptr);
+    const QMetaObject* meta = worker.metaObject();
+    QCOMPARE(meta->className(), "UtilThreadBase");
+    QCOMPARE(meta->superClass(), &QObject::staticMetaObject);
+    QCOMPARE(meta->methodCount(), meta->methodOffset());
+    QCOMPARE(meta->propertyCount(), meta->propertyOffset());
+}
+
+void UtilThreadBaseTest::WaitForSleep_data()
+{
+    QTest::addColumn<const Row*>("row");
+    for (const Row& row : c_rows) {
+        QTest::newRow(row.name) << &row;
+    }
+}
+
+void UtilThreadBaseTest::WaitForSleep()
+{
+    QFETCH(const Row*, row);
+    const Outcome outcome = s_outcomes.at(row->name).get();
+    QCOMPARE(outcome.result, row->result);
+    QVERIFY2(outcome.elapsedMs >= row->atLeastMs, qPrintable(QString::number(outcome.elapsedMs)));
+    QVERIFY2(outcome.elapsedMs < row->lessThanMs, qPrintable(QString::number(outcome.elapsedMs)));
+}
+
+void UtilThreadBaseTest::WaitingRunsNoEvents()
+{
+    UtilThreadBase worker(nullptr);
+    bool wasCalled = false;
+    QMetaObject::invokeMethod(
+        &worker, [&wasCalled] { wasCalled = true; }, Qt::QueuedConnection);
+    QVERIFY(!worker.WaitForSleep(600));
+    QVERIFY(!wasCalled);
+    QTRY_VERIFY(wasCalled);
+}
+
+QTEST_GUILESS_MAIN(UtilThreadBaseTest)
+#include "tst_utilthreadbase.moc"
