@@ -45,6 +45,17 @@ bool IsRefusedQuoted(const QString& name)
     return HoldsAnyOf(name, QStringLiteral(R"($`\")"));
 }
 
+// Only the first line tells of the queue itself; it is in the language of the desktop.
+bool SaysPrinting(const QString& lpstatOutputPath)
+{
+    QFile output(lpstatOutputPath);
+    if (!output.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        return false;
+    }
+    const QString firstLine = QString::fromLocal8Bit(output.readLine().constData());
+    return firstLine.contains(QStringLiteral("printing")) || firstLine.contains(QStringLiteral("正在打印"));
+}
+
 } // namespace
 
 TrdGetPrinterStatus::TrdGetPrinterStatus(QObject* parent)
@@ -208,23 +219,17 @@ bool TrdGetPrinterStatus::CheckNeedStatus(int& interval)
     }
 }
 
-// Asks the print system; its answer is in the language of the desktop.
+// Asks the print system, through a file in the tool directory that is removed in every case.
 bool TrdGetPrinterStatus::IsQueuePrinting() const
 {
     const QString& name = stCurrent.stInfo.strPrinterName;
-    if (IsRefusedQuoted(name)) {
-        return false;
-    }
     const QString outputPath =
         QString::fromLatin1(FixedPaths::ToolDirectory) + QString::asprintf("printer_%d.tmp", iPrinterIndex);
-    RunShellCommand("lpstat -p \"%s\"> %s", name.toLocal8Bit().constData(), outputPath.toLocal8Bit().constData());
-    bool isPrinting = false;
-    QFile output(outputPath);
-    if (output.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        const QString firstLine = QString::fromLocal8Bit(output.readLine().constData());
-        isPrinting = firstLine.contains(QStringLiteral("printing")) || firstLine.contains(QStringLiteral("正在打印"));
-        output.close();
-    }
+    // A command that was not run says nothing, whatever an earlier one has left in the file.
+    const bool isAsked = !IsRefusedQuoted(name) &&
+        RunShellCommand("lpstat -p \"%s\"> %s", name.toLocal8Bit().constData(), outputPath.toLocal8Bit().constData()) !=
+            -1;
+    const bool isPrinting = isAsked && SaysPrinting(outputPath);
     QFile::remove(outputPath);
     return isPrinting;
 }

@@ -48,6 +48,12 @@ QStringList ToolFiles()
     return QDir(QString::fromLatin1(PrinterFolder::ToolDirectory)).entryList(QDir::Files | QDir::Hidden);
 }
 
+// As an earlier query would have left it, had it been stopped half-way.
+void LeaveOutput(const QString& fileName)
+{
+    PrinterFolder::WriteFile(QString::fromLatin1(PrinterFolder::ToolDirectory) + fileName, "printer x now printing x-1");
+}
+
 QStringList Lpstat(const QString& name)
 {
     return {QStringLiteral("-p"), name};
@@ -191,6 +197,7 @@ void CheckNeedStatusTest::RefusedNames()
     const FakeCommand lpstat(QStringLiteral("lpstat"), QStringLiteral("echo printing"));
     StatusWorker worker;
     MakeNetworkPrinter(worker, name, PS_READY);
+    LeaveOutput(QStringLiteral("printer_-1.tmp"));
     int interval = NoInterval;
     QCOMPARE(worker.CheckNeedStatus(interval), false);
     QCOMPARE(interval, 100);
@@ -217,6 +224,7 @@ void CheckNeedStatusTest::CommandLength()
     StatusWorker worker;
     worker.Init(0, &list);
     MakeNetworkPrinter(worker, QString(bytes - rest, QLatin1Char('x')), PS_READY);
+    LeaveOutput(QStringLiteral("printer_0.tmp"));
     int interval = NoInterval;
     QCOMPARE(worker.CheckNeedStatus(interval), isRun);
     QCOMPARE(lpstat.calls().size(), isRun ? 1 : 0);
