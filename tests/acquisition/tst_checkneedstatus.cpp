@@ -51,7 +51,8 @@ QStringList ToolFiles()
 // As an earlier query would have left it, had it been stopped half-way.
 void LeaveOutput(const QString& fileName)
 {
-    PrinterFolder::WriteFile(QString::fromLatin1(PrinterFolder::ToolDirectory) + fileName, "printer x now printing x-1");
+    PrinterFolder::WriteFile(QString::fromLatin1(PrinterFolder::ToolDirectory) + fileName,
+                             "printer x now printing x-1");
 }
 
 QStringList Lpstat(const QString& name)
