@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+#include "MetaMethods.h"
 #include "StatusWorker.h"
 
 #include <QtTest>
@@ -24,13 +25,7 @@ void TrdGetPrinterStatusTest::MetaObject()
     const QMetaObject& meta = TrdGetPrinterStatus::staticMetaObject;
     QCOMPARE(meta.className(), "TrdGetPrinterStatus");
     QCOMPARE(meta.superClass(), &UtilThreadBase::staticMetaObject);
-    QStringList methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        const bool isSignal = meta.method(i).methodType() == QMetaMethod::Signal;
-        methods += (isSignal ? QStringLiteral("signal ") : QStringLiteral("slot ")) +
-            QString::fromLatin1(meta.method(i).methodSignature());
-    }
-    QCOMPARE(methods,
+    QCOMPARE(OwnMethods(meta),
              (QStringList{QStringLiteral("signal SgnUpdatePrinterStatus(int)"), QStringLiteral("slot SlotTaskStart()"),
                           QStringLiteral("slot SlotThreadQuit()")}));
 }

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+#include "MetaMethods.h"
 #include "PrinterFolder.h"
 #include "TrdDeviceManage.h"
 
@@ -104,13 +105,7 @@ void TrdDeviceManageTest::MetaObject()
     const QMetaObject& meta = TrdDeviceManage::staticMetaObject;
     QCOMPARE(meta.className(), "TrdDeviceManage");
     QCOMPARE(meta.superClass(), &UtilThreadBase::staticMetaObject);
-    QStringList methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        const bool isSignal = meta.method(i).methodType() == QMetaMethod::Signal;
-        methods += (isSignal ? QStringLiteral("signal ") : QStringLiteral("slot ")) +
-            QString::fromLatin1(meta.method(i).methodSignature());
-    }
-    QCOMPARE(methods,
+    QCOMPARE(OwnMethods(meta),
              (QStringList{QStringLiteral("signal SgnUpdatePrinterList()"), QStringLiteral("slot SlotTaskStart()"),
                           QStringLiteral("slot SlotThreadQuit()")}));
 }

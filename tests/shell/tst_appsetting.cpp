@@ -87,7 +87,7 @@ void ClickBox(const AppSetting& dialog)
 
 } // namespace
 
-class tst_AppSetting : public QObject
+class AppSettingTest : public QObject
 {
     Q_OBJECT
 
@@ -118,19 +118,19 @@ private slots:
     void lockedDirectory();
 };
 
-void tst_AppSetting::init()
+void AppSettingTest::init()
 {
     PrinterFolder::WriteFile(SourcePath(), EntryContent);
     QVERIFY(QDir(QStringLiteral("/opt/apps")).removeRecursively());
 }
 
-void tst_AppSetting::cleanup()
+void AppSettingTest::cleanup()
 {
     chmod(EntryDirectory, 0755);
     QFile::remove(SourcePath());
 }
 
-void tst_AppSetting::form()
+void AppSettingTest::form()
 {
     QWidget window;
     Ui_AppSetting form;
@@ -148,7 +148,7 @@ void tst_AppSetting::form()
              (QList<QWidget*>{form.checkBoxAutoStart, form.pushButtonOK, form.pushButtonCancel}));
 }
 
-void tst_AppSetting::formKeepsObjectNames()
+void AppSettingTest::formKeepsObjectNames()
 {
     QWidget window;
     window.setObjectName(QStringLiteral("another"));
@@ -157,7 +157,7 @@ void tst_AppSetting::formKeepsObjectNames()
     QCOMPARE(window.objectName(), QStringLiteral("another"));
 }
 
-void tst_AppSetting::geometryAndTexts()
+void AppSettingTest::geometryAndTexts()
 {
     const ExpectedGeometry expected = GeometryOnThisScreen();
     const AppSetting dialog(nullptr);
@@ -177,7 +177,7 @@ void tst_AppSetting::geometryAndTexts()
     QCOMPARE(CancelButton(dialog).text(), QStringLiteral("取消"));
 }
 
-void tst_AppSetting::scaleControlDoesNotTestTheDesktop()
+void AppSettingTest::scaleControlDoesNotTestTheDesktop()
 {
     AppSetting dialog(nullptr);
     QWidget widget;
@@ -187,7 +187,7 @@ void tst_AppSetting::scaleControlDoesNotTestTheDesktop()
     QCOMPARE(widget.geometry(), isLayoutWidth ? QRect(70, 250, 80, 25) : QRect(93, 333, 106, 33));
 }
 
-void tst_AppSetting::metaObjectOrder()
+void AppSettingTest::metaObjectOrder()
 {
     const QMetaObject& metaObject = AppSetting::staticMetaObject;
     QCOMPARE(metaObject.className(), "AppSetting");
@@ -199,14 +199,14 @@ void tst_AppSetting::metaObjectOrder()
     QCOMPARE(names, (QList<QByteArray>{"on_pushButtonOK_clicked()", "on_pushButtonCancel_clicked()"}));
 }
 
-void tst_AppSetting::boxShowsTheEntry_data()
+void AppSettingTest::boxShowsTheEntry_data()
 {
     QTest::addColumn<bool>("hasEntry");
     QTest::newRow("entry") << true;
     QTest::newRow("no entry") << false;
 }
 
-void tst_AppSetting::boxShowsTheEntry()
+void AppSettingTest::boxShowsTheEntry()
 {
     QFETCH(const bool, hasEntry);
     if (hasEntry) {
@@ -217,7 +217,7 @@ void tst_AppSetting::boxShowsTheEntry()
     QCOMPARE(Box(dialog).isChecked(), hasEntry);
 }
 
-void tst_AppSetting::saveMakesTheEntry()
+void AppSettingTest::saveMakesTheEntry()
 {
     AppSetting dialog(nullptr);
     QVERIFY(dialog.SaveAutoStartOption(true));
@@ -225,7 +225,7 @@ void tst_AppSetting::saveMakesTheEntry()
     QVERIFY(QFile::exists(SourcePath()));
 }
 
-void tst_AppSetting::savePartlyCheckedMakesTheEntry()
+void AppSettingTest::savePartlyCheckedMakesTheEntry()
 {
     AppSetting dialog(nullptr);
     Box(dialog).setTristate(true);
@@ -234,7 +234,7 @@ void tst_AppSetting::savePartlyCheckedMakesTheEntry()
     QVERIFY(QFile::exists(Entry()));
 }
 
-void tst_AppSetting::saveKeepsAnExistingEntry()
+void AppSettingTest::saveKeepsAnExistingEntry()
 {
     MakeEntry("edited by the user");
     AppSetting dialog(nullptr);
@@ -242,7 +242,7 @@ void tst_AppSetting::saveKeepsAnExistingEntry()
     QCOMPARE(PrinterFolder::ReadFile(Entry()), QByteArray("edited by the user"));
 }
 
-void tst_AppSetting::saveRemovesTheEntry()
+void AppSettingTest::saveRemovesTheEntry()
 {
     MakeEntry("");
     AppSetting dialog(nullptr);
@@ -252,7 +252,7 @@ void tst_AppSetting::saveRemovesTheEntry()
     QVERIFY(QDir(QString::fromLatin1(EntryDirectory)).exists());
 }
 
-void tst_AppSetting::saveWithoutSourceMakesTheDirectory()
+void AppSettingTest::saveWithoutSourceMakesTheDirectory()
 {
     QFile::remove(SourcePath());
     AppSetting dialog(nullptr);
@@ -261,7 +261,7 @@ void tst_AppSetting::saveWithoutSourceMakesTheDirectory()
     QVERIFY(!QFile::exists(Entry()));
 }
 
-void tst_AppSetting::okSwitchesOff()
+void AppSettingTest::okSwitchesOff()
 {
     MakeEntry("");
     AppSetting dialog(nullptr);
@@ -278,7 +278,7 @@ void tst_AppSetting::okSwitchesOff()
     QVERIFY(!Box(dialog).isChecked());
 }
 
-void tst_AppSetting::okSwitchesOn()
+void AppSettingTest::okSwitchesOn()
 {
     AppSetting dialog(nullptr);
     dialog.show();
@@ -289,7 +289,7 @@ void tst_AppSetting::okSwitchesOn()
     QVERIFY(Box(dialog).isChecked());
 }
 
-void tst_AppSetting::okWithoutSourceShowsTheTruth()
+void AppSettingTest::okWithoutSourceShowsTheTruth()
 {
     QFile::remove(SourcePath());
     AppSetting dialog(nullptr);
@@ -301,7 +301,7 @@ void tst_AppSetting::okWithoutSourceShowsTheTruth()
     QVERIFY(!Box(dialog).isChecked());
 }
 
-void tst_AppSetting::discarding_data()
+void AppSettingTest::discarding_data()
 {
     QTest::addColumn<bool>("hasEntry");
     QTest::addColumn<bool>("byClosing");
@@ -311,7 +311,7 @@ void tst_AppSetting::discarding_data()
     QTest::newRow("unticked, then closed") << true << true;
 }
 
-void tst_AppSetting::discarding()
+void AppSettingTest::discarding()
 {
     QFETCH(const bool, hasEntry);
     QFETCH(const bool, byClosing);
@@ -333,7 +333,7 @@ void tst_AppSetting::discarding()
     QCOMPARE(QFile::exists(Entry()), hasEntry);
 }
 
-void tst_AppSetting::closingIsIgnored()
+void AppSettingTest::closingIsIgnored()
 {
     AppSetting dialog(nullptr);
     dialog.show();
@@ -344,7 +344,7 @@ void tst_AppSetting::closingIsIgnored()
     QVERIFY(!dialog.isVisible());
 }
 
-void tst_AppSetting::notReadAgainWhenShown()
+void AppSettingTest::notReadAgainWhenShown()
 {
     AppSetting dialog(nullptr);
     MakeEntry("");
@@ -355,14 +355,14 @@ void tst_AppSetting::notReadAgainWhenShown()
     QVERIFY(Box(dialog).isChecked());
 }
 
-void tst_AppSetting::lockedDirectory_data()
+void AppSettingTest::lockedDirectory_data()
 {
     QTest::addColumn<bool>("hasEntry");
     QTest::newRow("copy fails") << false;
     QTest::newRow("removal fails") << true;
 }
 
-void tst_AppSetting::lockedDirectory()
+void AppSettingTest::lockedDirectory()
 {
     if (geteuid() == 0) {
         QSKIP("permissions do not bind root; run as an ordinary user");
@@ -385,5 +385,5 @@ void tst_AppSetting::lockedDirectory()
     QVERIFY(!dialog.SaveAutoStartOption(!hasEntry));
 }
 
-QTEST_MAIN(tst_AppSetting)
+QTEST_MAIN(AppSettingTest)
 #include "tst_appsetting.moc"

@@ -84,7 +84,7 @@ double Now()
 
 } // namespace
 
-class tst_Assistant : public QObject
+class AssistantTest : public QObject
 {
     Q_OBJECT
 
@@ -105,14 +105,14 @@ private slots:
     void steadyState();
 };
 
-void tst_Assistant::init()
+void AssistantTest::init()
 {
     PrinterFolder::Create();
     ForgetDesktopMessages();
     QTRY_VERIFY(!IsWindowVisible());
 }
 
-void tst_Assistant::startsHidden_data()
+void AssistantTest::startsHidden_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<bool>("isHidden");
@@ -131,7 +131,7 @@ void tst_Assistant::startsHidden_data()
     QTest::newRow("empty") << QStringList{QString()} << false;
 }
 
-void tst_Assistant::startsHidden()
+void AssistantTest::startsHidden()
 {
     QFETCH(const QStringList, arguments);
     QFETCH(const bool, isHidden);
@@ -147,7 +147,7 @@ void tst_Assistant::startsHidden()
     QVERIFY(assistant.isRunning());
 }
 
-void tst_Assistant::trayItem()
+void AssistantTest::trayItem()
 {
     AssistantProcess assistant;
     QVERIFY(assistant.startIntoTray({QStringLiteral("-hide")}));
@@ -160,7 +160,7 @@ void tst_Assistant::trayItem()
     QTRY_VERIFY(IsWindowVisible());
 }
 
-void tst_Assistant::trayItemStaysWhenWindowIsClosed()
+void AssistantTest::trayItemStaysWhenWindowIsClosed()
 {
     AssistantProcess assistant;
     QVERIFY(assistant.startIntoTray());
@@ -172,7 +172,7 @@ void tst_Assistant::trayItemStaysWhenWindowIsClosed()
     QVERIFY(assistant.isRunning());
 }
 
-void tst_Assistant::windowOfFixedSize()
+void AssistantTest::windowOfFixedSize()
 {
     AssistantProcess assistant;
     QVERIFY(assistant.startIntoTray());
@@ -189,7 +189,7 @@ void tst_Assistant::windowOfFixedSize()
     QVERIFY(properties().contains(QStringLiteral("maximum size: 600 by 300")));
 }
 
-void tst_Assistant::exitByTrayMenu()
+void AssistantTest::exitByTrayMenu()
 {
     AssistantProcess assistant;
     QVERIFY(assistant.startIntoTray());
@@ -200,7 +200,7 @@ void tst_Assistant::exitByTrayMenu()
     QTRY_VERIFY(!assistant.hasTrayItem());
 }
 
-void tst_Assistant::exitClosesAnOpenDialog()
+void AssistantTest::exitClosesAnOpenDialog()
 {
     AssistantProcess assistant;
     QVERIFY(assistant.startIntoTray({QStringLiteral("-hide")}));
@@ -211,7 +211,7 @@ void tst_Assistant::exitClosesAnOpenDialog()
     QCOMPARE(assistant.waitForExit(), 0);
 }
 
-void tst_Assistant::stopsAtOnce()
+void AssistantTest::stopsAtOnce()
 {
     WritePrinters(ManyPrinters);
     AssistantProcess assistant;
@@ -226,7 +226,7 @@ void tst_Assistant::stopsAtOnce()
     QVERIFY2(elapsedMs < StopLimitMs, qPrintable(QString::number(elapsedMs)));
 }
 
-void tst_Assistant::stopsInSpiteOfAHangingCommand()
+void AssistantTest::stopsInSpiteOfAHangingCommand()
 {
     constexpr quint8 rawCancelling = 3;
     const FakeCommand cancel(QStringLiteral("cancel"), QStringLiteral("exec sleep 20"));
@@ -246,7 +246,7 @@ void tst_Assistant::stopsInSpiteOfAHangingCommand()
     QVERIFY2(elapsedMs < HangingThreadMs + StopLimitMs, qPrintable(QString::number(elapsedMs)));
 }
 
-void tst_Assistant::firmwareToolOutlivesTheProgram()
+void AssistantTest::firmwareToolOutlivesTheProgram()
 {
     const QString tool = QStringLiteral("/opt/tolmar/tolmar-printer-q727/bin/tolmarQ727FW");
     const QString record = QStringLiteral("/tmp/firmware-tool");
@@ -264,7 +264,7 @@ void tst_Assistant::firmwareToolOutlivesTheProgram()
     QCOMPARE(kill(call.first().toInt(), SIGKILL), 0); // it was there
 }
 
-void tst_Assistant::sideEffects()
+void AssistantTest::sideEffects()
 {
     const FakeCommand lpstat(QStringLiteral("lpstat"));
     const FakeCommand cancel(QStringLiteral("cancel"));
@@ -288,7 +288,7 @@ void tst_Assistant::sideEffects()
 }
 
 // While nothing changes a printer costs one stat a second.
-void tst_Assistant::steadyState()
+void AssistantTest::steadyState()
 {
     if (QStandardPaths::findExecutable(QStringLiteral("strace")).isEmpty()) {
         QSKIP("strace is not installed");
@@ -327,5 +327,5 @@ void tst_Assistant::steadyState()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_Assistant)
+QTEST_GUILESS_MAIN(AssistantTest)
 #include "tst_assistant.moc"

@@ -65,7 +65,7 @@ public:
 
 } // namespace
 
-class tst_BrelPrinterToolWidget : public QObject
+class BrelPrinterToolWidgetTest : public QObject
 {
     Q_OBJECT
 
@@ -91,12 +91,12 @@ private slots:
     void isQZPrinter();
 };
 
-void tst_BrelPrinterToolWidget::init()
+void BrelPrinterToolWidgetTest::init()
 {
     PrinterFolder::Create();
 }
 
-void tst_BrelPrinterToolWidget::form()
+void BrelPrinterToolWidgetTest::form()
 {
     QWidget window;
     Ui_BrelPrinterToolWidget form;
@@ -113,7 +113,7 @@ void tst_BrelPrinterToolWidget::form()
     QCOMPARE(window.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
 }
 
-void tst_BrelPrinterToolWidget::formKeepsObjectNames()
+void BrelPrinterToolWidgetTest::formKeepsObjectNames()
 {
     QWidget window;
     window.setObjectName(QStringLiteral("another"));
@@ -122,7 +122,7 @@ void tst_BrelPrinterToolWidget::formKeepsObjectNames()
     QCOMPARE(window.objectName(), QStringLiteral("another"));
 }
 
-void tst_BrelPrinterToolWidget::geometry()
+void BrelPrinterToolWidgetTest::geometry()
 {
     const ExpectedGeometry expected = GeometryOnThisScreen();
     const TestWindow window;
@@ -135,7 +135,7 @@ void tst_BrelPrinterToolWidget::geometry()
     QVERIFY(window.table().horizontalHeader()->stretchLastSection());
 }
 
-void tst_BrelPrinterToolWidget::framePositionWhenShown()
+void BrelPrinterToolWidgetTest::framePositionWhenShown()
 {
     const ExpectedGeometry expected = GeometryOnThisScreen();
     TestWindow window;
@@ -149,7 +149,7 @@ void tst_BrelPrinterToolWidget::framePositionWhenShown()
     QVERIFY(!window.table().horizontalScrollBar()->isVisible());
 }
 
-void tst_BrelPrinterToolWidget::fixedSizeWithoutMaximiseButton()
+void BrelPrinterToolWidgetTest::fixedSizeWithoutMaximiseButton()
 {
     const QSize size = GeometryOnThisScreen().window.size();
     const TestWindow window;
@@ -161,7 +161,7 @@ void tst_BrelPrinterToolWidget::fixedSizeWithoutMaximiseButton()
     QCOMPARE(window.windowType(), Qt::Window);
 }
 
-void tst_BrelPrinterToolWidget::titleAndIcon()
+void BrelPrinterToolWidgetTest::titleAndIcon()
 {
     const TestWindow window;
     QCOMPARE(window.windowTitle(), QStringLiteral("拓玛激光打印助手"));
@@ -170,7 +170,7 @@ void tst_BrelPrinterToolWidget::titleAndIcon()
              QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")).pixmap(size).toImage());
 }
 
-void tst_BrelPrinterToolWidget::table()
+void BrelPrinterToolWidgetTest::table()
 {
     const TestWindow window;
     QCOMPARE(window.table().columnCount(), 4);
@@ -181,7 +181,7 @@ void tst_BrelPrinterToolWidget::table()
     QCOMPARE(window.table().editTriggers(), QAbstractItemView::NoEditTriggers);
 }
 
-void tst_BrelPrinterToolWidget::headersSurviveRebuild()
+void BrelPrinterToolWidgetTest::headersSurviveRebuild()
 {
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("PrnA"))});
     TestWindow window;
@@ -193,7 +193,7 @@ void tst_BrelPrinterToolWidget::headersSurviveRebuild()
     QCOMPARE(window.table().columnWidth(0), GeometryOnThisScreen().columnWidths.at(0));
 }
 
-void tst_BrelPrinterToolWidget::newRowsAreChinese()
+void BrelPrinterToolWidgetTest::newRowsAreChinese()
 {
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("PrnA"))});
     const TestWindow window;
@@ -203,7 +203,7 @@ void tst_BrelPrinterToolWidget::newRowsAreChinese()
         (QStringList{QStringLiteral("PrnA"), QStringLiteral("USB"), QStringLiteral("0.00%"), QStringLiteral("脱机")}));
 }
 
-void tst_BrelPrinterToolWidget::closeHides()
+void BrelPrinterToolWidgetTest::closeHides()
 {
     TestWindow window;
     window.show();
@@ -223,7 +223,7 @@ void tst_BrelPrinterToolWidget::closeHides()
 }
 
 // QWidget repaints after such a change.
-void tst_BrelPrinterToolWidget::changeEventDoesNothing()
+void BrelPrinterToolWidgetTest::changeEventDoesNothing()
 {
     TestWindow window;
     window.show();
@@ -239,7 +239,7 @@ void tst_BrelPrinterToolWidget::changeEventDoesNothing()
     QCOMPARE(paints.count, 0);
 }
 
-void tst_BrelPrinterToolWidget::metaObjectOrder()
+void BrelPrinterToolWidgetTest::metaObjectOrder()
 {
     const QMetaObject& metaObject = BrelPrinterToolWidget::staticMetaObject;
     QCOMPARE(metaObject.className(), "BrelPrinterToolWidget");
@@ -256,7 +256,7 @@ void tst_BrelPrinterToolWidget::metaObjectOrder()
                                 "SlotUpdatePrinterStatus(int)", "SlotUpdatePrinterList()"}));
 }
 
-void tst_BrelPrinterToolWidget::imagesAreRegistered_data()
+void BrelPrinterToolWidgetTest::imagesAreRegistered_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("Tolmar") << QStringLiteral("Tolmar.png");
@@ -264,7 +264,7 @@ void tst_BrelPrinterToolWidget::imagesAreRegistered_data()
     QTest::newRow("Halvet") << QStringLiteral("Halvet.png");
 }
 
-void tst_BrelPrinterToolWidget::imagesAreRegistered()
+void BrelPrinterToolWidgetTest::imagesAreRegistered()
 {
     QFETCH(const QString, name);
     const QImage image(QStringLiteral(":/Icon/Resource/") + name);
@@ -273,7 +273,7 @@ void tst_BrelPrinterToolWidget::imagesAreRegistered()
     QCOMPARE(image.width(), image.height());
 }
 
-void tst_BrelPrinterToolWidget::logIsSwitchedOff()
+void BrelPrinterToolWidgetTest::logIsSwitchedOff()
 {
     SetLogEnable(true);
     const TestWindow window;
@@ -281,14 +281,14 @@ void tst_BrelPrinterToolWidget::logIsSwitchedOff()
     QCOMPARE(QDir(QString::fromLatin1(PrinterFolder::ToolDirectory)).entryList(QDir::Files), QStringList());
 }
 
-void tst_BrelPrinterToolWidget::logOutIsNotRefused()
+void BrelPrinterToolWidgetTest::logOutIsNotRefused()
 {
     QGuiApplication::setFallbackSessionManagementEnabled(true);
     const TestWindow window;
     QVERIFY(!QGuiApplication::isFallbackSessionManagementEnabled());
 }
 
-void tst_BrelPrinterToolWidget::isQZPrinter_data()
+void BrelPrinterToolWidgetTest::isQZPrinter_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("isQZ");
@@ -300,7 +300,7 @@ void tst_BrelPrinterToolWidget::isQZPrinter_data()
     QTest::newRow("empty") << QString() << false;
 }
 
-void tst_BrelPrinterToolWidget::isQZPrinter()
+void BrelPrinterToolWidgetTest::isQZPrinter()
 {
     QFETCH(const QString, name);
     QFETCH(const bool, isQZ);
@@ -308,5 +308,5 @@ void tst_BrelPrinterToolWidget::isQZPrinter()
     QCOMPARE(window.isQZPrinter(name), isQZ);
 }
 
-QTEST_MAIN(tst_BrelPrinterToolWidget)
+QTEST_MAIN(BrelPrinterToolWidgetTest)
 #include "tst_brelprintertoolwidget.moc"

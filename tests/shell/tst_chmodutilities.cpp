@@ -48,7 +48,7 @@ QString PathForCommandOf(int bytes)
 
 } // namespace
 
-class tst_ChmodUtilities : public QObject
+class ChmodUtilitiesTest : public QObject
 {
     Q_OBJECT
 
@@ -68,18 +68,18 @@ private slots:
     void vendorPathTooLong();
 };
 
-void tst_ChmodUtilities::init()
+void ChmodUtilitiesTest::init()
 {
     PrinterFolder::Create();
     MakeDirectory(QString::fromLatin1(Tree));
 }
 
-void tst_ChmodUtilities::cleanup()
+void ChmodUtilitiesTest::cleanup()
 {
     QVERIFY(QDir(QString::fromLatin1(Tree)).removeRecursively());
 }
 
-void tst_ChmodUtilities::fileIsOpened()
+void ChmodUtilitiesTest::fileIsOpened()
 {
     TestWindow window;
     MakeFile(InTree(QStringLiteral("/a")));
@@ -89,7 +89,7 @@ void tst_ChmodUtilities::fileIsOpened()
     QCOMPARE(Mode(InTree(QStringLiteral("/b"))), 0640);
 }
 
-void tst_ChmodUtilities::missingFileGivesCommandStatus()
+void ChmodUtilitiesTest::missingFileGivesCommandStatus()
 {
     TestWindow window;
     const int status = window.ChmodFile(InTree(QStringLiteral("/missing")));
@@ -97,7 +97,7 @@ void tst_ChmodUtilities::missingFileGivesCommandStatus()
     QCOMPARE(WEXITSTATUS(status), 1);
 }
 
-void tst_ChmodUtilities::commandStatusIsReturned()
+void ChmodUtilitiesTest::commandStatusIsReturned()
 {
     TestWindow window;
     const FakeCommand chmodCommand(QStringLiteral("chmod"), QStringLiteral("exit 3"));
@@ -105,7 +105,7 @@ void tst_ChmodUtilities::commandStatusIsReturned()
     QCOMPARE(chmodCommand.calls(), (QList<QStringList>{{QStringLiteral("777"), QStringLiteral("/tmp/a")}}));
 }
 
-void tst_ChmodUtilities::pathIsPassedInLocalEncoding()
+void ChmodUtilitiesTest::pathIsPassedInLocalEncoding()
 {
     TestWindow window;
     const FakeCommand chmodCommand(QStringLiteral("chmod"));
@@ -113,7 +113,7 @@ void tst_ChmodUtilities::pathIsPassedInLocalEncoding()
     QCOMPARE(chmodCommand.calls(), (QList<QStringList>{{QStringLiteral("777"), QStringLiteral("/tmp/打印机")}}));
 }
 
-void tst_ChmodUtilities::longestPath()
+void ChmodUtilitiesTest::longestPath()
 {
     TestWindow window;
     const FakeCommand chmodCommand(QStringLiteral("chmod"));
@@ -122,7 +122,7 @@ void tst_ChmodUtilities::longestPath()
     QCOMPARE(chmodCommand.calls(), (QList<QStringList>{{QStringLiteral("777"), path}}));
 }
 
-void tst_ChmodUtilities::tooLongPathIsNotRun_data()
+void ChmodUtilitiesTest::tooLongPathIsNotRun_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("one byte too long") << PathForCommandOf(LongestCommandBytes + 1);
@@ -131,7 +131,7 @@ void tst_ChmodUtilities::tooLongPathIsNotRun_data()
     QTest::newRow("far too long") << QString(100000, QLatin1Char('x'));
 }
 
-void tst_ChmodUtilities::tooLongPathIsNotRun()
+void ChmodUtilitiesTest::tooLongPathIsNotRun()
 {
     QFETCH(const QString, path);
     TestWindow window;
@@ -140,7 +140,7 @@ void tst_ChmodUtilities::tooLongPathIsNotRun()
     QCOMPARE(chmodCommand.calls(), QList<QStringList>());
 }
 
-void tst_ChmodUtilities::vendorTreeIsOpened()
+void ChmodUtilitiesTest::vendorTreeIsOpened()
 {
     TestWindow window;
     MakeDirectory(InTree(QStringLiteral("/sub/deeper")));
@@ -153,7 +153,7 @@ void tst_ChmodUtilities::vendorTreeIsOpened()
     }
 }
 
-void tst_ChmodUtilities::vendorLinksAreNotFollowed()
+void ChmodUtilitiesTest::vendorLinksAreNotFollowed()
 {
     TestWindow window;
     const QString outside = QStringLiteral("/tmp/outside");
@@ -166,7 +166,7 @@ void tst_ChmodUtilities::vendorLinksAreNotFollowed()
 }
 
 // Each directory first, then its entries, then the directories in it, the first one to its depth.
-void tst_ChmodUtilities::vendorCommandsInOrder()
+void ChmodUtilitiesTest::vendorCommandsInOrder()
 {
     TestWindow window;
     MakeDirectory(InTree(QStringLiteral("/b")));
@@ -189,7 +189,7 @@ void tst_ChmodUtilities::vendorCommandsInOrder()
              }));
 }
 
-void tst_ChmodUtilities::vendorPathTooLong()
+void ChmodUtilitiesTest::vendorPathTooLong()
 {
     TestWindow window;
     const FakeCommand chmodCommand(QStringLiteral("chmod"));
@@ -197,5 +197,5 @@ void tst_ChmodUtilities::vendorPathTooLong()
     QCOMPARE(chmodCommand.calls(), QList<QStringList>());
 }
 
-QTEST_MAIN(tst_ChmodUtilities)
+QTEST_MAIN(ChmodUtilitiesTest)
 #include "tst_chmodutilities.moc"

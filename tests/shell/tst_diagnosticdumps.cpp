@@ -42,7 +42,7 @@ QStringList Messages(const QVector<LogLine>& lines)
 
 } // namespace
 
-class tst_DiagnosticDumps : public QObject
+class DiagnosticDumpsTest : public QObject
 {
     Q_OBJECT
 
@@ -72,7 +72,7 @@ private:
 };
 
 // One window for all tests, whose workers look at their printers once and then leave the list and the log alone.
-void tst_DiagnosticDumps::initTestCase()
+void DiagnosticDumpsTest::initTestCase()
 {
     PrinterFolder::Create();
     stPrinterInfo networkPrinter = PrinterFolder::Printer(c_formatName, QStringLiteral("地址%d"), QString(), 2);
@@ -88,18 +88,18 @@ void tst_DiagnosticDumps::initTestCase()
     SetLogEnable(true);
 }
 
-void tst_DiagnosticDumps::cleanupTestCase()
+void DiagnosticDumpsTest::cleanupTestCase()
 {
     SetLogEnable(false);
     m_window.reset();
 }
 
-void tst_DiagnosticDumps::cleanup()
+void DiagnosticDumpsTest::cleanup()
 {
     takeLog();
 }
 
-QVector<LogLine> tst_DiagnosticDumps::takeLog()
+QVector<LogLine> DiagnosticDumpsTest::takeLog()
 {
     QVector<LogLine> lines;
     const QStringList files = LogFolder().entryList(QDir::Files);
@@ -118,14 +118,14 @@ QVector<LogLine> tst_DiagnosticDumps::takeLog()
     return lines;
 }
 
-QVector<LogLine> tst_DiagnosticDumps::dumpStatus(int row, const stPrinterState& state)
+QVector<LogLine> DiagnosticDumpsTest::dumpStatus(int row, const stPrinterState& state)
 {
     m_window->setState(row, state);
     m_window->DebugOutputPrinterStatus(row);
     return takeLog();
 }
 
-void tst_DiagnosticDumps::printers()
+void DiagnosticDumpsTest::printers()
 {
     m_window->DebugOutputPrinterInfo();
     const QVector<LogLine> lines = takeLog();
@@ -145,7 +145,7 @@ void tst_DiagnosticDumps::printers()
     }
 }
 
-void tst_DiagnosticDumps::noPrinters()
+void DiagnosticDumpsTest::noPrinters()
 {
     cleanupTestCase();
     PrinterFolder::RemovePrinterList();
@@ -159,7 +159,7 @@ void tst_DiagnosticDumps::noPrinters()
     initTestCase();
 }
 
-void tst_DiagnosticDumps::freshState()
+void DiagnosticDumpsTest::freshState()
 {
     QCOMPARE(Messages(dumpStatus(0, stPrinterState())),
              (QStringList{
@@ -186,7 +186,7 @@ void tst_DiagnosticDumps::freshState()
              }));
 }
 
-void tst_DiagnosticDumps::fullState()
+void DiagnosticDumpsTest::fullState()
 {
     stPrinterState state;
     state.strPrinterSerialNumber = QStringLiteral("SN-1");
@@ -233,7 +233,7 @@ void tst_DiagnosticDumps::fullState()
 }
 
 // What lies outside Latin-1 is lost in these five, and in these alone.
-void tst_DiagnosticDumps::latin1Texts()
+void DiagnosticDumpsTest::latin1Texts()
 {
     stPrinterState state;
     state.strPrinterSerialNumber = QStringLiteral("序A");
@@ -250,7 +250,7 @@ void tst_DiagnosticDumps::latin1Texts()
     QCOMPARE(messages.at(10), QStringLiteral("三楼 K4510A: strSupplySerialNumber=??ß"));
 }
 
-void tst_DiagnosticDumps::formatCharactersInName()
+void DiagnosticDumpsTest::formatCharactersInName()
 {
     const QVector<LogLine> lines = dumpStatus(1, stPrinterState());
     QCOMPARE(lines.size(), 20);
@@ -260,7 +260,7 @@ void tst_DiagnosticDumps::formatCharactersInName()
     }
 }
 
-void tst_DiagnosticDumps::listLengthsNotReportedCounts()
+void DiagnosticDumpsTest::listLengthsNotReportedCounts()
 {
     stPrinterState state;
     state.iNumberOfError = 3;
@@ -271,7 +271,7 @@ void tst_DiagnosticDumps::listLengthsNotReportedCounts()
     QCOMPARE(messages.at(7), QStringLiteral("三楼 K4510A: iNumberOfWarning=0"));
 }
 
-void tst_DiagnosticDumps::lineNumbers()
+void DiagnosticDumpsTest::lineNumbers()
 {
     const QVector<LogLine> lines = dumpStatus(0, stPrinterState());
     QCOMPARE(lines.size(), 20);
@@ -284,7 +284,7 @@ void tst_DiagnosticDumps::lineNumbers()
     }
 }
 
-void tst_DiagnosticDumps::lastStepOfTheSlots()
+void DiagnosticDumpsTest::lastStepOfTheSlots()
 {
     m_window->SlotUpdatePrinterList();
     QStringList messages = Messages(takeLog());
@@ -297,7 +297,7 @@ void tst_DiagnosticDumps::lastStepOfTheSlots()
     QCOMPARE(messages.first(), QStringLiteral("printer[1]=50%s%n%d"));
 }
 
-void tst_DiagnosticDumps::switchedOff()
+void DiagnosticDumpsTest::switchedOff()
 {
     SetLogEnable(false);
     m_window->SlotUpdatePrinterList();
@@ -306,12 +306,12 @@ void tst_DiagnosticDumps::switchedOff()
     SetLogEnable(true);
 }
 
-void tst_DiagnosticDumps::indexOutOfRange()
+void DiagnosticDumpsTest::indexOutOfRange()
 {
     m_window->DebugOutputPrinterStatus(-1);
     m_window->DebugOutputPrinterStatus(2);
     QVERIFY(takeLog().isEmpty());
 }
 
-QTEST_MAIN(tst_DiagnosticDumps)
+QTEST_MAIN(DiagnosticDumpsTest)
 #include "tst_diagnosticdumps.moc"

@@ -85,7 +85,7 @@ QVector<StatusCase> StatusCases()
 
 } // namespace
 
-class tst_PrinterTable : public QObject
+class PrinterTableTest : public QObject
 {
     Q_OBJECT
 
@@ -103,13 +103,13 @@ private slots:
     void rebuiltRowsStartOffline();
 };
 
-void tst_PrinterTable::init()
+void PrinterTableTest::init()
 {
     PrinterFolder::Create();
     ForgetDesktopMessages();
 }
 
-void tst_PrinterTable::emptyList()
+void PrinterTableTest::emptyList()
 {
     PrinterFolder::WritePrinterList({});
     TestWindow window;
@@ -118,7 +118,7 @@ void tst_PrinterTable::emptyList()
     QCOMPARE(window.startedWorkers(), 0);
 }
 
-void tst_PrinterTable::nameAndConnection_data()
+void PrinterTableTest::nameAndConnection_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("connectType");
@@ -135,7 +135,7 @@ void tst_PrinterTable::nameAndConnection_data()
                                     << QStringLiteral("网络(%d)");
 }
 
-void tst_PrinterTable::nameAndConnection()
+void PrinterTableTest::nameAndConnection()
 {
     QFETCH(const QString, name);
     QFETCH(const int, connectType);
@@ -147,7 +147,7 @@ void tst_PrinterTable::nameAndConnection()
     QCOMPARE(window.row(0), (QStringList{name, connection, QStringLiteral("0.00%"), QStringLiteral("脱机")}));
 }
 
-void tst_PrinterTable::statusesAndMessages()
+void PrinterTableTest::statusesAndMessages()
 {
     const QVector<StatusCase> cases = StatusCases();
     QList<stPrinterInfo> printers;
@@ -184,7 +184,7 @@ void tst_PrinterTable::statusesAndMessages()
     }
 }
 
-void tst_PrinterTable::statusChangesLive()
+void PrinterTableTest::statusChangesLive()
 {
     const QString name = QStringLiteral("PrnA");
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(name)});
@@ -211,7 +211,7 @@ void tst_PrinterTable::statusChangesLive()
     QCOMPARE(DesktopMessages().at(1).body, QStringLiteral("没有检测到碳粉盒"));
 }
 
-void tst_PrinterTable::cancellingRunsCancelOnce()
+void PrinterTableTest::cancellingRunsCancelOnce()
 {
     const FakeCommand cancel(QStringLiteral("cancel"));
     const QString name = QStringLiteral("PrnA");
@@ -225,7 +225,7 @@ void tst_PrinterTable::cancellingRunsCancelOnce()
     QCOMPARE(cancel.calls(), (QList<QStringList>{{name}}));
 }
 
-void tst_PrinterTable::listChange()
+void PrinterTableTest::listChange()
 {
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("PrnA"))});
     const TestWindow window;
@@ -237,7 +237,7 @@ void tst_PrinterTable::listChange()
     QCOMPARE(window.row(1).constFirst(), QStringLiteral("PrnA"));
 }
 
-void tst_PrinterTable::listVanishes()
+void PrinterTableTest::listVanishes()
 {
     PrinterFolder::WritePrinterList(
         {PrinterFolder::Printer(QStringLiteral("PrnA")), PrinterFolder::Printer(QStringLiteral("PrnB"))});
@@ -249,7 +249,7 @@ void tst_PrinterTable::listVanishes()
 }
 
 // Whatever is known of a printer: only its worker's next change fills the row again.
-void tst_PrinterTable::rebuiltRowsStartOffline()
+void PrinterTableTest::rebuiltRowsStartOffline()
 {
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("PrnA"))});
     PrinterFolder::WriteStatusFile(QStringLiteral("PrnA"), Reply(RawPrinting, 5000));
@@ -262,5 +262,5 @@ void tst_PrinterTable::rebuiltRowsStartOffline()
         (QStringList{QStringLiteral("PrnA"), QStringLiteral("USB"), QStringLiteral("0.00%"), QStringLiteral("脱机")}));
 }
 
-QTEST_MAIN(tst_PrinterTable)
+QTEST_MAIN(PrinterTableTest)
 #include "tst_printertable.moc"

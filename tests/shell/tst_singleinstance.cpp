@@ -49,7 +49,7 @@ bool ShowsBoxAlone(const AssistantProcess& copy)
 
 } // namespace
 
-class tst_SingleInstance : public QObject
+class SingleInstanceTest : public QObject
 {
     Q_OBJECT
 
@@ -69,13 +69,13 @@ private slots:
     void toolDirectoryCannotBeMade();
 };
 
-void tst_SingleInstance::init()
+void SingleInstanceTest::init()
 {
     PrinterFolder::Create();
     QTRY_COMPARE(VisibleWindows(Title()), QStringList());
 }
 
-void tst_SingleInstance::boxOfASecondCopy()
+void SingleInstanceTest::boxOfASecondCopy()
 {
     if (!IsAccessibilityAvailable()) {
         QSKIP("this machine has no accessibility bus (package at-spi2-core)");
@@ -105,7 +105,7 @@ void tst_SingleInstance::boxOfASecondCopy()
     QVERIFY(first.hasTrayItem());
 }
 
-void tst_SingleInstance::boxClosedByItsTitleBar()
+void SingleInstanceTest::boxClosedByItsTitleBar()
 {
     AssistantProcess first;
     QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
@@ -117,7 +117,7 @@ void tst_SingleInstance::boxClosedByItsTitleBar()
     QVERIFY(first.isRunning());
 }
 
-void tst_SingleInstance::secondCopyIgnoresHide()
+void SingleInstanceTest::secondCopyIgnoresHide()
 {
     AssistantProcess first;
     QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
@@ -128,7 +128,7 @@ void tst_SingleInstance::secondCopyIgnoresHide()
     QCOMPARE(second.waitForExit(), 0);
 }
 
-void tst_SingleInstance::copyUnderAnotherName()
+void SingleInstanceTest::copyUnderAnotherName()
 {
     AssistantProcess first;
     QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
@@ -138,7 +138,7 @@ void tst_SingleInstance::copyUnderAnotherName()
     QVERIFY(other.hasTrayItem());
 }
 
-void tst_SingleInstance::namesAreCutTo15Characters()
+void SingleInstanceTest::namesAreCutTo15Characters()
 {
     AssistantProcess first(CopyOfAssistant(QStringLiteral("FifteenLettersXAndMore")));
     QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
@@ -149,7 +149,7 @@ void tst_SingleInstance::namesAreCutTo15Characters()
     QVERIFY(third.startIntoTray({QStringLiteral("-hide")}));
 }
 
-void tst_SingleInstance::otherProcesses_data()
+void SingleInstanceTest::otherProcesses_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("counts");
@@ -161,7 +161,7 @@ void tst_SingleInstance::otherProcesses_data()
     QTest::newRow("with a blank") << QStringLiteral("Brel Printer") << false;
 }
 
-void tst_SingleInstance::otherProcesses()
+void SingleInstanceTest::otherProcesses()
 {
     QFETCH(const QString, name);
     QFETCH(const bool, counts);
@@ -180,7 +180,7 @@ void tst_SingleInstance::otherProcesses()
 }
 
 // The name on a command line is no process name.
-void tst_SingleInstance::longerNameElsewhere()
+void SingleInstanceTest::longerNameElsewhere()
 {
     QProcess shell;
     shell.start(QStringLiteral("/bin/sh"),
@@ -192,7 +192,7 @@ void tst_SingleInstance::longerNameElsewhere()
     shell.waitForFinished();
 }
 
-void tst_SingleInstance::zombie()
+void SingleInstanceTest::zombie()
 {
     const pid_t child = fork();
     if (child == 0) {
@@ -211,7 +211,7 @@ void tst_SingleInstance::zombie()
     QVERIFY(assistant.startIntoTray());
 }
 
-void tst_SingleInstance::toolDirectory()
+void SingleInstanceTest::toolDirectory()
 {
     const QDir folder(QString::fromLatin1(PrinterFolder::ToolDirectory));
     PrinterFolder::Remove();
@@ -228,7 +228,7 @@ void tst_SingleInstance::toolDirectory()
 }
 
 // A file in its place stops even root.
-void tst_SingleInstance::toolDirectoryCannotBeMade()
+void SingleInstanceTest::toolDirectoryCannotBeMade()
 {
     PrinterFolder::Remove();
     PrinterFolder::WriteFile(QStringLiteral("/opt/tolmar/tolmar-printer-q727"), "");
@@ -240,5 +240,5 @@ void tst_SingleInstance::toolDirectoryCannotBeMade()
     QVERIFY(isVisible);
 }
 
-QTEST_GUILESS_MAIN(tst_SingleInstance)
+QTEST_GUILESS_MAIN(SingleInstanceTest)
 #include "tst_singleinstance.moc"

@@ -55,7 +55,7 @@ bool SwitchToCommaLocale()
 
 } // namespace
 
-class tst_StatusDisplay : public QObject
+class StatusDisplayTest : public QObject
 {
     Q_OBJECT
 
@@ -91,7 +91,7 @@ private:
     std::unique_ptr<TestWindow> m_window;
 };
 
-void tst_StatusDisplay::initTestCase()
+void StatusDisplayTest::initTestCase()
 {
     PrinterFolder::Create();
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("三楼K4510A")),
@@ -112,12 +112,12 @@ void tst_StatusDisplay::initTestCase()
     QTRY_COMPARE(looks(), PrinterCount);
 }
 
-void tst_StatusDisplay::cleanupTestCase()
+void StatusDisplayTest::cleanupTestCase()
 {
     m_window.reset();
 }
 
-QList<DesktopMessage> tst_StatusDisplay::announce(int row, const stPrinterState& state)
+QList<DesktopMessage> StatusDisplayTest::announce(int row, const stPrinterState& state)
 {
     ForgetDesktopMessages();
     m_window->setState(row, state);
@@ -136,7 +136,7 @@ QList<DesktopMessage> tst_StatusDisplay::announce(int row, const stPrinterState&
     return messages;
 }
 
-void tst_StatusDisplay::everyStatus_data()
+void StatusDisplayTest::everyStatus_data()
 {
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("text");
@@ -154,7 +154,7 @@ void tst_StatusDisplay::everyStatus_data()
     QTest::newRow("reporting") << 11 << QStringLiteral("正在打印报告");
 }
 
-void tst_StatusDisplay::everyStatus()
+void StatusDisplayTest::everyStatus()
 {
     QFETCH(const int, status);
     QFETCH(const QString, text);
@@ -162,12 +162,12 @@ void tst_StatusDisplay::everyStatus()
     QCOMPARE(m_window->row(StandardRow).at(3), text);
 }
 
-void tst_StatusDisplay::warningInEveryStatus_data()
+void StatusDisplayTest::warningInEveryStatus_data()
 {
     everyStatus_data();
 }
 
-void tst_StatusDisplay::warningInEveryStatus()
+void StatusDisplayTest::warningInEveryStatus()
 {
     QFETCH(const int, status);
     QFETCH(const QString, text);
@@ -181,12 +181,12 @@ void tst_StatusDisplay::warningInEveryStatus()
     QCOMPARE(m_window->row(StandardRow).at(3), status == 8 ? QStringLiteral("正在打印(废粉箱已满)") : text);
 }
 
-void tst_StatusDisplay::errorInEveryStatus_data()
+void StatusDisplayTest::errorInEveryStatus_data()
 {
     everyStatus_data();
 }
 
-void tst_StatusDisplay::errorInEveryStatus()
+void StatusDisplayTest::errorInEveryStatus()
 {
     QFETCH(const int, status);
     const QList<DesktopMessage> messages =
@@ -200,7 +200,7 @@ void tst_StatusDisplay::errorInEveryStatus()
     QCOMPARE(m_window->row(StandardRow).at(3), QStringLiteral("设备内卡纸"));
 }
 
-void tst_StatusDisplay::firstOfSeveral()
+void StatusDisplayTest::firstOfSeveral()
 {
     QList<DesktopMessage> messages = announce(StandardRow, State(PS_ERROR, {ERR_JAM_REAR, ERR_FIXER, ERR_COOLING}, {}));
     QCOMPARE(messages.size(), 1);
@@ -211,7 +211,7 @@ void tst_StatusDisplay::firstOfSeveral()
     QCOMPARE(m_window->row(StandardRow).at(3), QStringLiteral("正在打印(设备温度太高)"));
 }
 
-void tst_StatusDisplay::codesWithSharedTexts_data()
+void StatusDisplayTest::codesWithSharedTexts_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("text");
@@ -222,7 +222,7 @@ void tst_StatusDisplay::codesWithSharedTexts_data()
     QTest::newRow("last row") << 50 << QStringLiteral("正在打印");
 }
 
-void tst_StatusDisplay::codesWithSharedTexts()
+void StatusDisplayTest::codesWithSharedTexts()
 {
     QFETCH(const int, code);
     QFETCH(const QString, text);
@@ -234,14 +234,14 @@ void tst_StatusDisplay::codesWithSharedTexts()
 }
 
 // Whether there is something new to say is the worker's to decide.
-void tst_StatusDisplay::everyCallAnnounces()
+void StatusDisplayTest::everyCallAnnounces()
 {
     const stPrinterState state = State(PS_READY, {}, {ERR_TONER_LOW});
     QCOMPARE(announce(QZRow, state).size(), 1);
     QCOMPARE(announce(QZRow, state).size(), 1);
 }
 
-void tst_StatusDisplay::reportedCountsAreNotTrusted()
+void StatusDisplayTest::reportedCountsAreNotTrusted()
 {
     stPrinterState state = State(PS_READY, {}, {});
     state.iNumberOfError = 1;
@@ -250,7 +250,7 @@ void tst_StatusDisplay::reportedCountsAreNotTrusted()
     QCOMPARE(m_window->row(QZRow).at(3), QStringLiteral("就绪"));
 }
 
-void tst_StatusDisplay::iconIsSetAgainWhenClear()
+void StatusDisplayTest::iconIsSetAgainWhenClear()
 {
     const QSize size(22, 22);
     QPixmap otherPixmap(size);
@@ -271,7 +271,7 @@ void tst_StatusDisplay::iconIsSetAgainWhenClear()
     QCOMPARE(shown(), QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")).pixmap(size).toImage());
 }
 
-void tst_StatusDisplay::onlyTonerAndStatusChange()
+void StatusDisplayTest::onlyTonerAndStatusChange()
 {
     const QStringList otherRow = m_window->row(QZRow);
     const QTableWidgetItem* toner = m_window->table().item(StandardRow, 2);
@@ -288,7 +288,7 @@ void tst_StatusDisplay::onlyTonerAndStatusChange()
     QCOMPARE(m_window->row(QZRow), otherRow);
 }
 
-void tst_StatusDisplay::percentage_data()
+void StatusDisplayTest::percentage_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<qulonglong>("toner");
@@ -303,7 +303,7 @@ void tst_StatusDisplay::percentage_data()
     QTest::newRow("QZ, beyond full") << QZRow << 255ULL << QStringLiteral("255.00%");
 }
 
-void tst_StatusDisplay::percentage()
+void StatusDisplayTest::percentage()
 {
     QFETCH(const int, row);
     QFETCH(const qulonglong, toner);
@@ -311,7 +311,7 @@ void tst_StatusDisplay::percentage()
     QCOMPARE(Percentage(*m_window, row, toner), text);
 }
 
-void tst_StatusDisplay::percentageInCommaLocaleOfQt()
+void StatusDisplayTest::percentageInCommaLocaleOfQt()
 {
     const QLocale before;
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
@@ -320,7 +320,7 @@ void tst_StatusDisplay::percentageInCommaLocaleOfQt()
     QCOMPARE(text, QStringLiteral("1234.56%"));
 }
 
-void tst_StatusDisplay::percentageInCommaLocaleOfC()
+void StatusDisplayTest::percentageInCommaLocaleOfC()
 {
     if (!SwitchToCommaLocale()) {
         QSKIP("this machine has no locale with a decimal comma (package locales)");
@@ -330,7 +330,7 @@ void tst_StatusDisplay::percentageInCommaLocaleOfC()
     QCOMPARE(text, QStringLiteral("1234.56%"));
 }
 
-void tst_StatusDisplay::indexOutOfRange_data()
+void StatusDisplayTest::indexOutOfRange_data()
 {
     QTest::addColumn<int>("index");
     QTest::newRow("just below") << -1;
@@ -339,7 +339,7 @@ void tst_StatusDisplay::indexOutOfRange_data()
     QTest::newRow("greatest") << std::numeric_limits<int>::max();
 }
 
-void tst_StatusDisplay::indexOutOfRange()
+void StatusDisplayTest::indexOutOfRange()
 {
     QFETCH(const int, index);
     const QStringList first = m_window->row(0);
@@ -351,7 +351,7 @@ void tst_StatusDisplay::indexOutOfRange()
 }
 
 // The list is replaced before the signal to rebuild the table arrives.
-void tst_StatusDisplay::rowNotYetThere()
+void StatusDisplayTest::rowNotYetThere()
 {
     m_window->table().setRowCount(QZRow);
     m_window->setState(QZRow, State(PS_READY, {ERR_FIXER}, {}));
@@ -361,5 +361,5 @@ void tst_StatusDisplay::rowNotYetThere()
     QCOMPARE(m_window->table().rowCount(), PrinterCount);
 }
 
-QTEST_MAIN(tst_StatusDisplay)
+QTEST_MAIN(StatusDisplayTest)
 #include "tst_statusdisplay.moc"

@@ -76,7 +76,7 @@ public:
 
 } // namespace
 
-class tst_TrayIcon : public QObject
+class TrayIconTest : public QObject
 {
     Q_OBJECT
 
@@ -105,18 +105,18 @@ private:
     static QAction& entry(const TestWindow& window, int index);
 };
 
-void tst_TrayIcon::init()
+void TrayIconTest::init()
 {
     PrinterFolder::Create();
     QFile::remove(QString::fromLatin1(FirmwareToolRecord));
 }
 
-QAction& tst_TrayIcon::entry(const TestWindow& window, int index)
+QAction& TrayIconTest::entry(const TestWindow& window, int index)
 {
     return *window.trayIcon().contextMenu()->actions().at(index);
 }
 
-void tst_TrayIcon::icon()
+void TrayIconTest::icon()
 {
     QVERIFY(QSystemTrayIcon::isSystemTrayAvailable());
     const TestWindow window;
@@ -127,7 +127,7 @@ void tst_TrayIcon::icon()
              QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")).pixmap(size).toImage());
 }
 
-void tst_TrayIcon::menu()
+void TrayIconTest::menu()
 {
     const TestWindow window;
     const QMenu* menu = window.trayIcon().contextMenu();
@@ -144,7 +144,7 @@ void tst_TrayIcon::menu()
     }
 }
 
-void tst_TrayIcon::everythingBelongsToTheWindow()
+void TrayIconTest::everythingBelongsToTheWindow()
 {
     const TestWindow window;
     QCOMPARE(window.trayIcon().parent(), &window);
@@ -156,7 +156,7 @@ void tst_TrayIcon::everythingBelongsToTheWindow()
 }
 
 // The log is off during a real start; these steps can be done once more.
-void tst_TrayIcon::logLines()
+void TrayIconTest::logLines()
 {
     TestWindow window;
     SetLogEnable(true);
@@ -180,7 +180,7 @@ void tst_TrayIcon::logLines()
                           QStringLiteral("InitTrayIcon:InitTrayIcon end")}));
 }
 
-void tst_TrayIcon::activation_data()
+void TrayIconTest::activation_data()
 {
     QTest::addColumn<int>("reason");
     QTest::addColumn<bool>("shows");
@@ -191,7 +191,7 @@ void tst_TrayIcon::activation_data()
     QTest::newRow("unknown") << int(QSystemTrayIcon::Unknown) << false;
 }
 
-void tst_TrayIcon::activation()
+void TrayIconTest::activation()
 {
     QFETCH(const int, reason);
     QFETCH(const bool, shows);
@@ -200,7 +200,7 @@ void tst_TrayIcon::activation()
     QCOMPARE(window.isVisible(), shows);
 }
 
-void tst_TrayIcon::activationSignalIsConnected()
+void TrayIconTest::activationSignalIsConnected()
 {
     TestWindow window;
     emit window.trayIcon().activated(QSystemTrayIcon::DoubleClick);
@@ -209,7 +209,7 @@ void tst_TrayIcon::activationSignalIsConnected()
     QVERIFY(window.isVisible());
 }
 
-void tst_TrayIcon::showRestores()
+void TrayIconTest::showRestores()
 {
     TestWindow window;
     window.show();
@@ -226,7 +226,7 @@ void tst_TrayIcon::showRestores()
     QVERIFY(window.isVisible());
 }
 
-void tst_TrayIcon::showLeavesAnActiveWindowAlone()
+void TrayIconTest::showLeavesAnActiveWindowAlone()
 {
     TestWindow window;
     window.show();
@@ -236,7 +236,7 @@ void tst_TrayIcon::showLeavesAnActiveWindowAlone()
     QCOMPARE(window.timesShown(), 1);
 }
 
-void tst_TrayIcon::showDoesNotRaise()
+void TrayIconTest::showDoesNotRaise()
 {
     TestWindow window;
     window.show();
@@ -253,7 +253,7 @@ void tst_TrayIcon::showDoesNotRaise()
     QCOMPARE(StackedWindows(), stacked);
 }
 
-void tst_TrayIcon::settingsAreShownModeless()
+void TrayIconTest::settingsAreShownModeless()
 {
     const TestWindow window;
     QVERIFY(!window.settingsDialog().isVisible());
@@ -264,7 +264,7 @@ void tst_TrayIcon::settingsAreShownModeless()
     QVERIFY(!window.isVisible());
 }
 
-void tst_TrayIcon::settingsAreNotRaised()
+void TrayIconTest::settingsAreNotRaised()
 {
     TestWindow window;
     window.SlotTrayActionSetting();
@@ -280,7 +280,7 @@ void tst_TrayIcon::settingsAreNotRaised()
     QCOMPARE(StackedWindows(), stacked);
 }
 
-void tst_TrayIcon::firmwareTool()
+void TrayIconTest::firmwareTool()
 {
     MakeFirmwareTool();
     const TestWindow window;
@@ -293,7 +293,7 @@ void tst_TrayIcon::firmwareTool()
     QVERIFY(call.last().toInt() != getsid(0));
 }
 
-void tst_TrayIcon::firmwareToolTwice()
+void TrayIconTest::firmwareToolTwice()
 {
     MakeFirmwareTool();
     TestWindow window;
@@ -302,7 +302,7 @@ void tst_TrayIcon::firmwareToolTwice()
     QTRY_COMPARE(FirmwareToolCalls().size(), 2);
 }
 
-void tst_TrayIcon::firmwareToolMissing()
+void TrayIconTest::firmwareToolMissing()
 {
     TestWindow window;
     window.SlotTrayActionUpdateFW();
@@ -311,7 +311,7 @@ void tst_TrayIcon::firmwareToolMissing()
     QVERIFY(window.trayIcon().isVisible());
 }
 
-void tst_TrayIcon::exitSequence()
+void TrayIconTest::exitSequence()
 {
     TestWindow window;
     window.show();
@@ -332,7 +332,7 @@ void tst_TrayIcon::exitSequence()
     QCOMPARE(hides.hidden, (QList<QObject*>{&window.settingsDialog(), &window}));
 }
 
-void tst_TrayIcon::exitDiscardsSettings()
+void TrayIconTest::exitDiscardsSettings()
 {
     TestWindow window;
     window.SlotTrayActionSetting();
@@ -347,5 +347,5 @@ void tst_TrayIcon::exitDiscardsSettings()
         QStringLiteral("/opt/apps/tolmar-printer-q727/entries/autostart/tolmar-q727-tool-autostart.desktop")));
 }
 
-QTEST_MAIN(tst_TrayIcon)
+QTEST_MAIN(TrayIconTest)
 #include "tst_trayicon.moc"

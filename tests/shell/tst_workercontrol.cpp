@@ -61,7 +61,7 @@ void WriteStatus(const QString& name, quint8 status)
 
 } // namespace
 
-class tst_WorkerControl : public QObject
+class WorkerControlTest : public QObject
 {
     Q_OBJECT
 
@@ -85,7 +85,7 @@ private:
     int m_otherThreads = 0;
 };
 
-void tst_WorkerControl::initTestCase()
+void WorkerControlTest::initTestCase()
 {
     { // starts Qt's own threads
         const QSystemTrayIcon icon;
@@ -94,25 +94,25 @@ void tst_WorkerControl::initTestCase()
     m_otherThreads = PlainThreadCount();
 }
 
-int tst_WorkerControl::workerThreads() const
+int WorkerControlTest::workerThreads() const
 {
     return PlainThreadCount() - m_otherThreads;
 }
 
-void tst_WorkerControl::init()
+void WorkerControlTest::init()
 {
     PrinterFolder::Create();
     QTRY_COMPARE(workerThreads(), 0);
 }
 
-void tst_WorkerControl::deviceManagerAlone()
+void WorkerControlTest::deviceManagerAlone()
 {
     const TestWindow window;
     QTRY_COMPARE(workerThreads(), 1);
     QCOMPARE(window.startedWorkers(), 0);
 }
 
-void tst_WorkerControl::oneWorkerAPrinter()
+void WorkerControlTest::oneWorkerAPrinter()
 {
     WritePrinters(3);
     const TestWindow window;
@@ -123,7 +123,7 @@ void tst_WorkerControl::oneWorkerAPrinter()
     QTRY_COMPARE(workerThreads(), 4);
 }
 
-void tst_WorkerControl::growingStartsTheMissing()
+void WorkerControlTest::growingStartsTheMissing()
 {
     WritePrinters(2);
     const TestWindow window;
@@ -137,7 +137,7 @@ void tst_WorkerControl::growingStartsTheMissing()
     QTRY_COMPARE(workerThreads(), 4);
 }
 
-void tst_WorkerControl::shrinkingStopsNothing()
+void WorkerControlTest::shrinkingStopsNothing()
 {
     WritePrinters(3);
     const TestWindow window;
@@ -156,7 +156,7 @@ void tst_WorkerControl::shrinkingStopsNothing()
 }
 
 // The last printer has two workers by then; either makes its row right.
-void tst_WorkerControl::workersOfAShrunkListPollAgain()
+void WorkerControlTest::workersOfAShrunkListPollAgain()
 {
     WritePrinters(2);
     WriteStatus(QStringLiteral("Prn1"), 0);
@@ -170,14 +170,14 @@ void tst_WorkerControl::workersOfAShrunkListPollAgain()
     QTRY_COMPARE(window.row(1).at(3), QStringLiteral("就绪"));
 }
 
-void tst_WorkerControl::stopsAtOnce_data()
+void WorkerControlTest::stopsAtOnce_data()
 {
     QTest::addColumn<bool>("byTrayEntry");
     QTest::newRow("by the tray entry") << true;
     QTest::newRow("by another way") << false;
 }
 
-void tst_WorkerControl::stopsAtOnce()
+void WorkerControlTest::stopsAtOnce()
 {
     QFETCH(const bool, byTrayEntry);
     WritePrinters(ManyPrinters);
@@ -196,7 +196,7 @@ void tst_WorkerControl::stopsAtOnce()
     QTRY_COMPARE(workerThreads(), 0);
 }
 
-void tst_WorkerControl::stopsSoonAfterTheStart()
+void WorkerControlTest::stopsSoonAfterTheStart()
 {
     WritePrinters(ManyPrinters);
     QElapsedTimer timer;
@@ -209,7 +209,7 @@ void tst_WorkerControl::stopsSoonAfterTheStart()
 }
 
 // The window lies in memory of the test's own, which shows whether the worker left behind touches it afterwards.
-void tst_WorkerControl::hangingCommand()
+void WorkerControlTest::hangingCommand()
 {
     constexpr char Untouched = '\x5a';
     const FakeCommand cancel(QStringLiteral("cancel"), QStringLiteral("sleep 4"));
@@ -234,5 +234,5 @@ void tst_WorkerControl::hangingCommand()
     QCOMPARE(cancel.calls().size(), 1);
 }
 
-QTEST_MAIN(tst_WorkerControl)
+QTEST_MAIN(WorkerControlTest)
 #include "tst_workercontrol.moc"
