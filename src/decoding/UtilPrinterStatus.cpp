@@ -122,19 +122,27 @@ unsigned int UtilPrinterStatus::parseRecvBuf(unsigned char* buffer, unsigned lon
 {
     ReplyReader reply(buffer, length);
     unsigned long firmwareVersionLength = 0;
-    const bool complete = reply.skip(UnreadHeaderBytes) && reply.read(byHead7, 1) && reply.read(byHead8, 2) &&
-        reply.read(byHead10, 2) //
-        && reply.readText(byVenderNameLen, dwVenderNameLen, szVenderName) &&
+    // clang-format off: a line a field, in the order of the reply
+    const bool complete =
+        reply.skip(UnreadHeaderBytes) &&
+        reply.read(byHead7, 1) &&
+        reply.read(byHead8, 2) &&
+        reply.read(byHead10, 2) &&
+        reply.readText(byVenderNameLen, dwVenderNameLen, szVenderName) &&
         reply.readText(byProductNameLen, dwProductNameLen, szProductName) &&
-        reply.readText(bySerialNumberLen, dwSerialNumberLen, szSerialNumber) //
-        && reply.read(byReserved1, 2) //
-        && reply.readInteger(byStatus, dwStatus) //
-        && reply.readText(byFWVersionLen, firmwareVersionLength, szFWVersion) &&
+        reply.readText(bySerialNumberLen, dwSerialNumberLen, szSerialNumber) &&
+        reply.read(byReserved1, 2) &&
+        reply.readInteger(byStatus, dwStatus) &&
+        reply.readText(byFWVersionLen, firmwareVersionLength, szFWVersion) &&
         reply.readText(byExtraInfoLen, dwExtraInfoLen, szExtraInfo) &&
         reply.readCodes(byErrorCount, dwErrorCount, byErrorCode, vecErrorCode) &&
-        reply.readCodes(byWarningCount, dwWarningCount, byWarningCode, vecWarningCode) //
-        && reply.read(byReserved2, 1) && reply.read(byReserved3, 2) && reply.read(byReserved4, 2) &&
-        reply.readInteger(bySupplyCount, dwSupplyCount) && reply.readSupplies(dwSupplyCount, *this);
+        reply.readCodes(byWarningCount, dwWarningCount, byWarningCode, vecWarningCode) &&
+        reply.read(byReserved2, 1) &&
+        reply.read(byReserved3, 2) &&
+        reply.read(byReserved4, 2) &&
+        reply.readInteger(bySupplyCount, dwSupplyCount) &&
+        reply.readSupplies(dwSupplyCount, *this);
+    // clang-format on
     return complete ? 1 : 0;
 }
 
