@@ -122,7 +122,8 @@ unsigned int UtilPrinterStatus::parseRecvBuf(unsigned char* buffer, unsigned lon
 {
     ReplyReader reply(buffer, length);
     unsigned long firmwareVersionLength = 0;
-    // clang-format off: a line a field, in the order of the reply
+    // A line a field, in the order of the reply.
+    // clang-format off
     const bool complete =
         reply.skip(UnreadHeaderBytes) &&
         reply.read(byHead7, 1) &&

@@ -9,25 +9,24 @@ namespace {
 constexpr int FamilyVendorId = 0x34FA;
 constexpr int OtherGroupVendorId = 0x300E;
 
+// Display name and driver file follow from the model code.
+stModelInfo Model(const QString& code, int pid)
+{
+    return {code, QStringLiteral("QV ") + code, QStringLiteral("Tolmar_") + code + QStringLiteral(".ppd"),
+            FamilyVendorId, pid};
+}
+
 std::array<stModelInfo, SupportedModelCount> SupportedModels()
 {
     return {{
-        {QStringLiteral("K4510A"), QStringLiteral("QV K4510A"), QStringLiteral("Tolmar_K4510A.ppd"), FamilyVendorId,
-         0xA5},
-        {QStringLiteral("K4500A"), QStringLiteral("QV K4500A"), QStringLiteral("Tolmar_K4500A.ppd"), FamilyVendorId,
-         0xA6},
-        {QStringLiteral("J4510A"), QStringLiteral("QV J4510A"), QStringLiteral("Tolmar_J4510A.ppd"), FamilyVendorId,
-         0xA7},
-        {QStringLiteral("J4500A"), QStringLiteral("QV J4500A"), QStringLiteral("Tolmar_J4500A.ppd"), FamilyVendorId,
-         0xA8},
-        {QStringLiteral("K4620A"), QStringLiteral("QV K4620A"), QStringLiteral("Tolmar_K4620A.ppd"), FamilyVendorId,
-         0xA9},
-        {QStringLiteral("J4610A"), QStringLiteral("QV J4610A"), QStringLiteral("Tolmar_J4610A.ppd"), FamilyVendorId,
-         0xAA},
-        {QStringLiteral("K4880A"), QStringLiteral("QV K4880A"), QStringLiteral("Tolmar_K4880A.ppd"), FamilyVendorId,
-         0xAB},
-        {QStringLiteral("J4990E"), QStringLiteral("QV J4990E"), QStringLiteral("Tolmar_J4990E.ppd"), FamilyVendorId,
-         0xAC},
+        Model(QStringLiteral("K4510A"), 0xA5),
+        Model(QStringLiteral("K4500A"), 0xA6),
+        Model(QStringLiteral("J4510A"), 0xA7),
+        Model(QStringLiteral("J4500A"), 0xA8),
+        Model(QStringLiteral("K4620A"), 0xA9),
+        Model(QStringLiteral("J4610A"), 0xAA),
+        Model(QStringLiteral("K4880A"), 0xAB),
+        Model(QStringLiteral("J4990E"), 0xAC),
     }};
 }
 
