@@ -66,6 +66,7 @@ TrdGetPrinterStatus::TrdGetPrinterStatus(QObject* parent)
 
 void TrdGetPrinterStatus::Init(int index, QList<stPrinterManager>* list)
 {
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
     iPrinterIndex = index;
     pPrinterList = list;
 }

@@ -20,7 +20,7 @@ public:
     explicit TrdGetPrinterStatus(QObject* parent);
 
     /// Gives the worker its place in the shared list, which stays the caller's; to be called before the loop starts.
-    /// With -1 and null (PrinterListMutex() held when the loop runs) the worker never touches the list again.
+    /// With -1 and null, also while the loop runs, the worker lets go of the list and never touches it again.
     void Init(int index, QList<stPrinterManager>* list);
     /// Whether the current printer is worth a query now, and in which `interval` (ms) to ask again. Belongs to a
     /// schedule by need that the loop, with its fixed second, does without.

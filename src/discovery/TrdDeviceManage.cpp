@@ -40,6 +40,7 @@ TrdDeviceManage::TrdDeviceManage(QObject* parent)
 
 void TrdDeviceManage::Init(QList<stPrinterManager>* list)
 {
+    const std::lock_guard<std::mutex> lock(PrinterListMutex());
     pPrinterList = list;
 }
 

@@ -19,8 +19,8 @@ class TrdDeviceManage : public UtilThreadBase
 public:
     explicit TrdDeviceManage(QObject* parent);
 
-    /// Gives the worker the shared list, which stays the caller's; to be called before the loop starts. With null
-    /// (PrinterListMutex() held when the loop runs) the worker lets go of the list and never touches it again.
+    /// Gives the worker the shared list, which stays the caller's; to be called before the loop starts. With null,
+    /// also while the loop runs, the worker lets go of the list and never touches it again.
     void Init(QList<stPrinterManager>* list);
     /// The printers of the list file, one record a section, in order; missing sections and keys give empty texts
     /// and 0. The argument has no effect.

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "brelprintertoolwidget.h"
-#include "PrinterListLock.h"
 #include "TrdDeviceManage.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilLog.h"
@@ -74,7 +73,6 @@ void BrelPrinterToolWidget::StopWorkers()
     if (StopThread(pDeviceManageThread)) {
         delete pDeviceManage;
     } else {
-        const std::lock_guard<std::mutex> lock(PrinterListMutex());
         pDeviceManage->Init(nullptr);
     }
     for (int k = 0; k < listStatusWorker.size(); ++k) {
@@ -82,8 +80,7 @@ void BrelPrinterToolWidget::StopWorkers()
         if (StopThread(listStatusThread.at(k))) {
             delete worker;
         } else {
-            const std::lock_guard<std::mutex> lock(PrinterListMutex());
-            worker->Init(-1, nullptr);
+                worker->Init(-1, nullptr);
         }
     }
 }
