@@ -34,10 +34,10 @@ QString CodeList(const QList<enErrorStatus>& codes)
 void BrelPrinterToolWidget::DebugOutputPrinterInfo()
 {
     const char* function = "DebugOutputPrinterInfo";
-    const QList<stPrinterManager> printers = CopyPrinterList();
+    const QList<stPrinterInfo> printers = CopyPrinterInfo();
     DumpLine(__LINE__, function, QString::asprintf("printer number=%d", printers.size()));
     for (int i = 0; i < printers.size(); ++i) {
-        const stPrinterInfo& info = printers.at(i).stInfo;
+        const stPrinterInfo& info = printers.at(i);
         const QByteArray name = info.strPrinterName.toUtf8();
         DumpLine(__LINE__, function,
                  QString::asprintf("printer[%d] %s=%s", i, name.constData(), info.strPort.toUtf8().constData()));

@@ -39,11 +39,11 @@ bool BrelPrinterToolWidget::isQZPrinter(QString name)
 
 void BrelPrinterToolWidget::SlotUpdatePrinterList()
 {
-    const QList<stPrinterManager> printers = CopyPrinterList();
+    const QList<stPrinterInfo> printers = CopyPrinterInfo();
     ui->tableDeviceManage->clearContents();
     ui->tableDeviceManage->setRowCount(printers.size());
     for (int row = 0; row < printers.size(); ++row) {
-        FillPrinterRow(row, printers.at(row).stInfo);
+        FillPrinterRow(row, printers.at(row));
     }
     for (int k = iStatusThreadCount; k < printers.size(); ++k) {
         StartStatusWorker(k);
@@ -75,13 +75,19 @@ void BrelPrinterToolWidget::SlotUpdatePrinterStatus(int index)
     DebugOutputPrinterStatus(index);
 }
 
-QList<stPrinterManager> BrelPrinterToolWidget::CopyPrinterList() const
+// Record by record. A copy of the list would share its elements until a worker writes one: read here without the lock,
+// written there with it, and the worker would first copy them all.
+QList<stPrinterInfo> BrelPrinterToolWidget::CopyPrinterInfo() const
 {
     const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    return listPrinter;
+    QList<stPrinterInfo> printers;
+    printers.reserve(listPrinter.size());
+    for (const stPrinterManager& printer : listPrinter) {
+        printers.append(printer.stInfo);
+    }
+    return printers;
 }
 
-// One record alone: a copy of the list would make the next worker that writes copy all its records.
 bool BrelPrinterToolWidget::CopyPrinter(int index, stPrinterManager& printer) const
 {
     const std::lock_guard<std::mutex> lock(PrinterListMutex());

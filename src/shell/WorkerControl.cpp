@@ -80,7 +80,7 @@ void BrelPrinterToolWidget::StopWorkers()
         if (StopThread(listStatusThread.at(k))) {
             delete worker;
         } else {
-                worker->Init(-1, nullptr);
+            worker->Init(-1, nullptr);
         }
     }
 }

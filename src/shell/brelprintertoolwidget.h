@@ -77,7 +77,7 @@ private:
     QAction* AddTrayAction(const QString& text, void (BrelPrinterToolWidget::*slot)());
     void FillPrinterRow(int row, const stPrinterInfo& info);
     void StartStatusWorker(int index);
-    QList<stPrinterManager> CopyPrinterList() const;
+    QList<stPrinterInfo> CopyPrinterInfo() const;
     bool CopyPrinter(int index, stPrinterManager& printer) const;
     QString TonerText(const stPrinterManager& printer);
     QString AnnounceStatus(const stPrinterManager& printer);

@@ -366,7 +366,8 @@ void PollingCycleTest::ListChangedMeanwhile()
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
     QString changed;
     OnNextStatusFile([&] {
-        const std::lock_guard<std::mutex> lock(PrinterListMutex()); // free while a file is read
+        PrinterListMutex().lock(); // free while a file is read
+        PrinterListMutex().unlock();
         change(setting.list, setting.worker);
         changed = AllWords(setting.list);
     });

@@ -359,10 +359,7 @@ void PrinterListLoopTest::LetsGoOfTheList()
     QTRY_COMPARE(running.updates(), 1);
     RunningWorker observer(&observedList); // looks later than the other one, in the same rhythm
     QTRY_COMPARE(observer.updates(), 1);
-    {
-        const std::lock_guard<std::mutex> lock(PrinterListMutex());
-        running.worker().Init(nullptr);
-    }
+    running.worker().Init(nullptr);
     PrinterFolder::RemovePrinterList();
     QTRY_COMPARE_WITH_TIMEOUT(observer.updates(), 2, PassTimeoutMs);
     QVERIFY(LockedWords(observedList).isEmpty());
