@@ -2,12 +2,13 @@
 
 # Linked PRIVATE by every target of this project: its warnings, and what makes a hostile input harder to exploit.
 add_library(brelprintertool_warnings INTERFACE)
+# The compiler complains of fortification in a build without optimisation.
+set(isOptimised "$<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>,$<CONFIG:MinSizeRel>>")
 target_compile_options(brelprintertool_warnings INTERFACE
     -Wall -Wextra -Wformat=2 -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wshadow
     -fstack-protector-strong
     $<$<BOOL:${BRELPRINTERTOOL_WERROR}>:-Werror>
-    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>
-    $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+    "$<${isOptimised}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 target_compile_definitions(brelprintertool_warnings INTERFACE
     QT_DISABLE_DEPRECATED_BEFORE=0x050B00
     QT_NO_CAST_FROM_ASCII
