@@ -1,0 +1,80 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+import pytest
+from rig import accessibility
+from rig.assistant import Assistant
+from rig.notifications import Notifications
+from rig.printers import Printers
+from rig.screen import Screen
+
+
+def pytest_addoption(parser):
+    parser.addoption("--program", required=True, help="the assistant")
+    parser.addoption("--simulator", required=True, help="the printer simulator, which encodes status replies")
+    parser.addoption("--pictures", required=True, help="the folder that keeps screenshots")
+    parser.addoption("--screen", required=True, help="the screen's size, for example 1920x1080")
+    parser.addoption("--tray", required=True, choices=["sni", "xembed", "none"], help="the kind of tray")
+
+
+class Desktop:
+    """The desktop around a test; the sandbox has started it."""
+
+    def __init__(self, config):
+        self.tray = config.getoption("tray")
+        self.screen = Screen(config.getoption("screen"), config.getoption("pictures"))
+        self.notifications = Notifications()
+        self.accessibility_bus = accessibility.connect()
+
+
+@pytest.fixture(scope="session")
+def desktop(pytestconfig):
+    return Desktop(pytestconfig)
+
+
+@pytest.fixture
+def notifications(desktop):
+    desktop.notifications.clear()
+    return desktop.notifications
+
+
+@pytest.fixture
+def printers(pytestconfig):
+    """The driver package's folder, without printers. To be asked for before the assistant is."""
+    return Printers(pytestconfig.getoption("simulator"))
+
+
+@pytest.fixture
+def program(pytestconfig):
+    """The path of the program under test."""
+    return pytestconfig.getoption("program")
+
+
+@pytest.fixture
+def start(desktop, printers, program):
+    """Starts a copy of the assistant and waits until it answers: start("-hide", path=..., in_tray=False, NAME=value).
+    Whatever is started ends with the test."""
+    # printers: the package's folder is made afresh before the first start.
+    copies = []
+
+    def start_copy(*arguments, path=program, in_tray=True, **environment):
+        copies.append(Assistant(desktop, [path, *arguments], environment))
+        copies[-1].wait_until_ready(in_tray)
+        return copies[-1]
+
+    yield start_copy
+    for copy in copies:
+        copy.end()
+
+
+@pytest.fixture
+def assistant(start):
+    """A running assistant whose window is open."""
+    copy = start()
+    copy.window()
+    return copy
+
+
+@pytest.fixture
+def hidden_assistant(start):
+    """A running assistant that was started with -hide."""
+    return start("-hide")

@@ -1,0 +1,90 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+import os
+import subprocess
+
+from rig import accessibility
+from rig.tray import ICONS
+from rig.waiting import TIMEOUT_S, eventually, eventually_equals
+
+TITLE = "拓玛激光打印助手"
+SETTINGS_TITLE = "设置"
+SHOW, UPDATE, SETTINGS, EXIT = "显示主界面", "打印机更新助手", "设置", "退出"
+
+
+class Assistant:
+    """A running copy of the program, seen from outside. It answers to screen readers from the beginning."""
+
+    def __init__(self, desktop, command, environment):
+        self._desktop = desktop
+        self.process = subprocess.Popen(command, env={**os.environ, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                                                      **environment})
+        self.pid = self.process.pid
+        self.program = None
+        self.icon = None
+
+    def wait_until_ready(self, in_tray):
+        """Waits until its event loop answers and, unless it is to stay out of it, until the tray has its icon."""
+        self.program = eventually(self._look_for_program, "the program answers to screen readers")
+        if in_tray:
+            self.icon = ICONS[self._desktop.tray](self._desktop.screen, self.pid, self.program)
+
+    def _look_for_program(self):
+        assert self.is_running(), f"the program ended with {self.process.returncode}"
+        return accessibility.program(self._desktop.accessibility_bus, self.pid)
+
+    def is_running(self):
+        """Whether the process has not ended."""
+        return self.process.poll() is None
+
+    def wait_for_exit(self):
+        """Waits for the end and returns the exit code; negative for a signal."""
+        return self.process.wait(TIMEOUT_S)
+
+    def end(self):
+        """Kills it if it still runs."""
+        self.process.kill()
+        self.process.wait()
+
+    # --- windows ---
+
+    def windows(self, title=TITLE):
+        """The visible windows with this title."""
+        return self._desktop.screen.windows(self.pid, title)
+
+    def window(self, title=TITLE):
+        """The visible window with this title, which is waited for."""
+        return self._desktop.screen.window(self.pid, title)
+
+    def wait_until_hidden(self, title=TITLE):
+        """Waits until no such window is visible."""
+        eventually(lambda: not self.windows(title), f"window {title} is hidden")
+
+    def close(self, title=TITLE):
+        """Closes a window as its title bar button does, and waits until it is hidden."""
+        self._desktop.screen.close(self.window(title))
+        self.wait_until_hidden(title)
+
+    def settings(self):
+        """Opens the settings; returns the window as a screen reader sees it."""
+        self.icon.choose(SETTINGS)
+        self.window(SETTINGS_TITLE)
+        return eventually(lambda: self.program.find("filler", SETTINGS_TITLE), "settings for screen readers")
+
+    # --- the table; only while the window is visible ---
+
+    def table(self):
+        """The table as a screen reader sees it."""
+        return eventually(lambda: self.program.find("table"), "the window's table")
+
+    def rows(self):
+        """The table's texts, a tuple a row."""
+        return self.table().rows()
+
+    def wait_for_rows(self, *expected):
+        """Waits until the table holds exactly these rows."""
+        eventually_equals(self.rows, list(expected))
+
+    def wait_for_status(self, row, status):
+        """Waits until a row's last column is this text."""
+        eventually_equals(lambda: self.table().cell(row, 3).name, status)

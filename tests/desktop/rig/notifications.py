@@ -1,0 +1,39 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+from collections import namedtuple
+
+import dbus
+
+from rig.waiting import eventually_equals
+
+# urgency: 0 low, 1 normal, 2 critical.
+Message = namedtuple("Message", "app icon title body urgency timeout_ms")
+
+
+class Notifications:
+    """What the desktop's notification service was asked to show, since the beginning or the last clear()."""
+
+    def __init__(self):
+        service = dbus.SessionBus().get_object("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
+                                               introspect=False)
+        self._mock = dbus.Interface(service, "org.freedesktop.DBus.Mock")
+
+    def messages(self):
+        """The first message first."""
+        messages = []
+        for _, (app, _, icon, title, body, _, hints, timeout_ms) in self._mock.GetMethodCalls("Notify"):
+            messages.append(Message(str(app), str(icon), str(title), str(body), int(hints.get("urgency", -1)),
+                                    int(timeout_ms)))
+        return messages
+
+    def texts(self):
+        """Title and body of each message."""
+        return [(message.title, message.body) for message in self.messages()]
+
+    def wait_for_texts(self, *expected):
+        """Waits until exactly these titles and bodies have come."""
+        eventually_equals(self.texts, list(expected))
+
+    def clear(self):
+        """Forgets what came so far."""
+        self._mock.ClearCalls()

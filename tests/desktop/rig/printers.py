@@ -1,0 +1,96 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+import os
+import shutil
+import subprocess
+import time
+
+from rig.waiting import eventually
+
+PACKAGE = "/opt/tolmar/tolmar-printer-q727"
+CONFIGURATION = f"{PACKAGE}/cfg"
+_SCRATCH = "/tmp/scenario"
+
+
+class Printers:
+    """Plays the driver package: the printer list and the status files. A printer is a name and what the simulator's
+    scenarios can say about it (docs/printer-simulator.md), with lists for several values:
+
+        printers.install({"Office": dict(toner="87.50"), "Hall": dict(connection="network", port="10.0.0.1")})
+        printers.report("Office", status="printing", warnings=["0x110D", "0x1106"])
+    """
+
+    def __init__(self, simulator):
+        self._simulator = simulator
+        self._printers = {}
+        self._last_time_ns = 0
+        for folder in (PACKAGE, "/opt/apps"):
+            shutil.rmtree(folder, ignore_errors=True)
+        os.makedirs(CONFIGURATION)
+
+    def install(self, printers):
+        """Makes these the installed printers, in this order. Status files that stay the same are not touched."""
+        old = self._printers
+        self._printers = {name: dict(properties) for name, properties in printers.items()}
+        files = self._encode()
+        for name in old.keys() - self._printers.keys():
+            self.vanish(name)
+        for name in self._printers:
+            if self._printers[name] != old.get(name):
+                self._put(f"{name}.dat", files[f"{name}.dat"])
+        self._put("printerlist.ini", files["printerlist.ini"])
+
+    def report(self, name, **properties):
+        """What a printer reports from now on; what is not named stays. Without properties the file is written again
+        with its old content and a new time."""
+        self._printers[name].update(properties)
+        self._put(f"{name}.dat", self._encode()[f"{name}.dat"])
+
+    def vanish(self, name):
+        """Removes a status file."""
+        os.remove(status_file(name))
+
+    def was_read(self, name):
+        """Whether somebody has read a status file since it was written."""
+        return os.stat(status_file(name)).st_atime_ns != 0
+
+    def wait_until_read(self, name):
+        """Waits for that."""
+        eventually(lambda: self.was_read(name), f"{name}'s status is read")
+
+    def _encode(self):
+        shutil.rmtree(_SCRATCH, ignore_errors=True)
+        os.makedirs(_SCRATCH)
+        scenario = f"{_SCRATCH}/scenario"
+        with open(scenario, "w", encoding="utf-8") as file:
+            for name, properties in self._printers.items():
+                file.write(f"printer {_quoted(name)}\n")
+                for word, value in properties.items():
+                    values = value if isinstance(value, list) else [value]
+                    file.write(" ".join([word.replace("_", "-"), *map(_quoted, values)]) + "\n")
+        subprocess.run([self._simulator, "--directory", _SCRATCH, scenario], check=True)
+        files = {}
+        for file in os.scandir(_SCRATCH):
+            with open(file.path, "rb") as content:
+                files[file.name] = content.read()
+        return files
+
+    def _put(self, name, content):
+        """The old content and time or the new ones: nobody sees anything between. Each time is later than the ones
+        before (the assistant sees milliseconds); the time of reading is none until the file is read."""
+        new = f"{CONFIGURATION}/.{name}.new"
+        with open(new, "wb") as file:
+            file.write(content)
+        self._last_time_ns = max(time.time_ns(), self._last_time_ns + 1_000_000)
+        os.utime(new, ns=(0, self._last_time_ns))
+        os.replace(new, f"{CONFIGURATION}/{name}")
+
+
+def status_file(name):
+    """Where a printer's status lies."""
+    return f"{CONFIGURATION}/{name}.dat"
+
+
+def _quoted(word):
+    escaped = str(word).replace("\\", "\\\\").replace('"', '\\"')
+    return f'"{escaped}"'

@@ -1,0 +1,82 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+import os
+import re
+import subprocess
+import tempfile
+from collections import namedtuple
+
+from rig.waiting import eventually
+
+Box = namedtuple("Box", "x y width height")
+
+
+def output_of(*command):
+    """The standard output of a command, whatever its exit code."""
+    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False).stdout.decode()
+
+
+class Screen:
+    """The X server's screen: its windows, the mouse and the keyboard. A window is its number as a text."""
+
+    def __init__(self, size, pictures):
+        self.width, self.height = (int(length) for length in size.split("x"))
+        self._pictures = pictures
+
+    def windows(self, pid, title=None):
+        """Windows of a process that can be seen; with a title, those that have exactly this one."""
+        name = ".*" if title is None else f"^{re.escape(title)}$"
+        return output_of("xdotool", "search", "--all", "--onlyvisible", "--pid", str(pid), "--name", name).split()
+
+    def window(self, pid, title):
+        """The process's one window with this title, when it can be seen."""
+        windows = eventually(lambda: self.windows(pid, title), f"window {title} of process {pid}")
+        assert len(windows) == 1
+        return windows[0]
+
+    def close(self, window):
+        """As the window's title bar button does, by way of the window manager."""
+        subprocess.run(["wmctrl", "-i", "-c", window_number(window)], check=True)
+
+    def box(self, window):
+        """Where a window's content lies on the screen, without the window manager's frame."""
+        text = output_of("xwininfo", "-id", window)
+        labels = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        return Box(*(int(re.search(rf"{label}: +(-?\d+)", text).group(1)) for label in labels))
+
+    def properties(self, window, *names):
+        """As xprop writes them."""
+        return output_of("xprop", "-id", window, *names)
+
+    def active_window(self):
+        """The window that has the focus; None when there is none."""
+        match = re.search(r"0x[0-9a-f]+", output_of("xprop", "-root", "_NET_ACTIVE_WINDOW"))
+        number = int(match.group(), 16) if match else 0
+        return str(number) if number else None
+
+    def click(self, box, button=1):
+        """Presses and releases a mouse button (1 left, 2 middle, 3 right) in the middle of a box."""
+        x, y = box.x + box.width // 2, box.y + box.height // 2
+        subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True)
+
+    def press(self, *keys):
+        """Keys for whatever has the keyboard."""
+        subprocess.run(["xdotool", "key", *keys], check=True)
+
+    def capture(self, name, window="root"):
+        """Keeps a picture of a window, or of the whole screen, as it is seen; returns the file."""
+        os.makedirs(self._pictures, exist_ok=True)
+        path = os.path.join(self._pictures, f"{name}-{self.width}x{self.height}.png")
+        # Put into place in one step: other tests write to the folder too.
+        descriptor, new = tempfile.mkstemp(dir=self._pictures)
+        os.close(descriptor)
+        area = [] if window == "root" else ["-crop", "{2}x{3}+{0}+{1}".format(*self.box(window))]
+        subprocess.run(["import", "-window", "root", *area, "+repage", f"png:{new}"], check=True)
+        os.chmod(new, 0o644)
+        os.replace(new, path)
+        return path
+
+
+def window_number(window):
+    """In the way that wmctrl writes and reads it."""
+    return f"0x{int(window):08x}"
