@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+// Plays the session manager of a desktop (XSMP) for one program at a time. Its first line is the value for
+// SESSION_MANAGER; then it tells, a line each, what the program does: "registered", "asks to interact", "cancels",
+// "fails to save", "agrees", "closed". A line on its input makes it ask as a desktop does when the user logs out: save
+// everything, interaction allowed. A program that agrees is told to die. Serves until its input ends.
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+#include <X11/SM/SMlib.h>
+
+namespace {
+
+// Why the program is being asked to save itself.
+enum class Request
+{
+    Registration, // every new client is asked once
+    LogOut
+};
+
+Request s_request = Request::Registration;
+bool s_isCancelled = false;
+SmsConn s_client = nullptr;
+
+void Tell(const char* event)
+{
+    std::puts(event);
+    std::fflush(stdout);
+}
+
+Status RegisterClient(SmsConn client, SmPointer /*data*/, char* previousId)
+{
+    std::free(previousId);
+    char* id = SmsGenerateClientID(client);
+    SmsRegisterClientReply(client, id);
+    std::free(id);
+    s_request = Request::Registration;
+    SmsSaveYourself(client, SmSaveLocal, False, SmInteractStyleNone, False);
+    return 1;
+}
+
+void LogOut(SmsConn client)
+{
+    s_request = Request::LogOut;
+    s_isCancelled = false;
+    SmsSaveYourself(client, SmSaveBoth, True, SmInteractStyleAny, False);
+}
+
+void AllowInteraction(SmsConn client, SmPointer /*data*/, int /*dialogType*/)
+{
+    Tell("asks to interact");
+    SmsInteract(client);
+}
+
+void EndInteraction(SmsConn /*client*/, SmPointer /*data*/, Bool isCancelled)
+{
+    if (isCancelled != False) {
+        s_isCancelled = true;
+        Tell("cancels");
+    }
+}
+
+void AllowSecondPhase(SmsConn client, SmPointer /*data*/)
+{
+    SmsSaveYourselfPhase2(client);
+}
+
+void EndSave(SmsConn client, SmPointer /*data*/, Bool isSaved)
+{
+    if (isSaved == False) {
+        Tell("fails to save");
+    }
+    if (s_request == Request::Registration) {
+        SmsSaveComplete(client);
+        Tell("registered");
+    } else if (isSaved == False || s_isCancelled) {
+        SmsShutdownCancelled(client);
+    } else {
+        Tell("agrees");
+        SmsDie(client);
+    }
+}
+
+// A program may ask for a session-wide save and keep properties; neither means anything here.
+void IgnoreSaveRequest(SmsConn /*client*/, SmPointer /*data*/, int /*type*/, Bool /*isLogOut*/, int /*style*/,
+                       Bool /*isFast*/, Bool /*isGlobal*/)
+{
+}
+
+void ForgetProperties(SmsConn /*client*/, SmPointer /*data*/, int count, SmProp** properties)
+{
+    for (int i = 0; i < count; ++i) {
+        SmFreeProperty(properties[i]);
+    }
+    std::free(properties);
+}
+
+void ForgetPropertyNames(SmsConn /*client*/, SmPointer /*data*/, int count, char** names)
+{
+    SmFreeReasons(count, names);
+}
+
+void AnswerNoProperties(SmsConn client, SmPointer /*data*/)
+{
+    SmsReturnProperties(client, 0, nullptr);
+}
+
+void CloseClient(SmsConn client, SmPointer /*data*/, int count, char** reasons)
+{
+    SmFreeReasons(count, reasons);
+    IceConn connection = SmsGetIceConnection(client);
+    SmsCleanUp(client);
+    IceSetShutdownNegotiation(connection, False);
+    IceCloseConnection(connection);
+}
+
+Status AcceptClient(SmsConn client, SmPointer /*data*/, unsigned long* mask, SmsCallbacks* callbacks,
+                    char** /*failureReason*/)
+{
+    s_client = client;
+    callbacks->register_client = {RegisterClient, nullptr};
+    callbacks->interact_request = {AllowInteraction, nullptr};
+    callbacks->interact_done = {EndInteraction, nullptr};
+    callbacks->save_yourself_request = {IgnoreSaveRequest, nullptr};
+    callbacks->save_yourself_phase2_request = {AllowSecondPhase, nullptr};
+    callbacks->save_yourself_done = {EndSave, nullptr};
+    callbacks->close_connection = {CloseClient, nullptr};
+    callbacks->set_properties = {ForgetProperties, nullptr};
+    callbacks->delete_properties = {ForgetPropertyNames, nullptr};
+    callbacks->get_properties = {AnswerNoProperties, nullptr};
+    *mask = SmsRegisterClientProcMask | SmsInteractRequestProcMask | SmsInteractDoneProcMask |
+        SmsSaveYourselfRequestProcMask | SmsSaveYourselfP2RequestProcMask | SmsSaveYourselfDoneProcMask |
+        SmsCloseConnectionProcMask | SmsSetPropertiesProcMask | SmsDeletePropertiesProcMask | SmsGetPropertiesProcMask;
+    return 1;
+}
+
+// The sandbox is the guard; nobody else reaches the socket.
+Bool AdmitHost(char* /*hostName*/)
+{
+    return True;
+}
+
+// The library's own handler ends the program when a client is killed.
+void SurviveLostClient(IceConn /*connection*/) { }
+
+std::vector<IceListenObj> Listen()
+{
+    // The library makes this folder for root alone.
+    mkdir("/tmp/.ICE-unix", S_IRWXU | S_IRWXG | S_IRWXO | S_ISVTX);
+    std::array<char, 256> error{};
+    const int errorLength = static_cast<int>(error.size());
+    int count = 0;
+    IceListenObj* listeners = nullptr;
+    if (SmsInitialize("session-manager-double", "1", AcceptClient, nullptr, AdmitHost, errorLength, error.data()) ==
+            0 ||
+        IceListenForConnections(&count, &listeners, errorLength, error.data()) == 0) {
+        std::fprintf(stderr, "session-manager-double: cannot listen: %s\n", error.data());
+        std::exit(1);
+    }
+    for (int i = 0; i < count; ++i) {
+        IceSetHostBasedAuthProc(listeners[i], AdmitHost);
+    }
+    IceSetIOErrorHandler(SurviveLostClient);
+    Tell(IceComposeNetworkIdList(count, listeners));
+    return {listeners, listeners + count};
+}
+
+IceConn Accept(IceListenObj listener)
+{
+    IceAcceptStatus status = IceAcceptFailure;
+    IceConn connection = IceAcceptConnection(listener, &status);
+    while (connection != nullptr && IceConnectionStatus(connection) == IceConnectPending) {
+        IceProcessMessages(connection, nullptr, nullptr);
+    }
+    return connection;
+}
+
+// Returns whether the client is still there.
+bool ServeClient(IceConn connection)
+{
+    const IceProcessMessagesStatus status = IceProcessMessages(connection, nullptr, nullptr);
+    if (status == IceProcessMessagesSuccess) {
+        return true;
+    }
+    if (status == IceProcessMessagesIOError) {
+        IceSetShutdownNegotiation(connection, False);
+        IceCloseConnection(connection);
+    }
+    s_client = nullptr;
+    Tell("closed");
+    return false;
+}
+
+// Returns false at the end of the input.
+bool ObeyInput()
+{
+    std::array<char, 64> line{};
+    if (read(STDIN_FILENO, line.data(), line.size()) <= 0) {
+        return false;
+    }
+    if (s_client != nullptr) {
+        LogOut(s_client);
+    }
+    return true;
+}
+
+std::vector<pollfd> Sources(const std::vector<IceListenObj>& listeners, IceConn connection)
+{
+    std::vector<pollfd> sources{{STDIN_FILENO, POLLIN, 0}};
+    if (connection != nullptr) {
+        sources.push_back({IceConnectionNumber(connection), POLLIN, 0});
+        return sources;
+    }
+    for (IceListenObj listener : listeners) {
+        sources.push_back({IceGetListenConnectionNumber(listener), POLLIN, 0});
+    }
+    return sources;
+}
+
+} // namespace
+
+int main()
+{
+    const std::vector<IceListenObj> listeners = Listen();
+    IceConn connection = nullptr;
+    while (true) {
+        std::vector<pollfd> sources = Sources(listeners, connection);
+        poll(sources.data(), sources.size(), -1);
+        if (sources.front().revents != 0 && !ObeyInput()) {
+            return 0;
+        }
+        for (std::size_t i = 1; i < sources.size(); ++i) {
+            if (sources[i].revents == 0) {
+                continue;
+            }
+            if (connection == nullptr) {
+                connection = Accept(listeners[i - 1]);
+            } else if (!ServeClient(connection)) {
+                connection = nullptr;
+            }
+        }
+    }
+}
