@@ -2,6 +2,8 @@
 """What a screen reader finds in a program's windows, asked of the program itself each time: nothing is cached."""
 
 import dbus
+from dbus.mainloop.glib import DBusGMainLoop
+from gi.repository import GLib
 
 from rig.screen import Box
 
@@ -12,27 +14,64 @@ _GONE = ("org.freedesktop.DBus.Error.ServiceUnknown", "org.freedesktop.DBus.Erro
          "org.freedesktop.DBus.Error.UnknownObject", "org.freedesktop.DBus.Error.NameHasNoOwner",
          "org.freedesktop.DBus.Error.Disconnected", "org.freedesktop.DBus.Error.InvalidArgs")
 # Numbers of the protocol.
-CHECKED, SHOWING, EDITABLE = 4, 25, 7
+ACTIVE, CHECKED, SHOWING = 1, 4, 25
 
 
 def connect():
     """The bus of the screen readers; the session bus starts it."""
     launcher = dbus.SessionBus().get_object("org.a11y.Bus", "/org/a11y/bus", introspect=False)
-    return dbus.bus.BusConnection(launcher.GetAddress(dbus_interface="org.a11y.Bus"))
+    return dbus.bus.BusConnection(launcher.GetAddress(dbus_interface="org.a11y.Bus"), mainloop=DBusGMainLoop())
 
 
 def program(bus, pid):
     """The program that runs in a process; None while it is not registered or has not begun to answer."""
+    return _find_program(bus, lambda child: bus.call_blocking(*_BUS, "GetConnectionUnixProcessID", "s",
+                                                              (child.service,)) == pid)
+
+
+def program_called(bus, name):
+    """The first program of this name; None while there is none that answers."""
+    return _find_program(bus, lambda child: child.name == name)
+
+
+def _find_program(bus, fits):
     desktop = Accessible(bus, "org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
     for child in desktop.children():
         try:
-            if bus.call_blocking(*_BUS, "GetConnectionUnixProcessID", "s", (child.service,)) == pid:
+            if fits(child):
                 child.children()
                 return child
         except dbus.DBusException as error:
             if error.get_dbus_name() not in _GONE:
                 raise
     return None
+
+
+class ShownMenus:
+    """Follows the menus that programs open: a menu lies in no window, its opening alone tells where it is."""
+
+    def __init__(self, bus):
+        self._bus = bus
+        self._shown = []
+        bus.add_signal_receiver(self._add, "StateChanged", "org.a11y.atspi.Event.Object", arg0="showing",
+                                sender_keyword="service", path_keyword="path")
+        bus.call_blocking("org.a11y.atspi.Registry", "/org/a11y/atspi/registry", "org.a11y.atspi.Registry",
+                          "RegisterEvent", "s", ("object:state-changed:showing",))
+
+    def _add(self, _state, is_set, *_, service, path):
+        if is_set:
+            self._shown.append((service, path))
+
+    def take(self, service):
+        """The menu that a program has opened since the last call; None when there is none."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        shown, self._shown = self._shown, []
+        for owner, path in shown:
+            candidate = Accessible(self._bus, owner, path)
+            if owner == service and candidate.role == "popup menu":
+                return candidate
+        return None
 
 
 class Accessible:

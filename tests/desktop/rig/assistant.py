@@ -11,23 +11,26 @@ TITLE = "拓玛激光打印助手"
 SETTINGS_TITLE = "设置"
 SHOW, UPDATE, SETTINGS, EXIT = "显示主界面", "打印机更新助手", "设置", "退出"
 
+# It answers to screen readers, and the machine's own print system is out of its reach.
+_ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "CUPS_SERVER": "/nonexistent"}
+
 
 class Assistant:
-    """A running copy of the program, seen from outside. It answers to screen readers from the beginning."""
+    """A running copy of the program, seen from outside."""
 
     def __init__(self, desktop, command, environment):
         self._desktop = desktop
-        self.process = subprocess.Popen(command, env={**os.environ, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-                                                      **environment})
+        self.process = subprocess.Popen(command, env={**os.environ, **_ENVIRONMENT, **environment})
         self.pid = self.process.pid
         self.program = None
         self.icon = None
+        self._main_window = None
 
     def wait_until_ready(self, in_tray):
         """Waits until its event loop answers and, unless it is to stay out of it, until the tray has its icon."""
         self.program = eventually(self._look_for_program, "the program answers to screen readers")
         if in_tray:
-            self.icon = ICONS[self._desktop.tray](self._desktop.screen, self.pid, self.program)
+            self.icon = ICONS[self._desktop.tray](self._desktop, self)
 
     def _look_for_program(self):
         assert self.is_running(), f"the program ended with {self.process.returncode}"
@@ -55,6 +58,13 @@ class Assistant:
     def window(self, title=TITLE):
         """The visible window with this title, which is waited for."""
         return self._desktop.screen.window(self.pid, title)
+
+    def says(self, state):
+        """Whether the program itself holds its main window for SHOWING or ACTIVE, whatever the screen shows yet."""
+        if self._main_window is None:
+            # Not listed while it is hidden; who has found it before can ask it all the same.
+            self._main_window = next((child for child in self.program.children() if child.name == TITLE), None)
+        return self._main_window is not None and self._main_window.has_state(state)
 
     def wait_until_hidden(self, title=TITLE):
         """Waits until no such window is visible."""

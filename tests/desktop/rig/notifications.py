@@ -34,6 +34,10 @@ class Notifications:
         """Waits until exactly these titles and bodies have come."""
         eventually_equals(self.texts, list(expected))
 
+    def wait_for_count(self, count):
+        """Waits until so many messages have come."""
+        eventually_equals(lambda: len(self.messages()), count)
+
     def clear(self):
         """Forgets what came so far."""
         self._mock.ClearCalls()

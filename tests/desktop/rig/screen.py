@@ -34,9 +34,20 @@ class Screen:
         assert len(windows) == 1
         return windows[0]
 
+    def popup_menu(self):
+        """A menu that is open, whosever it is; None when there is none."""
+        for window in output_of("xdotool", "search", "--onlyvisible", "--name", ".*").split():
+            if "_POPUP_MENU" in self.properties(window, "_NET_WM_WINDOW_TYPE"):
+                return window
+        return None
+
     def close(self, window):
         """As the window's title bar button does, by way of the window manager."""
         subprocess.run(["wmctrl", "-i", "-c", window_number(window)], check=True)
+
+    def minimise(self, window):
+        """As the window's title bar button does; the program learns of it later."""
+        subprocess.run(["xdotool", "windowminimize", window], check=True)
 
     def box(self, window):
         """Where a window's content lies on the screen, without the window manager's frame."""

@@ -1,129 +1,162 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
-"""The assistant's icon in the tray, on both roads that Qt takes to it."""
+"""The assistant's icon in the tray, on both roads that Qt takes to it. They are used alike."""
 
 import re
 
 import dbus
 
-from rig import accessibility
+from rig.accessibility import ShownMenus, program_called
 from rig.screen import Box, output_of
 from rig.waiting import eventually
 
 _WATCHER = "org.kde.StatusNotifierWatcher"
 _ITEM = "org.kde.StatusNotifierItem"
 _MENU = "com.canonical.dbusmenu"
-# The panel has its first icon at the screen's upper left corner.
-_FIRST_PANEL_ICON = Box(0, 0, 32, 32)
+# Pixels: a panel's empty tray is 16 wide, and a menu is higher than this when it is complete.
+_ICON_WIDTH = 20
+_MENU_HEIGHT = 80
 
 
-class ItemIcon:
-    """A StatusNotifierItem: the program offers icon and menu on the session bus, the panel draws them."""
+class _Icon:
+    """A click on the icon, and a menu that somebody has drawn."""
 
-    def __init__(self, screen, pid, _program):
-        self._screen = screen
-        self._bus = dbus.SessionBus()
-        self._watcher = self._bus.get_object(_WATCHER, "/StatusNotifierWatcher", introspect=False)
-        self._service = f"{_ITEM}-{pid}-1"
-        eventually(self.is_present, f"process {pid} is in the tray")
-        self._item = self._bus.get_object(self._service, "/StatusNotifierItem", introspect=False)
-        self._menu = self._bus.get_object(self._service, "/MenuBar", introspect=False)
+    def __init__(self, desktop, assistant):
+        self._screen = desktop.screen
+        self._pid = assistant.pid
+        eventually(self.is_present, f"process {self._pid} is in the tray")
 
     def is_present(self):
         """Whether the tray has the icon."""
+        raise NotImplementedError
+
+    def box(self):
+        """Where the icon is drawn; None until it is."""
+        raise NotImplementedError
+
+    def click(self, button=1):
+        """A click on the icon: 1 left, 2 middle, 3 right."""
+        self._screen.click(eventually(self.box, "the tray draws the icon"), button)
+
+    def open_menu(self):
+        """Opens the menu with the right button; returns where it is drawn."""
+        self.click(3)
+        menu = eventually(self._screen.popup_menu, "the tray icon's menu is open")
+        eventually(lambda: self._screen.box(menu).height >= _MENU_HEIGHT, "the menu has its entries")
+        return self._screen.box(menu)
+
+    def close_menu(self):
+        """Closes the menu without choosing."""
+        self._screen.press("Escape")
+        eventually(lambda: not self._screen.popup_menu(), "the tray icon's menu is closed")
+
+
+class ItemIcon(_Icon):
+    """A StatusNotifierItem: the program offers icon and menu on the session bus, the panel draws them."""
+
+    def __init__(self, desktop, assistant):
+        bus = dbus.SessionBus()
+        self._watcher = bus.get_object(_WATCHER, "/StatusNotifierWatcher", introspect=False)
+        self._service = f"{_ITEM}-{assistant.pid}-1"
+        self._accessibility_bus = desktop.accessibility_bus
+        super().__init__(desktop, assistant)
+        self._item = bus.get_object(self._service, "/StatusNotifierItem", introspect=False)
+        self._menu = bus.get_object(self._service, "/MenuBar", introspect=False)
+
+    def is_present(self):
         items = self._watcher.Get(_WATCHER, "RegisteredStatusNotifierItems", dbus_interface=dbus.PROPERTIES_IFACE)
         return self._service in [str(item).split("/", maxsplit=1)[0] for item in items]
+
+    def box(self):
+        # The tray is the panel's one content.
+        tray = list(program_called(self._accessibility_bus, "xfce4-panel").descendants())[-1].box
+        return tray if tray.width >= _ICON_WIDTH else None
 
     def property(self, name):
         """What the item says of itself."""
         return self._item.Get(_ITEM, name, dbus_interface=dbus.PROPERTIES_IFACE)
 
-    def tool_tip(self):
-        """The tool tip's text."""
-        return str(self.property("ToolTip")[2])
-
     def send(self, method):
-        """What a panel may send: Activate, SecondaryActivate or ContextMenu."""
+        """What a panel may send: Activate, SecondaryActivate or ContextMenu. Returns when it has been acted on."""
         self._item.get_dbus_method(method, _ITEM)(0, 0)
 
-    def click(self, button=1):
-        """A click on the panel's picture of the icon."""
-        self._screen.click(_FIRST_PANEL_ICON, button)
-
     def entries(self):
-        """The menu's entries: pairs of label and properties, in order."""
-        return [(label, properties) for _, label, properties in self._layout()]
+        """The menu's entries in order. What is more than a plain entry has its properties behind its label."""
+        labels = []
+        for _, properties in self._layout():
+            label = str(properties.pop("label", ""))
+            special = {name: value for name, value in properties.items() if name not in ("enabled", "visible")}
+            labels.append(f"{label} {special}" if special else label)
+        return labels
 
     def choose(self, label):
-        """Chooses an entry of the menu."""
-        identifier = next(identifier for identifier, text, _ in self._layout() if text == label)
+        """Chooses an entry, as the panel tells the program."""
+        identifier = next(identifier for identifier, properties in self._layout() if properties["label"] == label)
         # Without waiting: the entry may end the program.
         self._menu.Event(dbus.Int32(identifier), "clicked", dbus.Int32(0, variant_level=1), dbus.UInt32(0),
                          dbus_interface=_MENU, signature="isvu", ignore_reply=True)
 
+    def choose_by_hand(self, label):
+        """Chooses an entry with the mouse."""
+        labels = self.entries()
+        menu = self.open_menu()
+        height = menu.height / len(labels)
+        top = menu.y + int(height * labels.index(label))
+        self._screen.click(Box(menu.x, top, menu.width, int(height)))
+
     def _layout(self):
         _, (_, _, children) = self._menu.GetLayout(dbus.Int32(0), dbus.Int32(-1), dbus.Array([], signature="s"),
                                                    dbus_interface=_MENU)
-        entries = []
-        for identifier, properties, _ in children:
-            properties = {str(name): value for name, value in properties.items()}
-            entries.append((int(identifier), str(properties.pop("label", "")), properties))
-        return entries
+        return [(int(identifier), {str(name): value for name, value in properties.items()})
+                for identifier, properties, _ in children]
 
 
-class EmbeddedIcon:
+class EmbeddedIcon(_Icon):
     """A small window of the program's in the tray's window (XEmbed); the program draws its menu itself."""
 
-    def __init__(self, screen, pid, program):
-        self._screen = screen
-        self._pid = pid
-        self._program = program
+    def __init__(self, desktop, assistant):
         self._panel = output_of("xdotool", "search", "--onlyvisible", "--classname", "^panel$").split()[0]
-        eventually(self.is_present, f"process {pid} is in the tray")
-
-    def _window(self):
-        # "0x800007 "BrelPrinterTool": ("BrelPrinterTool" "BrelPrinterTool")  22x22+..."
-        for number in re.findall(r"(0x[0-9a-f]+) .*\(.*\)  \d", output_of("xwininfo", "-tree", "-id", self._panel)):
-            text = self._screen.properties(number, "_NET_WM_PID")
-            if text.strip().endswith(f" {self._pid}"):
-                return number
-        return None
+        self._service = assistant.program.service
+        self._menus = ShownMenus(desktop.accessibility_bus)
+        super().__init__(desktop, assistant)
 
     def is_present(self):
-        """Whether the tray has the icon."""
+        return self.box() is not None
+
+    def box(self):
         window = self._window()
-        return window is not None and "IsViewable" in output_of("xwininfo", "-id", window)
-
-    def click(self, button=1):
-        """A click on the icon."""
-        self._screen.click(self._screen.box(self._window()), button)
-
-    def open_menu(self):
-        """Opens the menu with the right button; returns its entries."""
-        self.click(3)
-        return eventually(self.menu_items, "the tray icon's menu is open")
-
-    def menu_items(self):
-        """The entries of the menu when it is open."""
-        return [item for item in self._program.descendants()
-                if item.role == "menu item" and item.has_state(accessibility.SHOWING)]
+        if window is None or "IsViewable" not in output_of("xwininfo", "-id", window):
+            return None
+        return self._screen.box(window)
 
     def entries(self):
-        """The menu's entries: pairs of label and properties, in order. The menu is opened and closed for that."""
-        entries = [(item.name, {}) for item in self.open_menu()]
-        self._screen.press("Escape")
-        eventually(lambda: not self.menu_items(), "the tray icon's menu is closed")
-        return entries
+        """The menu's entries in order. What is more than a plain entry has its role behind its label."""
+        labels = [item.name if item.role == "menu item" else f"{item.name} {item.role}" for item in self._open_items()]
+        self.close_menu()
+        return labels
 
     def choose(self, label):
-        """Chooses an entry of the menu."""
-        item = next(item for item in self.open_menu() if item.name == label)
-        self._screen.click(item.box)
+        """Chooses an entry with the mouse."""
+        self._screen.click(next(item.box for item in self._open_items() if item.name == label))
+
+    choose_by_hand = choose
+
+    def _open_items(self):
+        self._menus.take(self._service)
+        self.open_menu()
+        return eventually(lambda: self._menus.take(self._service), "the menu says that it is open").children()
+
+    # "0x800007 "BrelPrinterTool": ("BrelPrinterTool" "BrelPrinterTool")  22x22+..."
+    def _window(self):
+        for number in re.findall(r"(0x[0-9a-f]+) .*\(.*\)  \d", output_of("xwininfo", "-tree", "-id", self._panel)):
+            if self._screen.properties(number, "_NET_WM_PID").strip().endswith(f" = {self._pid}"):
+                return number
+        return None
 
 
 class NoIcon:
     """There is no tray."""
 
-    def __init__(self, _screen, _pid, _program):
+    def __init__(self, _desktop, _assistant):
         pass
 
 

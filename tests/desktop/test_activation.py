@@ -1,0 +1,11 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""All that a panel may tell a StatusNotifierItem. Each call returns when it has been acted on."""
+
+import pytest
+from rig.accessibility import SHOWING
+
+
+@pytest.mark.parametrize("method, shows", [("SecondaryActivate", False), ("ContextMenu", False), ("Activate", True)])
+def test_activation(hidden_assistant, method, shows):
+    hidden_assistant.icon.send(method)
+    assert hidden_assistant.says(SHOWING) == shows
