@@ -58,6 +58,7 @@ void BrelPrinterToolWidget::StayUntilToldToExit()
 {
     QGuiApplication::setFallbackSessionManagementEnabled(false);
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 void BrelPrinterToolWidget::InitLog()
@@ -108,6 +109,17 @@ void BrelPrinterToolWidget::closeEvent(QCloseEvent* event)
 
 // The window shows nothing that depends on its state, font, style or language; all its texts are fixed.
 void BrelPrinterToolWidget::changeEvent(QEvent* /*event*/) { }
+
+// The end of the user's session. Qt closes its windows one by one, gives up at the first that only hides, and does not
+// quit while another is visible.
+bool BrelPrinterToolWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Quit && watched == QCoreApplication::instance()) {
+        pAppSetting->close();
+        hide();
+    }
+    return QWidget::eventFilter(watched, event);
+}
 
 int BrelPrinterToolWidget::ChmodFile(QString path)
 {

@@ -12,6 +12,7 @@ def pytest_addoption(parser):
     parser.addoption("--program", required=True, help="the assistant")
     parser.addoption("--simulator", required=True, help="the printer simulator, which encodes status replies")
     parser.addoption("--pictures", required=True, help="the folder that keeps screenshots")
+    parser.addoption("--session-manager", default="session-manager-double", help="its double; built with libsm-dev")
     parser.addoption("--screen", required=True, help="the screen's size, for example 1920x1080")
     parser.addoption("--tray", required=True, choices=["sni", "xembed", "none"], help="the kind of tray")
 
