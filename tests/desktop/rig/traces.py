@@ -1,0 +1,42 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""What programs leave behind when they end."""
+
+import ctypes
+import os
+
+import dbus
+
+_PR_SET_CHILD_SUBREAPER = 36
+# All else is the machine's.
+_PRIVATE_FOLDERS = ("/opt", "/tmp")
+_PANEL_FOLDER = "/tmp/home/.config/xfce4/xfconf/xfce-perchannel-xml"
+
+
+def adopt_orphans():
+    """From now on a process whose parent has ended is a child of this one."""
+    ctypes.CDLL(None).prctl(_PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
+
+
+def children():
+    """The processes that this one is the parent of, also ended ones that it has not waited for."""
+    found = set()
+    for task in os.listdir("/proc/self/task"):
+        with open(f"/proc/self/task/{task}/children", encoding="ascii") as file:
+            found.update(int(pid) for pid in file.read().split())
+    return found
+
+
+def files():
+    """All files and folders that the sandbox does not share with the machine, but those of the panel."""
+    found = set()
+    for top in _PRIVATE_FOLDERS:
+        for folder, subfolders, names in os.walk(top):
+            if folder != _PANEL_FOLDER:
+                found.update(os.path.join(folder, name) for name in subfolders + names)
+    return found
+
+
+def bus_names():
+    """All names on the session bus, those of connections (":1.5") too."""
+    bus = dbus.SessionBus().get_object("org.freedesktop.DBus", "/org/freedesktop/DBus", introspect=False)
+    return {str(name) for name in bus.ListNames(dbus_interface="org.freedesktop.DBus")}

@@ -1,0 +1,68 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""Copies of the program beside one another."""
+
+import shutil
+
+import pytest
+from rig import traces
+from rig.assistant import EXIT, TITLE
+
+READY = ("Office", "USB", "50.00%", "就绪")
+
+
+def texts(program):
+    return [(part.role, part.name) for part in program.descendants() if part.name]
+
+
+@pytest.mark.parametrize("is_hidden", [False, True], ids=["beside a window", "beside a hidden copy"])
+def test_box_of_a_second_copy(desktop, printers, start, is_hidden):
+    printers.install({"Office": {"toner": "50"}})
+    first = start(*["-hide"] * is_hidden)
+    second = start("-hide", in_tray=False)
+    box = second.window()
+    assert texts(second.program) == [
+        ("alert message", TITLE),
+        ("label", "拓玛激光打印助手已经处于运行中！"),
+        ("push button", "确  定"),
+    ]
+    assert "_NET_WM_WINDOW_TYPE_DIALOG" in desktop.screen.properties(box, "_NET_WM_WINDOW_TYPE")
+    assert f"org.kde.StatusNotifierItem-{second.pid}-1" not in traces.bus_names()
+
+    desktop.screen.click(second.program.find("push button").box)
+    assert second.wait_for_exit() == 0
+    if is_hidden:
+        assert first.windows() == []
+        first.icon.click()
+    first.wait_for_rows(READY)
+    printers.report("Office", toner="49.5")
+    first.wait_for_rows(("Office", "USB", "49.50%", "就绪"))
+    first.icon.choose(EXIT)
+    assert first.wait_for_exit() == 0
+
+
+def test_copy_under_another_name(printers, start, program, tmp_path):
+    printers.install({"Office": {"toner": "50"}})
+    first = start()
+    other = start(path=shutil.copy(program, tmp_path / "Assistant"))
+    for copy in (first, other):
+        copy.wait_for_rows(READY)
+    first.icon.choose(EXIT)
+    assert first.wait_for_exit() == 0
+    assert other.icon.is_present()
+    printers.report("Office", toner="49.5")
+    other.wait_for_rows(("Office", "USB", "49.50%", "就绪"))
+
+
+@pytest.mark.parametrize("arguments", [["-hide"], ["-HIDE"], ["x", "-hide"]], ids=" ".join)
+def test_hides(start, arguments):
+    copy = start(*arguments)
+    # It answers from its event loop, before which it would have shown a window.
+    assert len(copy.icon.entries()) == 4
+    assert copy.program.children() == []
+    assert copy.windows() == []
+
+
+@pytest.mark.parametrize("arguments", [[], ["--hide"], ["hide"], ["-hidden"], ["-hide=1"]],
+                         ids=lambda arguments: " ".join(arguments) or "nothing")
+def test_does_not_hide(start, arguments):
+    start(*arguments).window()
