@@ -1,6 +1,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 """CUPS with a socket, spool and queues of the test's own."""
 
+import contextlib
 import grp
 import os
 import pwd
@@ -8,6 +9,7 @@ import re
 import select
 import signal
 import subprocess
+from urllib.parse import unquote
 
 _FILES_CONFIGURATION = """\
 ServerRoot {folder}
@@ -78,10 +80,10 @@ class PrintService:
         self._process = os.pidfd_open(int(self._read("state/cupsd.pid")))
 
     def stop(self):
-        """Ends it, and the jobs in print with it."""
-        signal.pidfd_send_signal(self._process, signal.SIGTERM)
-        select.select([self._process], [], [])
-        os.close(self._process)
+        """Ends it unless it has ended, and the jobs in print with it."""
+        with contextlib.suppress(ProcessLookupError):
+            signal.pidfd_send_signal(self._process, signal.SIGTERM)
+            select.select([self._process], [], [])
 
     def add_queue(self, name):
         """A queue whose jobs are done at once, unless they are held."""
@@ -102,7 +104,7 @@ class PrintService:
 
     def jobs(self):
         """The names of the jobs that are not done, in all queues, the first of each queue first."""
-        return [line.split()[0] for line in self._run("lpstat", "-o").splitlines()]
+        return [unquote(line.split()[0]) for line in self._run("lpstat", "-o").splitlines()]
 
     def next_printed(self):
         """Waits until a slow queue begins with a job and returns its name."""
