@@ -28,7 +28,7 @@ def test_box_of_a_second_copy(desktop, printers, start, is_hidden):
     assert "_NET_WM_WINDOW_TYPE_DIALOG" in desktop.screen.properties(box, "_NET_WM_WINDOW_TYPE")
     assert f"org.kde.StatusNotifierItem-{second.pid}-1" not in traces.bus_names()
 
-    desktop.screen.click(second.program.find("push button").box)
+    second.program.find("push button").act()
     assert second.wait_for_exit() == 0
     if is_hidden:
         assert first.windows() == []

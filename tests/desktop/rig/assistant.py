@@ -78,8 +78,11 @@ class Assistant:
     def settings(self):
         """Opens the settings; returns the window as a screen reader sees it."""
         self.icon.choose(SETTINGS)
-        self.window(SETTINGS_TITLE)
-        return eventually(lambda: self.program.find("filler", SETTINGS_TITLE), "settings for screen readers")
+        window = self.window(SETTINGS_TITLE)
+        settings = eventually(lambda: self.program.find("filler", SETTINGS_TITLE), "settings for screen readers")
+        # It learns after a while where the window manager has put it.
+        eventually_equals(lambda: settings.box, self._desktop.screen.box(window))
+        return settings
 
     # --- the table; only while the window is visible ---
 
