@@ -9,6 +9,8 @@ from collections import namedtuple
 from rig.waiting import eventually
 
 Box = namedtuple("Box", "x y width height")
+# A window without content has its background and its frame alone.
+_BLANK_COLOURS = 16
 
 
 def output_of(*command):
@@ -25,8 +27,10 @@ class Screen:
 
     def windows(self, pid, title=None):
         """Windows of a process that can be seen; with a title, those that have exactly this one."""
-        name = ".*" if title is None else f"^{re.escape(title)}$"
-        return output_of("xdotool", "search", "--all", "--onlyvisible", "--pid", str(pid), "--name", name).split()
+        windows = output_of("xdotool", "search", "--all", "--onlyvisible", "--pid", str(pid), "--name", ".*").split()
+        if title is None:
+            return windows
+        return [window for window in windows if output_of("xdotool", "getwindowname", window).rstrip("\n") == title]
 
     def window(self, pid, title):
         """The process's one window with this title, when it can be seen."""
@@ -59,12 +63,6 @@ class Screen:
         """As xprop writes them."""
         return output_of("xprop", "-id", window, *names)
 
-    def active_window(self):
-        """The window that has the focus; None when there is none."""
-        match = re.search(r"0x[0-9a-f]+", output_of("xprop", "-root", "_NET_ACTIVE_WINDOW"))
-        number = int(match.group(), 16) if match else 0
-        return str(number) if number else None
-
     def click(self, box, button=1):
         """Presses and releases a mouse button (1 left, 2 middle, 3 right) in the middle of a box."""
         x, y = box.x + box.width // 2, box.y + box.height // 2
@@ -74,18 +72,32 @@ class Screen:
         """Keys for whatever has the keyboard."""
         subprocess.run(["xdotool", "key", *keys], check=True)
 
-    def capture(self, name, window="root"):
-        """Keeps a picture of a window, or of the whole screen, as it is seen; returns the file."""
+    def capture(self, name, window=None, box=None):
+        """Keeps a picture of a window with its frame, of a box or of the whole screen, when it has been painted."""
         os.makedirs(self._pictures, exist_ok=True)
-        path = os.path.join(self._pictures, f"{name}-{self.width}x{self.height}.png")
+        if window is not None:
+            box = self._with_frame(window)
+        area = ["-crop", f"{box.width}x{box.height}+{box.x}+{box.y}", "+repage"] if box else []
         # Put into place in one step: other tests write to the folder too.
-        descriptor, new = tempfile.mkstemp(dir=self._pictures)
+        descriptor, picture = tempfile.mkstemp(dir=self._pictures)
         os.close(descriptor)
-        area = [] if window == "root" else ["-crop", "{2}x{3}+{0}+{1}".format(*self.box(window))]
-        subprocess.run(["import", "-window", "root", *area, "+repage", f"png:{new}"], check=True)
-        os.chmod(new, 0o644)
-        os.replace(new, path)
-        return path
+        os.chmod(picture, 0o644)
+        looks = []
+
+        def has_settled():
+            subprocess.run(["import", "-window", "root", *area, f"png:{picture}"], check=True)
+            colours, signature = output_of("identify", "-format", "%k %#", picture).split()
+            looks.append(signature)
+            return int(colours) > _BLANK_COLOURS and looks[-2:] == [signature, signature]
+
+        eventually(has_settled, f"{name} is painted")
+        os.replace(picture, os.path.join(self._pictures, f"{name}-{self.width}x{self.height}.png"))
+
+    def _with_frame(self, window):
+        box = self.box(window)
+        extents = re.findall(r"\d+", self.properties(window, "_NET_FRAME_EXTENTS").partition("=")[2])
+        left, right, top, bottom = (int(extent) for extent in extents)
+        return Box(box.x - left, box.y - top, box.width + left + right, box.height + top + bottom)
 
 
 def window_number(window):
