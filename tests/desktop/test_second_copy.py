@@ -5,7 +5,7 @@ import shutil
 
 import pytest
 from rig import traces
-from rig.assistant import EXIT, TITLE
+from rig.assistant import EXIT, SHOW, TITLE
 
 READY = ("Office", "USB", "50.00%", "就绪")
 
@@ -32,7 +32,7 @@ def test_box_of_a_second_copy(desktop, printers, start, is_hidden):
     assert second.wait_for_exit() == 0
     if is_hidden:
         assert first.windows() == []
-        first.icon.click()
+        first.icon.choose(SHOW)
     first.wait_for_rows(READY)
     printers.report("Office", toner="49.5")
     first.wait_for_rows(("Office", "USB", "49.50%", "就绪"))
