@@ -1,0 +1,119 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""What the results of brelprintertool_micro_bench say, each figure beside its floor.
+
+Usage: goals.py RESULT.json
+Prints the rows as a table; RESULT.json comes from a run with OPTIONS and --benchmark_out=RESULT.json."""
+
+import json
+import statistics
+import sys
+from collections import namedtuple
+
+# Repetitions of all benchmarks in random order, so that what else the machine does falls on figures and floors alike.
+OPTIONS = ["--benchmark_min_time=0.05", "--benchmark_repetitions=15", "--benchmark_enable_random_interleaving=true"]
+QUICK_OPTIONS = ["--benchmark_min_time=0.01"]
+
+NS_PER = {"ns": 1, "µs": 1e3}
+
+# Which benchmark is measured against which. `limit` is the highest ratio, or with `in_unit` the highest value.
+Figure = namedtuple("Figure", "name benchmark floor unit limit in_unit", defaults=["ns", None, False])
+FIGURES = [
+    Figure("standard decoder / walk", "standard decoder", "standard walk"),
+    Figure("standard decoder / walk + zero + vectors", "standard decoder", "standard walk + zero + vectors", limit=1.1),
+    Figure("QZ decoder / walk", "QZ decoder", "QZ walk"),
+    Figure("QZ decoder / walk + zero + vectors", "QZ decoder", "QZ walk + zero + vectors"),
+    Figure("standard evaluation / walk + zero + vectors", "standard evaluation", "standard walk + zero + vectors"),
+    Figure("QZ evaluation / walk + zero + vectors", "QZ evaluation", "QZ walk + zero + vectors"),
+    Figure("error code mapping / table", "error code mapping", "condition table"),
+    Figure("CheckStatusChange / compare in place", "CheckStatusChange", "compare in place"),
+    Figure("changed file to state / file + walk", "changed file", "file + walk", limit=2),
+    Figure("unchanged cycle / stat", "unchanged cycle", "stat"),
+    Figure("record out of the list and in", "record out and in", None),
+    Figure("pass over 100 printers, unchanged / read + compare", "pass over 100 unchanged printers",
+           "list read + compared", "µs", 1000, True),
+    Figure("pass over 100 printers, changed / read + compare", "pass over 100 changed printers",
+           "list read + compared", "µs", 1000, True),
+    Figure("log off / load + branch", "log off", "load + branch"),
+    Figure("log on / open + write + close", "log on", "open + write + close", "lines/s"),
+]
+
+
+def rows(result):
+    """The figures as dicts, in order. `value` and `floor` are medians of CPU time in `unit`, `ratio` is how many times
+    the floor's time the value is; `min` and `max` are those of the ratio over the repetitions, or of the value where
+    there is no floor. `allocations` are heap blocks an iteration. `goal` is text, or None; `met` then is None too."""
+    runs = _runs(result)
+    return [_row(figure, runs) for figure in FIGURES]
+
+
+def _runs(result):
+    """The repetitions of each benchmark, by name."""
+    runs = {}
+    for run in result["benchmarks"]:
+        if run.get("error_occurred"):
+            raise ValueError(f"{run['name']}: {run['error_message']}")
+        if run["run_type"] == "iteration":
+            runs.setdefault(run["run_name"], []).append(run)
+    return runs
+
+
+def _times(runs):
+    return [run["cpu_time"] * {"ns": 1, "us": 1e3}[run["time_unit"]] for run in runs]
+
+
+def _in_unit(ns, unit):
+    return 1e9 / ns if unit == "lines/s" else ns / NS_PER[unit]
+
+
+def _row(figure, runs):
+    times = _times(runs[figure.benchmark])
+    value = statistics.median(times)
+    row = {"name": figure.name, "unit": figure.unit, "value": _in_unit(value, figure.unit), "floor": None,
+           "ratio": None, "goal": None, "met": None, "allocations": round(runs[figure.benchmark][0]["allocations"], 1)}
+    spread = [_in_unit(time, figure.unit) for time in times]
+    if figure.floor:
+        floors = _times(runs[figure.floor])
+        floor = statistics.median(floors)
+        row.update(floor=_in_unit(floor, figure.unit), ratio=value / floor)
+        spread = [time / floor for time, floor in zip(times, floors)]
+    row.update(min=min(spread), max=max(spread))
+    if figure.limit is not None:
+        row["goal"] = f"≤ {figure.limit} {figure.unit if figure.in_unit else '×'}"
+        row["met"] = (row["value"] if figure.in_unit else row["ratio"]) <= figure.limit
+    return row
+
+
+def _number(value):
+    if value is None:
+        return "-"
+    return f"{value:.0f}" if value >= 100 else f"{value:.3g}"
+
+
+def _table(figures):
+    line = "{:<52} {:>8} {:>8} {:>7} {:>7} {:>7} {:>7} {:>7} {:>10} {}"
+    yield line.format("figure", "value", "floor", "unit", "ratio", "min", "max", "allocs", "goal", "met").rstrip()
+    for row in figures:
+        met = {None: "", True: "yes", False: "NO"}[row["met"]]
+        yield line.format(row["name"], _number(row["value"]), _number(row["floor"]), row["unit"],
+                          _number(row["ratio"]), _number(row["min"]), _number(row["max"]),
+                          _number(row["allocations"]), row["goal"] or "-", met).rstrip()
+
+
+def main():
+    if sys.argv[1:] == ["-h"]:
+        print("\n".join(__doc__.splitlines()[2:]))
+        return
+    if len(sys.argv) != 2:
+        sys.exit("goals.py: one file of results is needed; -h tells more")
+    try:
+        with open(sys.argv[1], encoding="utf-8") as file:
+            result = json.load(file)
+        figures = rows(result)
+    except (OSError, ValueError) as error:
+        sys.exit(f"goals.py: {error}")
+    print("\n".join(_table(figures)))
+
+
+if __name__ == "__main__":
+    main()
