@@ -44,7 +44,7 @@ void TakeCommonFields(const UtilPrinterStatus& reply, stPrinterState& state)
 
 int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* buf, unsigned long len)
 {
-    UtilPrinterStatus reply;
+    auto reply = UtilPrinterStatus(); // zeroed as one block; a plain definition does it array by array
     if (reply.parseRecvBuf(buf, len) != 1) {
         return -1;
     }
@@ -63,7 +63,7 @@ int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* buf, unsigned long le
 
 int TrdGetPrinterStatus::CheckPrinterStatus_QZ(unsigned char* buf, unsigned long len)
 {
-    UtilPrinterStatus reply;
+    auto reply = UtilPrinterStatus();
     if (reply.parseRecvBuf_QZ(buf, len) != 1) {
         return -1;
     }
