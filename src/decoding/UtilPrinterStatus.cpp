@@ -147,17 +147,6 @@ unsigned int UtilPrinterStatus::parseRecvBuf(unsigned char* buffer, unsigned lon
     return complete ? 1 : 0;
 }
 
-unsigned long UtilPrinterStatus::byteToDWORD(const unsigned char* p, unsigned long n)
-{
-    unsigned long value = p[0];
-    if (n >= 2 && n <= 4) {
-        for (unsigned long i = 1; i < n; ++i) {
-            value = value << 8 | p[i];
-        }
-    }
-    return value;
-}
-
 void UtilPrinterStatus::setSuppliesData(unsigned long type, const unsigned char* data, unsigned long n)
 {
     const auto store = [data, n](auto& field, unsigned long& value) {

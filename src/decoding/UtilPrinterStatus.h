@@ -4,6 +4,8 @@
 
 #include "StatusCodeMapping.h"
 
+#include <QtEndian>
+
 #include <vector>
 
 /// Decodes one raw status reply of a printer into plain fields: bounds are checked, nothing is interpreted.
@@ -22,7 +24,19 @@ public:
     unsigned int parseRecvBuf_QZ(unsigned char* buffer, unsigned long length);
 
     /// The `n` bytes at `p` as an integer for n = 2, 3 or 4; for every other n, also 0, the byte at `p`.
-    static unsigned long byteToDWORD(const unsigned char* p, unsigned long n);
+    static unsigned long byteToDWORD(const unsigned char* p, unsigned long n)
+    {
+        switch (n) {
+        case 2:
+            return qFromBigEndian<quint16>(p);
+        case 3:
+            return static_cast<unsigned long>(qFromBigEndian<quint16>(p)) << 8 | p[2];
+        case 4:
+            return qFromBigEndian<quint32>(p);
+        default:
+            return p[0];
+        }
+    }
     /// Stores a supplies record; an unknown `type` is ignored. `data` holds at least one byte, and n of them up to
     /// the longest field, 64.
     void setSuppliesData(unsigned long type, const unsigned char* data, unsigned long n);
