@@ -8,7 +8,7 @@
 namespace {
 
 constexpr unsigned long UnreadHeaderBytes = 7;
-constexpr unsigned long SupplyScratchBytes = 65;
+constexpr unsigned long SupplyHeaderBytes = 3; // type, length
 
 enum SupplyRecordType : unsigned long
 {
@@ -41,30 +41,32 @@ public:
     {
     }
 
-    bool skip(unsigned long n)
+    // The next n bytes, or null when there are fewer.
+    const unsigned char* take(unsigned long n)
     {
         if (n > m_left) {
-            return false;
+            return nullptr;
         }
+        const unsigned char* data = m_next;
         m_next += n;
         m_left -= n;
-        return true;
+        return data;
     }
 
-    template <typename Byte, std::size_t Capacity> bool read(Byte (&field)[Capacity], unsigned long n)
+    // A raw field is one byte longer than what it holds.
+    template <std::size_t Capacity> bool read(unsigned char (&field)[Capacity])
     {
-        const unsigned char* data = m_next;
-        if (!skip(n)) {
+        const unsigned char* data = take(Capacity - 1);
+        if (data == nullptr) {
             return false;
         }
-        CopyCut(field, data, n);
+        std::memcpy(field, data, Capacity - 1);
         return true;
     }
 
-    // A raw field is one byte longer than the integer that it holds.
     template <std::size_t Capacity> bool readInteger(unsigned char (&field)[Capacity], unsigned long& value)
     {
-        if (!read(field, Capacity - 1)) {
+        if (!read(field)) {
             return false;
         }
         value = UtilPrinterStatus::byteToDWORD(field, Capacity - 1);
@@ -74,7 +76,15 @@ public:
     template <std::size_t LengthCapacity, std::size_t TextCapacity>
     bool readText(unsigned char (&lengthField)[LengthCapacity], unsigned long& length, char (&text)[TextCapacity])
     {
-        return readInteger(lengthField, length) && read(text, length);
+        if (!readInteger(lengthField, length)) {
+            return false;
+        }
+        const unsigned char* data = take(length);
+        if (data == nullptr) {
+            return false;
+        }
+        CopyCut(text, data, length);
+        return true;
     }
 
     bool readCodes(unsigned char (&countField)[2], unsigned long& count, unsigned char (&code)[3],
@@ -94,19 +104,25 @@ public:
         return true;
     }
 
-    // The scratch buffer is not cleared between records: a record without data takes its value from the one before.
+    // A record without data takes its value from the first byte of the data before it, of whatever record.
     bool readSupplies(unsigned long count, UtilPrinterStatus& status)
     {
-        unsigned char scratch[SupplyScratchBytes] = {};
+        const unsigned char none = 0;
+        const unsigned char* lastData = &none;
         for (unsigned long i = 0; i < count; ++i) {
-            unsigned char typeField[3] = {};
-            unsigned char lengthField[2] = {};
-            unsigned long type = 0;
-            unsigned long length = 0;
-            if (!readInteger(typeField, type) || !readInteger(lengthField, length) || !read(scratch, length)) {
+            const unsigned char* header = take(SupplyHeaderBytes);
+            if (header == nullptr) {
                 return false;
             }
-            status.setSuppliesData(type, scratch, length);
+            const unsigned long dataLength = header[2];
+            const unsigned char* data = take(dataLength);
+            if (data == nullptr) {
+                return false;
+            }
+            if (dataLength > 0) {
+                lastData = data;
+            }
+            status.setSuppliesData(UtilPrinterStatus::byteToDWORD(header, 2), lastData, dataLength);
         }
         return true;
     }
@@ -125,22 +141,22 @@ unsigned int UtilPrinterStatus::parseRecvBuf(unsigned char* buffer, unsigned lon
     // A line a field, in the order of the reply.
     // clang-format off
     const bool complete =
-        reply.skip(UnreadHeaderBytes) &&
-        reply.read(byHead7, 1) &&
-        reply.read(byHead8, 2) &&
-        reply.read(byHead10, 2) &&
+        reply.take(UnreadHeaderBytes) != nullptr &&
+        reply.read(byHead7) &&
+        reply.read(byHead8) &&
+        reply.read(byHead10) &&
         reply.readText(byVenderNameLen, dwVenderNameLen, szVenderName) &&
         reply.readText(byProductNameLen, dwProductNameLen, szProductName) &&
         reply.readText(bySerialNumberLen, dwSerialNumberLen, szSerialNumber) &&
-        reply.read(byReserved1, 2) &&
+        reply.read(byReserved1) &&
         reply.readInteger(byStatus, dwStatus) &&
         reply.readText(byFWVersionLen, firmwareVersionLength, szFWVersion) &&
         reply.readText(byExtraInfoLen, dwExtraInfoLen, szExtraInfo) &&
         reply.readCodes(byErrorCount, dwErrorCount, byErrorCode, vecErrorCode) &&
         reply.readCodes(byWarningCount, dwWarningCount, byWarningCode, vecWarningCode) &&
-        reply.read(byReserved2, 1) &&
-        reply.read(byReserved3, 2) &&
-        reply.read(byReserved4, 2) &&
+        reply.read(byReserved2) &&
+        reply.read(byReserved3) &&
+        reply.read(byReserved4) &&
         reply.readInteger(bySupplyCount, dwSupplyCount) &&
         reply.readSupplies(dwSupplyCount, *this);
     // clang-format on
