@@ -83,7 +83,8 @@ public:
         if (data == nullptr) {
             return false;
         }
-        CopyCut(text, data, length);
+        // Byte by byte: for a name's few bytes a string instruction, which memcpy becomes on x86-64, takes longer.
+        std::copy_n(data, std::min<unsigned long>(length, TextCapacity - 1), text);
         return true;
     }
 
