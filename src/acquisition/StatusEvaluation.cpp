@@ -3,6 +3,8 @@
 #include "TrdGetPrinterStatus.h"
 #include "UtilPrinterStatus.h"
 
+#include <utility>
+
 namespace {
 
 QList<enErrorStatus> MapCodes(const std::vector<unsigned long>& codes)
@@ -57,7 +59,7 @@ int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* buf, unsigned long le
     state.iNumberOfError = static_cast<int>(reply.dwErrorCount);
     state.iNumberOfWarning = static_cast<int>(reply.dwWarningCount);
     TakeCommonFields(reply, state);
-    stCurrent.stState = state;
+    stCurrent.stState = std::move(state);
     return 0;
 }
 
@@ -73,7 +75,7 @@ int TrdGetPrinterStatus::CheckPrinterStatus_QZ(unsigned char* buf, unsigned long
     state.iNumberOfError = 1;
     state.iNumberOfWarning = 1;
     TakeCommonFields(reply, state);
-    stCurrent.stState = state;
+    stCurrent.stState = std::move(state);
     return 0;
 }
 

@@ -79,6 +79,8 @@ enum enErrorStatus : int
     ERR_NETSEC_ON = 49,
     ERR_PRINTING = 50
 };
+// Held by lists in place instead of in a heap block each.
+Q_DECLARE_TYPEINFO(enErrorStatus, Q_PRIMITIVE_TYPE);
 
 /// How a printer is attached: any value but CONNECT_TYPE_USB means the network.
 enum enConnectType : int
