@@ -1,36 +1,32 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "Allocations.h"
+#include "FloorCheck.h"
 #include "Floors.h"
 #include "PrinterFolder.h"
-#include "SampleReplies.h"
 #include "StatusWorker.h"
 #include "WalkedReply.h"
 
 #include <QFile>
 
-#include <array>
-
 namespace {
 
-// Files of two times: whichever of them is asked for after the other has changed.
-const std::array<QString, 2> c_names{{QStringLiteral("Office_K4510A"), QStringLiteral("Lobby_K4620A")}};
+const QString Name = QStringLiteral("Office_K4510A");
 
-void WriteStatusFiles()
+QByteArray WriteStatusFile()
 {
-    for (const QString& name : c_names) {
-        PrinterFolder::WriteStatusFile(name, EncodeStandardReply(FullReply()));
-    }
+    PrinterFolder::WriteStatusFile(Name, StandardSample());
+    return QFile::encodeName(PrinterFolder::StatusFilePath(Name));
 }
 
+// By force, which leaves out of a changed file's work no more than the comparison of two times.
 void ReadChangedFile(benchmark::State& state)
 {
-    WriteStatusFiles();
+    WriteStatusFile();
     StatusWorker worker;
     const AllocationNote note(state);
-    std::size_t i = 0;
     for (auto _ : state) {
-        if (worker.GetPrinterStatusFile(c_names[i++ % c_names.size()], false) != 0) {
+        if (worker.GetPrinterStatusFile(Name, true) != 0) {
             state.SkipWithError("the status file was not evaluated");
         }
     }
@@ -38,14 +34,11 @@ void ReadChangedFile(benchmark::State& state)
 
 void ReadAndWalkFile(benchmark::State& state)
 {
-    WriteStatusFiles();
-    const std::array<QByteArray, 2> paths{{QFile::encodeName(PrinterFolder::StatusFilePath(c_names[0])),
-                                           QFile::encodeName(PrinterFolder::StatusFilePath(c_names[1]))}};
+    const QByteArray path = WriteStatusFile();
     Walk walk;
     const AllocationNote note(state);
-    std::size_t i = 0;
     for (auto _ : state) {
-        if (!ReadAndWalk(paths[i++ % paths.size()].constData(), walk)) {
+        if (!ReadAndWalk(path.constData(), walk)) {
             state.SkipWithError("the status file was not read");
         }
     }
@@ -54,8 +47,8 @@ void ReadAndWalkFile(benchmark::State& state)
 // A whole cycle of the polling loop, but for its pause.
 void RunUnchangedCycle(benchmark::State& state)
 {
-    WriteStatusFiles();
-    QList<stPrinterManager> list{FilledPrinter(c_names[0])};
+    WriteStatusFile();
+    QList<stPrinterManager> list{FilledPrinter(Name)};
     StatusWorker worker;
     worker.Init(0, &list);
     worker.runCycle();
@@ -69,8 +62,7 @@ void RunUnchangedCycle(benchmark::State& state)
 
 void Look(benchmark::State& state)
 {
-    WriteStatusFiles();
-    const QByteArray path = QFile::encodeName(PrinterFolder::StatusFilePath(c_names[0]));
+    const QByteArray path = WriteStatusFile();
     const AllocationNote note(state);
     for (auto _ : state) {
         benchmark::DoNotOptimize(LookAtFile(path.constData()));
@@ -79,7 +71,7 @@ void Look(benchmark::State& state)
 
 void CopyRecordOutAndIn(benchmark::State& state)
 {
-    QList<stPrinterManager> list{FilledPrinter(c_names[0])};
+    QList<stPrinterManager> list{FilledPrinter(Name)};
     stPrinterManager current;
     const AllocationNote note(state);
     for (auto _ : state) {
