@@ -57,6 +57,19 @@ void AppendToLogFile(const QString& line)
     }
 }
 
+void WriteLine(const char* file, int line, const char* function, const QString& format, va_list arguments)
+{
+    const QMutexLocker lock(&s_mutexLog);
+    std::array<char, MessageBufferBytes> message{};
+    // The format is the caller's: each is a literal at its call.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+    vsnprintf(message.data(), message.size(), format.toLocal8Bit().constData(), arguments);
+#pragma GCC diagnostic pop
+    ContinueInNextFileWhenFull();
+    AppendToLogFile(LogLine(file, line, function, QString::fromLocal8Bit(message.data())));
+}
+
 } // namespace
 
 void SetLogEnable(bool bEnable)
@@ -80,16 +93,8 @@ void WriteStringLog(const char* file, int line, const char* function, QString fo
     if (!s_bEnable.load(std::memory_order_relaxed)) {
         return;
     }
-    const QMutexLocker lock(&s_mutexLog);
-    std::array<char, MessageBufferBytes> message{};
     va_list arguments;
     va_start(arguments, format);
-    // The format is the caller's: each is a literal at its call.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    vsnprintf(message.data(), message.size(), format.toLocal8Bit().constData(), arguments);
-#pragma GCC diagnostic pop
+    WriteLine(file, line, function, format, arguments);
     va_end(arguments);
-    ContinueInNextFileWhenFull();
-    AppendToLogFile(LogLine(file, line, function, QString::fromLocal8Bit(message.data())));
 }
