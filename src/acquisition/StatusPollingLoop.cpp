@@ -7,6 +7,7 @@
 #include "TrdGetPrinterStatus.h"
 #include "UtilLog.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <algorithm>
@@ -89,6 +90,10 @@ void TrdGetPrinterStatus::SlotTaskStart()
     bTaskStarted = true;
     do {
         PollPrinter();
+        // What was signalled meanwhile waits in this thread's queue, and each start of another worker asks this one to
+        // start as well: left there, the requests would pile up for as long as the printer list keeps changing.
+        // All of the queue, since Qt keeps the places of events that are picked out of it.
+        QCoreApplication::sendPostedEvents();
     } while (!WaitForSleep(PollingIntervalMs));
 }
 

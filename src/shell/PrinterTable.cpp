@@ -46,8 +46,9 @@ void BrelPrinterToolWidget::SlotUpdatePrinterList()
         FillPrinterRow(row, printers.at(row));
     }
     for (int k = iStatusThreadCount; k < printers.size(); ++k) {
-        StartStatusWorker(k);
+        listWaitingIndex.append(k);
     }
+    StartWaitingWorkers();
     // Also when the list has shrunk: the workers beyond it idle on, and a list that grows again gets new ones.
     iStatusThreadCount = printers.size();
     DebugOutputPrinterInfo();

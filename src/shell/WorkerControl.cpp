@@ -1,20 +1,24 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "brelprintertoolwidget.h"
+#include "PostedEventDispatcher.h"
 #include "TrdDeviceManage.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilLog.h"
 
 #include <QThread>
+#include <QTimer>
 
 namespace {
 
 constexpr char LogSource[] = "brelprintertoolwidget";
 constexpr unsigned long StopTimeoutMs = 1000;
+constexpr int StartsPerTurn = 50;
 
 QThread* StartThreadOf(QObject* worker)
 {
     auto* thread = new QThread;
+    thread->setEventDispatcher(new PostedEventDispatcher);
     worker->moveToThread(thread);
     thread->start();
     return thread;
@@ -45,6 +49,18 @@ void BrelPrinterToolWidget::InitThread()
     connect(pDeviceManage, &TrdDeviceManage::SgnUpdatePrinterList, this, &BrelPrinterToolWidget::SlotUpdatePrinterList);
     emit SgnManageThreadStart();
     WriteStringLog(LogSource, __LINE__, "InitThread", QStringLiteral("InitThread end"));
+}
+
+// Each start costs the more the more workers there are: a thousand at once would hold the window up for a second. So
+// what goes beyond a desktop's handful is left to later turns of the event loop.
+void BrelPrinterToolWidget::StartWaitingWorkers()
+{
+    for (int started = 0; started < StartsPerTurn && !listWaitingIndex.isEmpty(); ++started) {
+        StartStatusWorker(listWaitingIndex.takeFirst());
+    }
+    if (!listWaitingIndex.isEmpty()) {
+        QTimer::singleShot(0, this, &BrelPrinterToolWidget::StartWaitingWorkers);
+    }
 }
 
 // The start signal reaches all workers started so far; those that run already take no notice.

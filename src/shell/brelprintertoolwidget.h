@@ -77,6 +77,7 @@ private:
     void StayUntilToldToExit();
     QAction* AddTrayAction(const QString& text, void (BrelPrinterToolWidget::*slot)());
     void FillPrinterRow(int row, const stPrinterInfo& info);
+    void StartWaitingWorkers();
     void StartStatusWorker(int index);
     QList<stPrinterInfo> CopyPrinterInfo() const;
     bool CopyPrinter(int index, stPrinterManager& printer) const;
@@ -98,5 +99,6 @@ private:
     AppSetting* pAppSetting = nullptr; ///< top-level, never deleted
     QList<stPrinterManager> listPrinter; ///< shared with the workers; guarded by PrinterListMutex()
     int iStatusThreadCount = 0; ///< printers for which a worker was started when the list was last rebuilt
+    QList<int> listWaitingIndex; ///< those among them whose worker is still to be started, in order
     int iLanguage = 0; ///< column of the text tables
 };

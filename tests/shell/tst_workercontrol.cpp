@@ -11,8 +11,10 @@
 
 #include <algorithm>
 #include <array>
+#include <malloc.h>
 #include <memory>
 #include <new>
+#include <sys/resource.h>
 
 namespace {
 
@@ -52,6 +54,11 @@ int PlainThreadCount()
     return count;
 }
 
+qint64 HeapBytes()
+{
+    return static_cast<qint64>(mallinfo2().uordblks);
+}
+
 void WriteStatus(const QString& name, quint8 status)
 {
     StandardReply reply;
@@ -74,6 +81,9 @@ private slots:
     void growingStartsTheMissing();
     void shrinkingStopsNothing();
     void workersOfAShrunkListPollAgain();
+    void workersNeedNoDescriptor();
+    void requestsDoNotPileUp();
+    void longListLeavesTheWindowToItself();
     void stopsAtOnce_data();
     void stopsAtOnce();
     void stopsSoonAfterTheStart();
@@ -168,6 +178,68 @@ void WorkerControlTest::workersOfAShrunkListPollAgain()
     QVERIFY(HasRows(window, 2));
     QCOMPARE(window.startedWorkers(), 3);
     QTRY_COMPARE(window.row(1).at(3), QStringLiteral("就绪"));
+}
+
+// A printer list that keeps changing makes more and more workers. Qt would end the program at the first thread that
+// finds no descriptor left.
+void WorkerControlTest::workersNeedNoDescriptor()
+{
+    rlimit old = {};
+    QCOMPARE(getrlimit(RLIMIT_NOFILE, &old), 0);
+    rlimit few = old;
+    few.rlim_cur = 40;
+    WritePrinters(ManyPrinters);
+    const QString last = QStringLiteral("Prn%1").arg(ManyPrinters - 1);
+    WriteStatus(last, 0);
+    const TestWindow window;
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &few), 0);
+    const bool isReady =
+        QTest::qWaitFor([&window]() { return window.row(ManyPrinters - 1).at(3) == QStringLiteral("就绪"); }, 10000);
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &old), 0);
+    QVERIFY(isReady);
+    QCOMPARE(window.startedWorkers(), ManyPrinters);
+}
+
+// Each start of a worker is also signalled to all others, which are busy in their loops.
+void WorkerControlTest::requestsDoNotPileUp()
+{
+    constexpr int requests = 5000;
+    constexpr qint64 noiseBytes = 65536;
+    WritePrinters(2);
+    TestWindow window;
+    QVERIFY(HasRows(window, 2));
+    qint64 afterTheFirstBytes = 0;
+    for (int round = 0; round < 4; ++round) {
+        const qint64 before = HeapBytes();
+        for (int i = 0; i < requests; ++i) {
+            emit window.SgnStatusThreadStart();
+        }
+        QVERIFY(HeapBytes() > before + requests);
+        QTest::qWait(2000); // a cycle of each worker
+        if (round == 0) {
+            afterTheFirstBytes = HeapBytes(); // the room that they took is kept for others
+        }
+    }
+    const qint64 growthBytes = HeapBytes() - afterTheFirstBytes;
+    QVERIFY2(growthBytes < noiseBytes, qPrintable(QString::number(growthBytes)));
+    QCOMPARE(window.startedWorkers(), 2);
+}
+
+// A thousand printers are what a broken count makes of any list.
+void WorkerControlTest::longListLeavesTheWindowToItself()
+{
+    constexpr int printers = 1000;
+    WritePrinters(printers);
+    TestWindow window;
+    QVERIFY(HasRows(window, printers));
+    // Not all at once, but all.
+    QVERIFY2(window.startedWorkers() < printers, qPrintable(QString::number(window.startedWorkers())));
+    WritePrinters(1);
+    QTRY_COMPARE_WITH_TIMEOUT(window.startedWorkers(), printers, 10000);
+    QVERIFY(HasRows(window, 1));
+    WritePrinters(3);
+    QVERIFY(HasRows(window, 3));
+    QCOMPARE(window.startedWorkers(), printers + 2);
 }
 
 void WorkerControlTest::stopsAtOnce_data()

@@ -1,0 +1,237 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PostedEventDispatcher.h"
+
+#include <QDir>
+#include <QPointer>
+#include <QThread>
+#include <QtTest>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <vector>
+
+class PostedEventDispatcherTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void CallsReachTheThread();
+    void CallsFromBeforeTheStart();
+    void CallFromWithinACall();
+    void NoCallIsOverslept();
+    void CallsFromManyThreads();
+    void EndsWhenAskedTo_data();
+    void EndsWhenAskedTo();
+    void ObjectsAreDeletedLater();
+    void NeedsNoDescriptor();
+    void SleepsWhenNothingIsPosted();
+};
+
+namespace {
+
+constexpr int TimeoutMs = 10000;
+
+// A thread with the dispatcher, and an object in it whose calls can be counted.
+class Receiver
+{
+public:
+    Receiver()
+    {
+        m_thread.setEventDispatcher(new PostedEventDispatcher);
+        m_object.moveToThread(&m_thread);
+    }
+    ~Receiver()
+    {
+        m_thread.quit();
+        m_thread.wait();
+    }
+    Receiver(const Receiver&) = delete;
+    Receiver& operator=(const Receiver&) = delete;
+
+    void start()
+    {
+        m_thread.start();
+    }
+    void post()
+    {
+        QMetaObject::invokeMethod(
+            &m_object,
+            [this] {
+                m_isInThread = m_isInThread && QThread::currentThread() == &m_thread;
+                ++m_calls;
+            },
+            Qt::QueuedConnection);
+    }
+    QThread& thread()
+    {
+        return m_thread;
+    }
+    QObject* object()
+    {
+        return &m_object;
+    }
+    int calls() const
+    {
+        return m_calls;
+    }
+    /// Whether every call came in the thread.
+    bool isInThread() const
+    {
+        return m_isInThread;
+    }
+
+private:
+    QThread m_thread;
+    QObject m_object;
+    std::atomic<int> m_calls{0};
+    std::atomic<bool> m_isInThread{true};
+};
+
+int OpenDescriptors()
+{
+    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot).size();
+}
+
+// User and system time of the whole process, in clock ticks.
+qint64 ProcessorTicks()
+{
+    QFile file(QStringLiteral("/proc/self/stat"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return -1;
+    }
+    const QList<QByteArray> fields = file.readAll().split(' ');
+    return fields.value(13).toLongLong() + fields.value(14).toLongLong();
+}
+
+} // namespace
+
+void PostedEventDispatcherTest::CallsReachTheThread()
+{
+    Receiver receiver;
+    receiver.start();
+    for (int i = 1; i <= 3; ++i) {
+        receiver.post();
+        QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), i, TimeoutMs);
+    }
+    QVERIFY(receiver.isInThread());
+}
+
+void PostedEventDispatcherTest::CallsFromBeforeTheStart()
+{
+    Receiver receiver;
+    receiver.post();
+    receiver.post();
+    receiver.start();
+    QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), 2, TimeoutMs);
+}
+
+void PostedEventDispatcherTest::CallFromWithinACall()
+{
+    Receiver receiver;
+    receiver.start();
+    QMetaObject::invokeMethod(
+        receiver.object(), [&receiver] { receiver.post(); }, Qt::QueuedConnection);
+    QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), 1, TimeoutMs);
+}
+
+// Each is posted as soon as the one before has been seen, so just when the thread is about to sleep.
+void PostedEventDispatcherTest::NoCallIsOverslept()
+{
+    Receiver receiver;
+    receiver.start();
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 1; i <= 200000; ++i) {
+        receiver.post();
+        while (receiver.calls() < i && !timer.hasExpired(6L * TimeoutMs)) {
+            std::this_thread::yield();
+        }
+        QCOMPARE(receiver.calls(), i);
+    }
+}
+
+void PostedEventDispatcherTest::CallsFromManyThreads()
+{
+    constexpr int threadCount = 4;
+    constexpr int callsPerThread = 5000;
+    Receiver receiver;
+    receiver.start();
+    std::vector<std::thread> posters;
+    posters.reserve(threadCount);
+    for (int i = 0; i < threadCount; ++i) {
+        posters.emplace_back([&receiver] {
+            for (int call = 0; call < callsPerThread; ++call) {
+                receiver.post();
+            }
+        });
+    }
+    for (std::thread& poster : posters) {
+        poster.join();
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), threadCount * callsPerThread, TimeoutMs);
+    QVERIFY(receiver.isInThread());
+}
+
+void PostedEventDispatcherTest::EndsWhenAskedTo_data()
+{
+    QTest::addColumn<bool>("isAtWork");
+    QTest::newRow("asleep") << false;
+    QTest::newRow("within a call") << true;
+}
+
+void PostedEventDispatcherTest::EndsWhenAskedTo()
+{
+    QFETCH(bool, isAtWork);
+    Receiver receiver;
+    receiver.start();
+    receiver.post();
+    QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), 1, TimeoutMs);
+    if (isAtWork) {
+        QMetaObject::invokeMethod(
+            receiver.object(), [] { QThread::msleep(200); }, Qt::QueuedConnection);
+    }
+    receiver.thread().quit();
+    QVERIFY(receiver.thread().wait(TimeoutMs));
+}
+
+void PostedEventDispatcherTest::ObjectsAreDeletedLater()
+{
+    Receiver receiver;
+    receiver.start();
+    const QPointer<QObject> object = new QObject;
+    object->moveToThread(&receiver.thread());
+    object->deleteLater();
+    QTRY_VERIFY_WITH_TIMEOUT(object.isNull(), TimeoutMs);
+}
+
+void PostedEventDispatcherTest::NeedsNoDescriptor()
+{
+    const int before = OpenDescriptors();
+    std::vector<std::unique_ptr<Receiver>> receivers;
+    for (int i = 0; i < 50; ++i) {
+        receivers.push_back(std::make_unique<Receiver>());
+        receivers.back()->start();
+        receivers.back()->post();
+    }
+    for (const auto& receiver : receivers) {
+        QTRY_COMPARE_WITH_TIMEOUT(receiver->calls(), 1, TimeoutMs);
+    }
+    QCOMPARE(OpenDescriptors(), before);
+}
+
+void PostedEventDispatcherTest::SleepsWhenNothingIsPosted()
+{
+    Receiver receiver;
+    receiver.start();
+    receiver.post();
+    QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), 1, TimeoutMs);
+    const qint64 before = ProcessorTicks();
+    QThread::sleep(1);
+    const qint64 ticks = ProcessorTicks() - before; // of 10 ms; a loop without rest takes some 100
+    QVERIFY2(ticks < 20, qPrintable(QString::number(ticks)));
+}
+
+QTEST_GUILESS_MAIN(PostedEventDispatcherTest)
+#include "tst_postedeventdispatcher.moc"
