@@ -11,6 +11,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
@@ -44,6 +45,15 @@ bool IsRefusedUnquoted(const QString& name)
 bool IsRefusedQuoted(const QString& name)
 {
     return HoldsAnyOf(name, QStringLiteral(R"($`\")"));
+}
+
+// The printers whose job is being cancelled; guarded by PrinterListMutex(). Where the list has shrunk and grown again a
+// printer has several workers, all of which see it start cancelling: while one runs the command, the others must not
+// take the next job as well. Never deleted: a command may last longer than main().
+std::set<TrdGetPrinterStatus::PrinterPlace>& PrintersCancelling()
+{
+    static auto* const s_printers = new std::set<TrdGetPrinterStatus::PrinterPlace>;
+    return *s_printers;
 }
 
 // Only the first line tells of the queue itself; it is in the language of the desktop.
@@ -114,30 +124,29 @@ void TrdGetPrinterStatus::PollPrinter()
     }
     bool hasChanged = false;
     bool startsCancelling = false;
-    int index = -1;
+    PrinterPlace place;
     {
         // Compared and written under one lock: a rebuild in between would reset the row with no signal to follow.
         const std::lock_guard<std::mutex> lock(PrinterListMutex());
         if (!IsStillListed()) {
             return;
         }
-        index = iPrinterIndex;
-        const stPrinterState& listed = pPrinterList->at(index).stState;
+        place = {pPrinterList, iPrinterIndex, stCurrent.stInfo.strPrinterName};
+        const stPrinterState& listed = pPrinterList->at(iPrinterIndex).stState;
         hasChanged = CheckStatusChange(stCurrent.stState, listed);
         startsCancelling = hasChanged && listed.enCurrentStatus != PS_CANCELING_JOB &&
             stCurrent.stState.enCurrentStatus == PS_CANCELING_JOB;
         if (!startsCancelling) {
-            (*pPrinterList)[index] = stCurrent;
-        }
-    }
-    if (startsCancelling) {
-        CancelPrintJob();
-        if (!WriteBackAfterCancel()) {
+            (*pPrinterList)[iPrinterIndex] = stCurrent;
+        } else if (!PrintersCancelling().insert(place).second) {
             return;
         }
     }
+    if (startsCancelling && !CancelAndWriteBack(place)) {
+        return;
+    }
     if (hasChanged) {
-        emit SgnUpdatePrinterStatus(index);
+        emit SgnUpdatePrinterStatus(std::get<int>(place));
     }
 }
 
@@ -177,10 +186,12 @@ bool TrdGetPrinterStatus::IsStillListed() const
     return listed.strPrinterName == stCurrent.stInfo.strPrinterName && listed.strURI == stCurrent.stInfo.strURI;
 }
 
-// The command may have taken long: the list may be another by now, or the program may be ending.
-bool TrdGetPrinterStatus::WriteBackAfterCancel()
+// The command may take long: the list may be another by its end, or the program may be ending.
+bool TrdGetPrinterStatus::CancelAndWriteBack(const PrinterPlace& place)
 {
+    CancelPrintJob();
     const std::lock_guard<std::mutex> lock(PrinterListMutex());
+    PrintersCancelling().erase(place);
     if (bThreadQuit || !IsStillListed()) {
         return false;
     }

@@ -7,6 +7,8 @@
 
 #include <QDateTime>
 
+#include <tuple>
+
 /// Keeps the status of one printer up to date: about once a second it reads the printer's status file, writes the
 /// result into the shared printer list and says when something has changed that a user must see.
 ///
@@ -17,6 +19,9 @@ class TrdGetPrinterStatus : public UtilThreadBase
     Q_OBJECT
 
 public:
+    /// A printer as several workers may know it: list, index, name.
+    using PrinterPlace = std::tuple<const void*, int, QString>;
+
     explicit TrdGetPrinterStatus(QObject* parent);
 
     /// Gives the worker its place in the shared list, which stays the caller's; to be called before the loop starts.
@@ -76,7 +81,7 @@ private:
     bool CopyFromList();
     void CountFailedRead();
     bool IsStillListed() const;
-    bool WriteBackAfterCancel();
+    bool CancelAndWriteBack(const PrinterPlace& place);
     void CancelPrintJob() const;
     bool IsQueuePrinting() const;
     FileRead ReadStatusFile(const QString& name, bool force, unsigned long& length);

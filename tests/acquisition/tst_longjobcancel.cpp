@@ -23,6 +23,8 @@ private slots:
     void ListUnchangedMeanwhile();
     void StopMeanwhile();
     void ListShrunkMeanwhile();
+    void SecondWorkerOfThePrinter();
+    void SecondPrinterOfTheName();
 };
 
 using ListChange = std::function<void(QList<stPrinterManager>&)>;
@@ -32,6 +34,7 @@ namespace {
 
 constexpr int TimeoutMs = 15000;
 constexpr int SettleMs = 200;
+constexpr int SeveralCyclesMs = 2500;
 
 const QString Name = QStringLiteral("Office_K4510A");
 const QString CancelRuns = QStringLiteral("/tmp/cancel-runs");
@@ -161,6 +164,48 @@ void LongJobCancelTest::ListShrunkMeanwhile()
     QCOMPARE(list.size(), 1);
     QCOMPARE(Words(list.first()), Words(FilledPrinter(QStringLiteral("first"))));
     QCOMPARE(running.signalledIndices(), QList<int>());
+}
+
+// A list that has shrunk and grown again has two workers for a printer. The second one's cycles during the command must
+// not take another job.
+void LongJobCancelTest::SecondWorkerOfThePrinter()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
+    QList<stPrinterManager> list{FilledPrinter(Name)};
+    RunningStatusWorker first(0, &list);
+    RunningStatusWorker second(0, &list);
+    first.start();
+    second.start();
+    for (int round = 1; round <= 2; ++round) { // and again when the printer cancels another job later
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
+        QTest::qWait(SeveralCyclesMs);
+        PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+        QTRY_COMPARE_WITH_TIMEOUT(Listed(list, 0).stState.enCurrentStatus, 6, TimeoutMs);
+        QTest::qWait(SeveralCyclesMs);
+        QCOMPARE(cancel.calls().size(), round);
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady));
+        QTRY_COMPARE_WITH_TIMEOUT(Listed(list, 0).stState.enCurrentStatus, 3, TimeoutMs);
+        init();
+    }
+    const int signalCount = first.signalledIndices().size() + second.signalledIndices().size();
+    QVERIFY2(signalCount >= 4, qPrintable(QString::number(signalCount)));
+}
+
+// Two entries of the list are two printers, whatever they are called.
+void LongJobCancelTest::SecondPrinterOfTheName()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
+    QList<stPrinterManager> list{FilledPrinter(Name), FilledPrinter(Name)};
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    RunningStatusWorker first(0, &list);
+    RunningStatusWorker second(1, &list);
+    first.start();
+    second.start();
+    QTRY_COMPARE_WITH_TIMEOUT(cancel.calls().size(), 2, TimeoutMs);
+    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    QTRY_COMPARE_WITH_TIMEOUT(Listed(list, 0).stState.enCurrentStatus, 6, TimeoutMs);
+    QTRY_COMPARE_WITH_TIMEOUT(Listed(list, 1).stState.enCurrentStatus, 6, TimeoutMs);
 }
 
 QTEST_GUILESS_MAIN(LongJobCancelTest)
