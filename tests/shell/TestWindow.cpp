@@ -9,12 +9,18 @@
 
 namespace {
 
-// An explicit instantiation may name a private member; this is the one way to the list that asks nothing of the
+// An explicit instantiation may name a private member; this is the one way to the lists that asks nothing of the
 // window.
 struct SharedList
 {
     using Member = QList<stPrinterManager> BrelPrinterToolWidget::*;
     friend Member MemberOf(SharedList tag);
+};
+
+struct StatusWorkers
+{
+    using Member = QList<TrdGetPrinterStatus*> BrelPrinterToolWidget::*;
+    friend Member MemberOf(StatusWorkers tag);
 };
 
 template <typename Tag, typename Tag::Member member> struct Reach
@@ -26,6 +32,7 @@ template <typename Tag, typename Tag::Member member> struct Reach
 };
 
 template struct Reach<SharedList, &BrelPrinterToolWidget::listPrinter>;
+template struct Reach<StatusWorkers, &BrelPrinterToolWidget::listStatusWorker>;
 
 // Dialogs of earlier windows have been deleted.
 AppSetting* FindSettingsDialog()
@@ -89,6 +96,11 @@ AppSetting& TestWindow::settingsDialog() const
 int TestWindow::startedWorkers() const
 {
     return receivers(SIGNAL(SgnThreadQuit())) - 1; // the other one is the device manager
+}
+
+QList<TrdGetPrinterStatus*> TestWindow::statusWorkers() const
+{
+    return this->*MemberOf(StatusWorkers());
 }
 
 int TestWindow::timesShown() const

@@ -28,6 +28,8 @@ public:
     AppSetting& settingsDialog() const;
     /// Status workers that were ever started.
     int startedWorkers() const;
+    /// The same themselves, in the order of their start.
+    QList<TrdGetPrinterStatus*> statusWorkers() const;
     /// How often the window was asked to show itself.
     int timesShown() const;
 

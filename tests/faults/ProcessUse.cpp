@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "ProcessUse.h"
+
+#include <QDir>
+
+#include <malloc.h>
+
+namespace {
+
+int EntriesOf(const char* directory)
+{
+    return QDir(QString::fromLatin1(directory))
+        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted)
+        .size();
+}
+
+} // namespace
+
+ProcessUse ProcessUse::now()
+{
+    ProcessUse use;
+    // One of them is open only to count them.
+    use.descriptors = EntriesOf("/proc/self/fd") - 1;
+    use.threads = EntriesOf("/proc/self/task");
+    const struct mallinfo2 heap = mallinfo2();
+    use.heapBytes = static_cast<qint64>(heap.uordblks) + static_cast<qint64>(heap.hblkhd);
+    return use;
+}
+
+QString ProcessUse::words() const
+{
+    return QStringLiteral("%1 descriptors, %2 threads, %3 KiB of heap")
+        .arg(descriptors)
+        .arg(threads)
+        .arg(heapBytes / 1024);
+}

@@ -1,0 +1,416 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+// What a user sees when status files go wrong: one window, a printer for every fault. All are ready with 80 % of toner;
+// then all files are spoilt together, left so for longer than it takes to count as off-line, and made good again.
+
+#include "FaultRig.h"
+#include "PrinterFolder.h"
+#include "SampleReplies.h"
+#include "StatusWorker.h"
+
+#include <QtTest>
+
+#include <atomic>
+#include <chrono>
+#include <fcntl.h>
+#include <functional>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+constexpr int EarlyMs = 3500;
+constexpr int LateTimeoutMs = 40000;
+constexpr int MoreCyclesMs = 1500;
+constexpr qint64 NoiseBytes = 262144;
+constexpr qint64 NoiseOfCyclesBytes = 16384;
+constexpr int HugeBytes = 10 * 1024 * 1024;
+constexpr qint64 MsPerHour = 3600000;
+
+const QString Good = QStringLiteral("80.00% 就绪");
+const QString Offline = QStringLiteral("80.00% 脱机");
+const QString Other = QStringLiteral("60.00% 就绪");
+const QString Unknown = QStringLiteral("0.00% 未知");
+const QString Healed = QStringLiteral("70.00% 就绪");
+
+enum class Family
+{
+    Standard,
+    QZ
+};
+
+QByteArray Ready(Family family, quint8 percent)
+{
+    return family == Family::QZ ? QZBytes(percent) : StandardBytes(RawReady, percent * 100U);
+}
+
+using Strike = std::function<void(const QString& printer)>;
+
+struct Fault
+{
+    const char* name;
+    Family family;
+    Strike strike;
+    QString early; ///< what is shown soon after
+    QString late; ///< what is shown when printers that do not answer count as off-line
+};
+
+QByteArray LocalPath(const QString& printer)
+{
+    return QFile::encodeName(PrinterFolder::StatusFilePath(printer));
+}
+
+void Require(bool done)
+{
+    if (!done) {
+        qFatal("a status file could not be spoilt");
+    }
+}
+
+Strike Content(const QByteArray& bytes)
+{
+    return [bytes](const QString& printer) {
+        PrinterFolder::WriteStatusFile(printer, bytes);
+    };
+}
+
+// The other reply, under another time.
+Strike TimeMoved(qint64 ms)
+{
+    return [ms](const QString& printer) {
+        const qint64 time = PrinterFolder::ModificationTime(PrinterFolder::StatusFilePath(printer));
+        PrinterFolder::WriteStatusFile(printer, Ready(Family::Standard, 60), time + ms);
+    };
+}
+
+Strike TimeSet(qint64 ms)
+{
+    return [ms](const QString& printer) {
+        PrinterFolder::WriteStatusFile(printer, Ready(Family::Standard, 60), ms);
+    };
+}
+
+// In the file's place; `make` gets the path.
+Strike InItsPlace(const std::function<bool(const char* path)>& make)
+{
+    return [make](const QString& printer) {
+        const QByteArray path = LocalPath(printer);
+        Require(unlink(path.constData()) == 0 && make(path.constData()));
+    };
+}
+
+Strike LinkTo(const char* target)
+{
+    return InItsPlace([target](const char* path) { return symlink(target, path) == 0; });
+}
+
+void Forbid(const QString& printer)
+{
+    PrinterFolder::WriteStatusFile(printer, Ready(Family::Standard, 60));
+    Require(chmod(LocalPath(printer).constData(), S_IWUSR) == 0);
+}
+
+QByteArray Cut(QByteArray bytes)
+{
+    bytes.chop(1);
+    return bytes;
+}
+
+// Beside the faults of this table there are the two files that never rest, see FilesThatNeverRest.
+QVector<Fault> Faults()
+{
+    const auto standard = Family::Standard;
+    const auto qz = Family::QZ;
+    const QByteArray other = Ready(standard, 60);
+    const QString forbidden = geteuid() == 0 ? Other : Good;
+    const auto missing = InItsPlace([](const char* /*path*/) { return true; });
+    return {
+        {"missing", standard, missing, Good, Offline},
+        {"missing, QZ", qz, missing, Good, Offline},
+        {"empty", standard, Content({}), Good, Good},
+        {"empty, QZ", qz, Content({}), Unknown, Unknown},
+        {"one byte", standard, Content("\x01"), Good, Good},
+        {"one byte, QZ", qz, Content("\x01"), Unknown, Unknown},
+        {"last byte missing", standard, Content(Cut(other)), Good, Good},
+        {"last byte missing, QZ", qz, Content(Cut(Ready(qz, 60))), Good, Good},
+        {"10 MiB of zeros", standard, Content(QByteArray(HugeBytes, '\0')), QStringLiteral("0.00% 就绪"),
+         QStringLiteral("0.00% 就绪")},
+        {"10 MiB of zeros, QZ", qz, Content(QByteArray(HugeBytes, '\0')), Unknown, Unknown},
+        {"10 MiB of ones", standard, Content(QByteArray(HugeBytes, '\xFF')), Good, Good},
+        {"10 MiB of ones, QZ", qz, Content(QByteArray(HugeBytes, '\xFF')), Unknown, Unknown},
+        {"10 MiB behind a reply", standard, Content(other + QByteArray(HugeBytes, '\xFF')), Other, Other},
+        {"10 MiB behind a reply, QZ", qz, Content(Ready(qz, 60) + QByteArray(HugeBytes, '\xFF')), Other, Other},
+        {"other content, same size and time", standard, TimeMoved(0), Good, Good},
+        {"older by an hour", standard, TimeMoved(-MsPerHour), Other, Other},
+        {"older by a millisecond", standard, TimeMoved(-1), Other, Other},
+        {"from 1970", standard, TimeSet(0), Other, Other},
+        {"from before 1970", standard, TimeSet(-24 * MsPerHour), Other, Other},
+        {"from the future", standard, TimeMoved(24 * 3650 * MsPerHour), Other, Other},
+        {"directory", standard, InItsPlace([](const char* path) { return mkdir(path, S_IRWXU) == 0; }), Good, Good},
+        {"FIFO", standard, InItsPlace([](const char* path) { return mkfifo(path, S_IRUSR | S_IWUSR) == 0; }), Good,
+         Good},
+        {"device", standard, LinkTo("/dev/zero"), Good, Good},
+        {"device, QZ", qz, LinkTo("/dev/zero"), Good, Good},
+        {"dangling link", standard, LinkTo("/opt/absent"), Good, Offline},
+        {"link to itself", standard, [](const QString& printer) { LinkTo(LocalPath(printer).constData())(printer); },
+         Good, Offline},
+        {"link to a reply", standard, LinkTo("/opt/reply"), Other, Other},
+        {"no permission", standard, Forbid, forbidden, forbidden},
+    };
+}
+
+// Two files that another thread writes all the time, in turn with 10 % and with 20 % of toner: one is replaced, the
+// other one rewritten in place and for the most part found cut off.
+class FilesThatNeverRest
+{
+public:
+    ~FilesThatNeverRest()
+    {
+        stop();
+    }
+    void start(const QString& replaced, const QString& rewritten)
+    {
+        m_thread = std::thread([this, replaced, rewritten] {
+            for (quint8 percent = 10; !m_isEnding; percent = 30 - percent) {
+                PrinterFolder::WriteStatusFile(replaced, Ready(Family::Standard, percent));
+                rewrite(rewritten, Ready(Family::Standard, percent));
+            }
+        });
+    }
+    void stop()
+    {
+        m_isEnding = true;
+        if (m_thread.joinable()) {
+            m_thread.join();
+        }
+    }
+
+private:
+    static void rewrite(const QString& printer, const QByteArray& bytes)
+    {
+        const int file = open(LocalPath(printer).constData(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+        Require(file >= 0);
+        for (const char byte : bytes) {
+            Require(write(file, &byte, 1) == 1);
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+        close(file);
+    }
+
+    std::atomic<bool> m_isEnding{false};
+    std::thread m_thread;
+};
+
+} // namespace
+
+class StatusFileFaultsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void fault_data();
+    void fault();
+    void filesThatNeverRest_data();
+    void filesThatNeverRest();
+    void nothingIsHeldOn();
+    void windowAnswers();
+    void thousandCycles_data();
+    void thousandCycles();
+    void cleanupTestCase();
+
+private:
+    QString printer(int row) const;
+    bool isGoodBefore();
+    void strike();
+    void heal();
+    QStringList expected(QString Fault::*when) const;
+
+    const QVector<Fault> m_faults = Faults();
+    const int m_replacedRow = m_faults.size();
+    const int m_rewrittenRow = m_faults.size() + 1;
+    const int m_rows = m_faults.size() + 2;
+    FilesThatNeverRest m_restless;
+    std::unique_ptr<FaultRig> m_rig;
+    QList<stPrinterManager> m_before;
+    QList<stPrinterManager> m_after;
+    QStringList m_early;
+    QStringList m_late;
+    bool m_isFlat = false;
+    ProcessUse m_atStart;
+    ProcessUse m_atEnd;
+};
+
+QString StatusFileFaultsTest::printer(int row) const
+{
+    const bool isQZ = row < m_faults.size() && m_faults.at(row).family == Family::QZ;
+    return (isQZ ? QStringLiteral("J4990E_%1") : QStringLiteral("Std_%1")).arg(row);
+}
+
+bool StatusFileFaultsTest::isGoodBefore()
+{
+    QList<stPrinterInfo> printers;
+    for (int row = 0; row < m_rows; ++row) {
+        printers.append(PrinterFolder::Printer(printer(row)));
+        const Family family = row < m_faults.size() ? m_faults.at(row).family : Family::Standard;
+        PrinterFolder::WriteStatusFile(printer(row), Ready(family, 80));
+    }
+    PrinterFolder::WriteFile(QStringLiteral("/opt/reply"), Ready(Family::Standard, 60));
+    PrinterFolder::WritePrinterList(printers);
+    m_rig = std::make_unique<FaultRig>();
+    return m_rig->waitForRows(m_rows) && m_rig->waitUntil([this] { return m_rig->shown().count(Good) == m_rows; });
+}
+
+void StatusFileFaultsTest::strike()
+{
+    for (int row = 0; row < m_faults.size(); ++row) {
+        m_faults.at(row).strike(printer(row));
+    }
+    m_restless.start(printer(m_replacedRow), printer(m_rewrittenRow));
+}
+
+void StatusFileFaultsTest::heal()
+{
+    m_restless.stop();
+    for (int row = 0; row < m_rows; ++row) {
+        rmdir(LocalPath(printer(row)).constData());
+        const Family family = row < m_faults.size() ? m_faults.at(row).family : Family::Standard;
+        PrinterFolder::WriteStatusFile(printer(row), Ready(family, 70));
+    }
+}
+
+QStringList StatusFileFaultsTest::expected(QString Fault::*when) const
+{
+    QStringList texts;
+    for (const Fault& fault : m_faults) {
+        texts.append(fault.*when);
+    }
+    return texts;
+}
+
+void StatusFileFaultsTest::initTestCase()
+{
+    PrinterFolder::Create();
+    QVERIFY(isGoodBefore());
+    m_before = m_rig->window().printers();
+    m_rig->startRecord();
+    strike();
+    m_rig->run(EarlyMs);
+    m_early = m_rig->shown();
+    m_atStart = ProcessUse::now();
+    const QStringList late = expected(&Fault::late);
+    m_rig->waitUntil([this, &late] { return m_rig->shown().mid(0, late.size()) == late; }, LateTimeoutMs);
+    m_rig->run(MoreCyclesMs);
+    m_late = m_rig->shown();
+    m_after = m_rig->window().printers();
+    m_isFlat = m_rig->settlesAt(m_atStart, NoiseBytes);
+    m_atEnd = ProcessUse::now();
+    heal();
+    QVERIFY(m_rig->waitUntil([this] { return m_rig->shown().count(Healed) == m_rows; }));
+}
+
+void StatusFileFaultsTest::fault_data()
+{
+    QTest::addColumn<int>("row");
+    for (int row = 0; row < m_faults.size(); ++row) {
+        QTest::newRow(m_faults.at(row).name) << row;
+    }
+}
+
+void StatusFileFaultsTest::fault()
+{
+    QFETCH(int, row);
+    const Fault& fault = m_faults.at(row);
+    QCOMPARE(m_early.at(row), fault.early);
+    QCOMPARE(m_late.at(row), fault.late);
+    QStringList seen{Good, fault.early, fault.late, Healed};
+    seen.removeDuplicates();
+    QCOMPARE(m_rig->record(row), seen);
+    // As often as there was something new to show, and never again for the same.
+    QCOMPARE(m_rig->signalsOf(row), seen.size() - 1);
+    if (fault.late == Good) {
+        stPrinterState state = m_after.at(row).stState;
+        state.iFailCount = 0;
+        QCOMPARE(Words(state), Words(m_before.at(row).stState));
+    }
+}
+
+void StatusFileFaultsTest::filesThatNeverRest_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::newRow("replaced while it is read") << m_replacedRow;
+    QTest::newRow("rewritten while it is read") << m_rewrittenRow;
+}
+
+// Half a reply is none. Eleven halves in a row make a printer off-line; whole replies never do.
+void StatusFileFaultsTest::filesThatNeverRest()
+{
+    QFETCH(int, row);
+    QStringList possible{Good, QStringLiteral("10.00% 就绪"), QStringLiteral("20.00% 就绪"), Healed};
+    if (row == m_rewrittenRow) {
+        possible += {Offline, QStringLiteral("10.00% 脱机"), QStringLiteral("20.00% 脱机")};
+    }
+    const QStringList seen = m_rig->record(row);
+    for (const QString& text : seen) {
+        QVERIFY2(possible.contains(text), qPrintable(text));
+    }
+    QCOMPARE(seen.first(), Good);
+    QCOMPARE(seen.last(), Healed);
+    if (row == m_replacedRow) {
+        QVERIFY2(seen.size() > 3, qPrintable(seen.join(QStringLiteral(", "))));
+    }
+}
+
+void StatusFileFaultsTest::nothingIsHeldOn()
+{
+    qInfo("%s, some %d s later %s", qPrintable(m_atStart.words()), 12, qPrintable(m_atEnd.words()));
+    QVERIFY(m_isFlat);
+    QCOMPARE(m_rig->window().startedWorkers(), m_rows);
+}
+
+void StatusFileFaultsTest::windowAnswers()
+{
+    QVERIFY(m_rig->hasAnsweredInTime());
+}
+
+void StatusFileFaultsTest::thousandCycles_data()
+{
+    m_rig.reset();
+    fault_data();
+}
+
+// One worker without its pauses, of a printer that is off-line, so that its file is read again and again.
+void StatusFileFaultsTest::thousandCycles()
+{
+    QFETCH(int, row);
+    const QString name = printer(row);
+    rmdir(LocalPath(name).constData());
+    PrinterFolder::WriteStatusFile(name, Ready(m_faults.at(row).family, 80));
+    m_faults.at(row).strike(name);
+    QList<stPrinterManager> list{PrinterFolder::ListedPrinter(name)};
+    StatusWorker worker;
+    worker.Init(0, &list);
+    const auto runCycles = [&worker, &list](int count) {
+        for (int i = 0; i < count; ++i) {
+            list[0].stState.enCurrentStatus = PS_OFFLINE;
+            worker.runCycle();
+        }
+    };
+    runCycles(10);
+    const ProcessUse before = ProcessUse::now();
+    runCycles(1000);
+    const ProcessUse after = ProcessUse::now();
+    QCOMPARE(after.descriptors, before.descriptors);
+    QVERIFY2(after.heapBytes - before.heapBytes < NoiseOfCyclesBytes,
+             qPrintable(QString::number(after.heapBytes - before.heapBytes)));
+}
+
+void StatusFileFaultsTest::cleanupTestCase()
+{
+    m_restless.stop();
+    m_rig.reset();
+}
+
+QTEST_MAIN(StatusFileFaultsTest)
+#include "tst_statusfilefaults.moc"
