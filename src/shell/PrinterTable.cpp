@@ -6,7 +6,6 @@
 #include "ui_brelprintertoolwidget.h"
 #include "UtilLanguageCtrl.h"
 
-#include <QIcon>
 #include <QTableWidgetItem>
 
 namespace {
@@ -120,7 +119,7 @@ QString BrelPrinterToolWidget::AnnounceStatus(const stPrinterManager& printer)
     }
     const QString& status = c_strStatusLanguageText[state.enCurrentStatus][iLanguage];
     if (state.listWarning.isEmpty()) {
-        pTrayIcon->setIcon(QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")));
+        pTrayIcon->setIcon(windowIcon());
         return status;
     }
     const QString& warning = c_strErrorDescText[state.listWarning.first()][iLanguage];

@@ -7,7 +7,6 @@
 
 #include <QAction>
 #include <QCoreApplication>
-#include <QIcon>
 #include <QMenu>
 #include <QProcess>
 
@@ -21,7 +20,8 @@ void BrelPrinterToolWidget::InitTrayIcon()
 {
     WriteStringLog(LogSource, __LINE__, "InitTrayIcon", QStringLiteral("InitTrayIcon start"));
     pTrayIcon = new QSystemTrayIcon(this);
-    pTrayIcon->setIcon(QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")));
+    // Shared with the window: read anew, the picture would be decoded and kept once more, 256 KiB each time.
+    pTrayIcon->setIcon(windowIcon());
     pTrayIcon->setToolTip(QStringLiteral("拓玛激光打印助手"));
     connect(pTrayIcon, &QSystemTrayIcon::activated, this, &BrelPrinterToolWidget::SlotActivatedTrayIcon);
     pActionShow = AddTrayAction(QStringLiteral("显示主界面"), &BrelPrinterToolWidget::SlotTrayActionShow);
