@@ -85,11 +85,14 @@ private:
     void CancelPrintJob() const;
     bool IsQueuePrinting() const;
     FileRead ReadStatusFile(const QString& name, bool force, unsigned long& length);
+    const QByteArray& StatusFilePath(const QString& name);
 
     static constexpr unsigned long ReplyBufferBytes = 2048;
 
     int iPrinterIndex = -1; ///< guarded by PrinterListMutex()
     QList<stPrinterManager>* pPrinterList = nullptr; ///< not owned; guarded by PrinterListMutex()
     unsigned char byReplyBuffer[ReplyBufferBytes] = {};
+    QString strStatusFileName; ///< the printer's name that the next path was made from
+    QByteArray byStatusFilePath; ///< null: none yet
     QDateTime tLastModified; ///< of the status file at the last read, UTC; null: none yet, or it was missing
 };

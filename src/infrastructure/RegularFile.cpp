@@ -11,19 +11,22 @@
 
 namespace {
 
-// Not blocking: opening a FIFO without a writer would wait for ever.
-int OpenForReading(const QString& path)
+// Of a path with a zero character the system would open what stands before it.
+QByteArray EncodedPath(const QString& path)
 {
-    if (path.contains(QChar::Null)) {
-        return -1; // the system would open what stands before the zero byte
-    }
-    return open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    return path.contains(QChar::Null) ? QByteArray() : QFile::encodeName(path);
 }
 
 } // namespace
 
 RegularFile::RegularFile(const QString& path)
-    : m_descriptor(OpenForReading(path))
+    : RegularFile(EncodedPath(path))
+{
+}
+
+// Not blocking: opening a FIFO without a writer would wait for ever.
+RegularFile::RegularFile(const QByteArray& encodedPath)
+    : m_descriptor(open(encodedPath.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC))
 {
     if (m_descriptor < 0) {
         return;

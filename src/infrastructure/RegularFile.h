@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 /// A file opened for reading only if it is a regular one, links followed; never blocks, also not on a FIFO.
@@ -12,6 +13,8 @@ class RegularFile
 {
 public:
     explicit RegularFile(const QString& path);
+    /// The same with a path in the file system's encoding; the empty path is no file.
+    explicit RegularFile(const QByteArray& encodedPath);
     ~RegularFile();
     RegularFile(const RegularFile&) = delete;
     RegularFile& operator=(const RegularFile&) = delete;
