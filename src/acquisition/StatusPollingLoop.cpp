@@ -112,7 +112,6 @@ void TrdGetPrinterStatus::SlotThreadQuit()
     bThreadQuit = true;
 }
 
-// The list may be rebuilt at any time between the copy and the write-back; then the cycle's result is dropped.
 void TrdGetPrinterStatus::PollPrinter()
 {
     if (!CopyFromList()) {
@@ -122,6 +121,12 @@ void TrdGetPrinterStatus::PollPrinter()
     if (GetPrinterStatusFile(stCurrent.stInfo.strPrinterName, isOffline) < 0) {
         CountFailedRead();
     }
+    WriteBackAndTell();
+}
+
+// The list may be rebuilt at any time between the copy and the write-back; then the cycle's result is dropped.
+void TrdGetPrinterStatus::WriteBackAndTell()
+{
     bool hasChanged = false;
     bool startsCancelling = false;
     PrinterPlace place;

@@ -80,6 +80,7 @@ private:
     void PollPrinter();
     bool CopyFromList();
     void CountFailedRead();
+    void WriteBackAndTell();
     bool IsStillListed() const;
     bool CancelAndWriteBack(const PrinterPlace& place);
     void CancelPrintJob() const;
