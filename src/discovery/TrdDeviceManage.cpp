@@ -4,7 +4,7 @@
 
 #include "FixedPaths.h"
 #include "PrinterListLock.h"
-#include "RegularFile.h"
+#include "PrinterListSnapshot.h"
 
 #include <QSettings>
 #include <QTextCodec>
@@ -14,7 +14,6 @@
 namespace {
 
 constexpr int RescanIntervalMs = 3000;
-constexpr qint64 MaximumListSizeBytes = 1048576;
 // Far beyond what a desktop has installed; a greater count is a broken file.
 constexpr int MaximumPrinterCount = 1000;
 
@@ -57,11 +56,11 @@ void TrdDeviceManage::InitStPrinterState(stPrinterState& state)
 QList<stPrinterInfo> TrdDeviceManage::GetPrinterInfo(bool /*reserved*/)
 {
     QList<stPrinterInfo> printers;
-    const RegularFile file(QString::fromLatin1(FixedPaths::PrinterListFile));
-    if (!file.isOpen() || file.size() > MaximumListSizeBytes) {
+    const PrinterListSnapshot file(QString::fromLatin1(FixedPaths::PrinterListFile));
+    if (!file.isUsable()) {
         return printers;
     }
-    QSettings settings(file.descriptorPath(), QSettings::IniFormat);
+    QSettings settings(file.path(), QSettings::IniFormat);
     settings.setIniCodec("utf-8");
     settings.beginGroup(QStringLiteral("Main"));
     const int count = std::min(settings.value(QStringLiteral("Count")).toInt(), MaximumPrinterCount);

@@ -60,8 +60,3 @@ unsigned long RegularFile::read(unsigned char* buffer, unsigned long capacity) c
     }
     return count;
 }
-
-QString RegularFile::descriptorPath() const
-{
-    return QStringLiteral("/proc/self/fd/%1").arg(m_descriptor);
-}

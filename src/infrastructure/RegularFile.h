@@ -31,8 +31,6 @@ public:
     }
     /// Reads up to `capacity` bytes from the present position and returns how many were really read.
     unsigned long read(unsigned char* buffer, unsigned long capacity) const;
-    /// A path by which other code of this process opens this very file, while it is open.
-    QString descriptorPath() const;
 
 private:
     int m_descriptor;

@@ -28,6 +28,11 @@ private slots:
     void TheArgumentHasNoEffect();
     void BrokenFiles_data();
     void BrokenFiles();
+    void StoredObjects_data();
+    void StoredObjects();
+    void DeeplyNestedStoredLists();
+    void TextsThatResembleStoredObjects_data();
+    void TextsThatResembleStoredObjects();
 };
 
 namespace {
@@ -48,6 +53,9 @@ QString Words(const stPrinterInfo& info)
     return QStringLiteral("name '%1' model '%2' type %3 port '%4' uri '%5'")
         .arg(info.strPrinterName, info.enType, QString::number(info.iConnectType), info.strPort, info.strURI);
 }
+
+// What QSettings writes for a list; this one announces 2147483647 elements, which no memory holds.
+constexpr char HugeList[] = "@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff)";
 
 constexpr char NothingKnown[] = "name '' model '' type 0 port '' uri ''";
 
@@ -257,6 +265,67 @@ void PrinterListFileTest::BrokenFiles()
 {
     QFETCH(QByteArray, text);
     QTEST(Read(text).size(), "count");
+}
+
+void PrinterListFileTest::StoredObjects_data()
+{
+    QTest::addColumn<QByteArray>("line");
+
+    const QByteArray huge(HugeList);
+    const QByteArray content = huge.mid(9);
+    QTest::newRow("in a text") << "Name=" + huge;
+    QTest::newRow("in the number") << "ConnectType=" + huge;
+    QTest::newRow("in a key that is not read") << "Colour=" + huge;
+    QTest::newRow("in a section that is not read") << "[Other]\nName=" + huge;
+    QTest::newRow("in a list") << "Name=a, " + huge;
+    QTest::newRow("in quotes") << "Name=\"" + huge + '"';
+    QTest::newRow("blanks before it") << "Name =  \t" + huge;
+    QTest::newRow("date and time") << QByteArray("Name=@DateTime(\\0\\0\\0\\t\\0\\x7f\\xff\\xff\\xff)");
+    QTest::newRow("harmless") << QByteArray("Name=@Variant(\\0\\0\\0\\x2\\0\\0\\0\\x1)");
+    // QSettings reads all of these as the same value.
+    QTest::newRow("quotes inside") << "Name=@V\"\"ari\"ant\"(" + content;
+    QTest::newRow("blanks behind quotes") << "Name=\"@\" \tVariant(" + content;
+    QTest::newRow("escaped in hexadecimal") << "Name=\\x40V\\x61riant\\x00028" + content;
+    QTest::newRow("escaped in octal") << "Name=\\100Variant\\50" + content;
+    QTest::newRow("escaped beyond 16 bits") << "Name=\\x10040Variant\\200050" + content;
+    QTest::newRow("escapes that stand for nothing") << "Name=@Var\\iiant\\x(" + content;
+    QTest::newRow("continued on the next line") << "Name=@Vari\\\nant\\\r\n(" + content;
+    QTest::newRow("byte order mark inside") << "Name=@V\"\"\xEF\xBB\xBF" + ("ariant(" + content);
+}
+
+// A list that holds one is not read at all, and the program lives on.
+void PrinterListFileTest::StoredObjects()
+{
+    QFETCH(QByteArray, line);
+    QCOMPARE(Read("[Main]\nCount=1\n[printer_0]\nPort=P\n" + line + '\n').size(), 0);
+}
+
+// Read element by element, each inside the one before, these would need more stack than a thread has.
+void PrinterListFileTest::DeeplyNestedStoredLists()
+{
+    const QByteArray lists = QByteArray("\\0\\0\\0\\t\\0\\0\\0\x01").repeated(69000);
+    QCOMPARE(ReadOnePrinter("Name=@Variant(" + lists + ')').size(), 0);
+}
+
+void PrinterListFileTest::TextsThatResembleStoredObjects_data()
+{
+    QTest::addColumn<QByteArray>("written");
+    QTest::addColumn<QString>("read");
+
+    QTest::newRow("as QSettings writes such a text") << QByteArray("@@Variant(x)") << "@Variant(x)";
+    QTest::newRow("inside a text") << QByteArray("see @Variant(x)") << "see @Variant(x)";
+    QTest::newRow("without a bracket") << QByteArray("@Variant x") << "@Variant x";
+    QTest::newRow("another word") << QByteArray("@Variants(x)") << "@Variants(x)";
+    QTest::newRow("lower case") << QByteArray("@variant(x)") << "@variant(x)";
+    QTest::newRow("escaped beyond hexadecimal") << QByteArray("\\x40ariant(x)") << QStringLiteral("\u040Ariant(x)");
+    QTest::newRow("bytes as text") << QByteArray("@ByteArray(Office)") << "Office";
+    QTest::newRow("backslash at the end") << QByteArray("Office\\") << "Office";
+}
+
+void PrinterListFileTest::TextsThatResembleStoredObjects()
+{
+    QFETCH(QByteArray, written);
+    QTEST(ReadOnePrinter("Name=" + written).value(0).strPrinterName, "read");
 }
 
 QTEST_GUILESS_MAIN(PrinterListFileTest)

@@ -25,6 +25,7 @@ private slots:
     void StateDefaults();
     void InitialListKeepsInfosAndOrder();
     void ReadsTheFileEachTime();
+    void ReadsAFileOfTheSameSizeAndTime();
     void Size_data();
     void Size();
     void WhatStandsInTheFilesPlace_data();
@@ -178,6 +179,17 @@ void TrdDeviceManageTest::ReadsTheFileEachTime()
     QCOMPARE(worker.GetPrinterInfo(false).size(), 0);
     PrinterFolder::WritePrinterListText("[Main]\nCount=1\n[printer_0]\nName=three\n");
     QCOMPARE(firstName(), QStringLiteral("three"));
+}
+
+void TrdDeviceManageTest::ReadsAFileOfTheSameSizeAndTime()
+{
+    TrdDeviceManage worker(nullptr);
+    PrinterFolder::WritePrinterListText("[Main]\nCount=1\n");
+    QCOMPARE(worker.GetPrinterInfo(false).size(), 1);
+    const qint64 modifiedMs = PrinterFolder::ModificationTime(ListPath());
+    PrinterFolder::WritePrinterListText("[Main]\nCount=2\n");
+    PrinterFolder::SetModificationTime(ListPath(), modifiedMs);
+    QCOMPARE(worker.GetPrinterInfo(false).size(), 2);
 }
 
 void TrdDeviceManageTest::Size_data()

@@ -28,7 +28,6 @@ private slots:
     void ReadsOnFromWhereItStopped();
     void ShrunkFileGivesWhatIsLeft();
     void KeepsWhatItOpened();
-    void DescriptorPathIsTheSameFile();
     void DescriptorIsClosed_data();
     void DescriptorIsClosed();
     void DescriptorIsNotInherited();
@@ -212,16 +211,6 @@ void RegularFileTest::KeepsWhatItOpened()
     const RegularFile file(Path("plain"));
     QVERIFY(QFile::remove(Path("plain")));
     WriteFile("plain", "another");
-    QCOMPARE(Read(file, 100), QByteArray("content"));
-}
-
-void RegularFileTest::DescriptorPathIsTheSameFile()
-{
-    const RegularFile file(Path("plain"));
-    QVERIFY(QFile::remove(Path("plain")));
-    WriteFile("plain", "another");
-    QCOMPARE(PrinterFolder::ReadFile(file.descriptorPath()), QByteArray("content"));
-    // By a description of its own: the position of the one does not move the other.
     QCOMPARE(Read(file, 100), QByteArray("content"));
 }
 

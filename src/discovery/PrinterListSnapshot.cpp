@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterListSnapshot.h"
+
+#include "RegularFile.h"
+
+#include <QByteArray>
+
+#include <algorithm>
+#include <atomic>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr qint64 MaximumListSizeBytes = 1048576;
+
+int DigitValue(char c)
+{
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    const int letter = c | 0x20; // in lower case
+    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : 16;
+}
+
+// The character that the escape sequence behind a backslash gives by its number, in 16 bits like QSettings has it; 0
+// for all others. Moves `at` to its end.
+char16_t NumberedCharacter(const QByteArray& ini, int& at)
+{
+    const int base = ini.at(at) == 'x' ? 16 : 8;
+    if (base == 16) {
+        ++at;
+    } else if (DigitValue(ini.at(at)) >= base) {
+        ++at;
+        return 0;
+    }
+    unsigned int value = 0;
+    for (; at < ini.size() && DigitValue(ini.at(at)) < base; ++at) {
+        value = value * static_cast<unsigned int>(base) + static_cast<unsigned int>(DigitValue(ini.at(at)));
+    }
+    return static_cast<char16_t>(value);
+}
+
+// The text without anything that QSettings might pass over between two characters of a value, be it quotes, blanks,
+// line ends, byte order marks or escape sequences that stand for nothing; numbered ones are resolved.
+QByteArray Condensed(const QByteArray& ini)
+{
+    QByteArray text;
+    text.reserve(ini.size());
+    int at = 0;
+    while (at < ini.size()) {
+        const char c = ini.at(at++);
+        char16_t character = c == '"' ? 0 : static_cast<unsigned char>(c);
+        if (c == '\\') {
+            character = at < ini.size() ? NumberedCharacter(ini, at) : 0;
+        }
+        if (character > 0x20 && character < 0x7F) {
+            text += static_cast<char>(character);
+        }
+    }
+    return text;
+}
+
+// At the beginning of a value or of an element of a list. Elsewhere, and behind a second @, it is text.
+bool HoldsStoredObject(const QByteArray& ini)
+{
+    const QByteArray text = Condensed(ini);
+    const auto beginnings = {"=@Variant(", ",@Variant(", "=@DateTime(", ",@DateTime("};
+    return std::any_of(beginnings.begin(), beginnings.end(),
+                       [&text](const char* beginning) { return text.contains(beginning); });
+}
+
+bool Write(int descriptor, const QByteArray& text)
+{
+    int written = 0;
+    while (written < text.size()) {
+        const ssize_t n =
+            write(descriptor, text.constData() + written, static_cast<std::size_t>(text.size() - written));
+        if (n <= 0) {
+            return false;
+        }
+        written += static_cast<int>(n);
+    }
+    return true;
+}
+
+// A second later than that of the file before, whatever the clock says.
+bool SetTimeOfItsOwn(int descriptor)
+{
+    static std::atomic<time_t> s_seconds{0};
+    const time_t seconds = ++s_seconds;
+    const timespec times[2] = {{seconds, 0}, {seconds, 0}};
+    return futimens(descriptor, times) == 0;
+}
+
+} // namespace
+
+PrinterListSnapshot::PrinterListSnapshot(const QString& path)
+{
+    const RegularFile file(path);
+    if (!file.isOpen() || file.size() > MaximumListSizeBytes) {
+        return;
+    }
+    QByteArray text(static_cast<int>(file.size()), '\0');
+    const unsigned long count =
+        file.read(reinterpret_cast<unsigned char*>(text.data()), static_cast<unsigned long>(text.size()));
+    text.truncate(static_cast<int>(count));
+    if (HoldsStoredObject(text)) {
+        return;
+    }
+    m_descriptor = memfd_create("printerlist", MFD_CLOEXEC);
+    if (m_descriptor >= 0 && !(Write(m_descriptor, text) && SetTimeOfItsOwn(m_descriptor))) {
+        close(m_descriptor);
+        m_descriptor = -1;
+    }
+}
+
+PrinterListSnapshot::~PrinterListSnapshot()
+{
+    if (m_descriptor >= 0) {
+        close(m_descriptor);
+    }
+}
+
+QString PrinterListSnapshot::path() const
+{
+    return QStringLiteral("/proc/self/fd/%1").arg(m_descriptor);
+}
