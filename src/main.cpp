@@ -2,6 +2,7 @@
 
 #include "brelprintertoolwidget.h"
 #include "FixedPaths.h"
+#include "ProcessTable.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -10,30 +11,6 @@
 #include <QMessageBox>
 
 namespace {
-
-// The length to which the process table cuts names.
-constexpr int ProcessNameCharacters = 15;
-
-// The name of the process whose folder in /proc is called `entry`; empty when it is no process, or ended meanwhile.
-QString ProcessName(const QString& entry)
-{
-    QFile file(QStringLiteral("/proc/%1/comm").arg(entry));
-    return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll().trimmed()) : QString();
-}
-
-// Processes of all users, zombies too, whose name is `name` in any case.
-int CountProcesses(const QString& name)
-{
-    int count = 0;
-    const QStringList entries =
-        QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QString& entry : entries) {
-        if (entry.at(0).isDigit() && ProcessName(entry).compare(name, Qt::CaseInsensitive) == 0) {
-            ++count;
-        }
-    }
-    return count;
-}
 
 /// Whether another process has this program's name. Makes the tool directory on the way. When the process table cannot
 /// be read the program starts.
