@@ -1,0 +1,90 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""The program on Wayland: a compositor without a screen, and a tray on the session bus."""
+
+import os
+import pathlib
+import subprocess
+import sys
+
+import dbus
+import pytest
+from rig import accessibility
+from rig.assistant import EXIT, SHOW
+from rig.tray import ItemIcon
+from rig.waiting import TIMEOUT_S, eventually, eventually_equals
+
+SOCKET = "wayland-test"
+
+
+@pytest.fixture(name="compositor", autouse=True)
+def fixture_compositor():
+    process = subprocess.Popen(["weston", "--backend=headless-backend.so", "--width=1920", "--height=1080",
+                                f"--socket={SOCKET}", "--idle-time=0", "--log=/tmp/weston.log"])
+    eventually(pathlib.Path(os.environ["XDG_RUNTIME_DIR"], SOCKET).is_socket, "the compositor")
+    yield process
+    process.kill()
+    process.wait()
+
+
+@pytest.fixture(name="tray")
+def fixture_tray():
+    """A host of icons on the session bus."""
+    watcher = subprocess.Popen([sys.executable, "-m", "rig.watcher_double"], cwd=pathlib.Path(__file__).parent,
+                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    assert watcher.stdout.readline() == "there\n"
+    watcher.stdin.write("\n")
+    watcher.stdin.flush()
+    assert watcher.stdout.readline() == "host\n"
+    yield watcher
+    watcher.kill()
+    watcher.wait()
+
+
+class WaylandAssistant:
+    """A copy of the program, which has no X display to fall back on."""
+
+    def __init__(self, desktop, path, *arguments):
+        environment = {**os.environ, "QT_QPA_PLATFORM": "wayland", "WAYLAND_DISPLAY": SOCKET,
+                       "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+        del environment["DISPLAY"]
+        self.process = subprocess.Popen([path, *arguments], env=environment)
+        self.program = eventually(lambda: accessibility.program(desktop.accessibility_bus, self.process.pid),
+                                  "the program answers to screen readers")
+        self.pid = self.process.pid
+
+    def rows(self):
+        """The table's texts; None while the window is hidden."""
+        table = self.program.find("table")
+        return table.rows() if table else None
+
+
+@pytest.fixture(name="launch")
+def fixture_launch(desktop, printers, program):
+    printers.install({"Office": dict(toner="87.50")})
+    copies = []
+
+    def launch(*arguments):
+        copies.append(WaylandAssistant(desktop, program, *arguments))
+        return copies[-1]
+
+    yield launch
+    for copy in copies:
+        copy.process.kill()
+        copy.process.wait()
+
+
+def test_window(launch):
+    assistant = launch()
+    eventually_equals(assistant.rows, [("Office", "USB", "87.50%", "就绪")])
+
+
+def test_tray(desktop, tray, launch):
+    assert tray.poll() is None
+    assistant = launch("-hide")
+    icon = ItemIcon(desktop, assistant)
+    assert assistant.rows() is None
+    icon.choose(SHOW)
+    eventually_equals(assistant.rows, [("Office", "USB", "87.50%", "就绪")])
+    icon.choose(EXIT)
+    assert assistant.process.wait(TIMEOUT_S) == 0
+    assert not dbus.SessionBus().name_has_owner(f"org.kde.StatusNotifierItem-{assistant.process.pid}-1")
