@@ -1,0 +1,8 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+# Builds for ARM64 with Debian's cross compiler and foreign libraries; what is built runs under an emulator.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR aarch64)
+set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)
+set(CMAKE_LIBRARY_ARCHITECTURE aarch64-linux-gnu)
+set(CMAKE_CROSSCOMPILING_EMULATOR /usr/bin/qemu-aarch64-static)

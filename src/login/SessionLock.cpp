@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "SessionLock.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+SessionLock::SessionLock()
+{
+    const QString path = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
+        QStringLiteral("/tolmar-q727-tool-login.lock");
+    // Closed on exec: the assistant and what it starts must not hold it.
+    constexpr int Flags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+    iFile = open(QFile::encodeName(path).constData(), Flags, S_IRUSR | S_IWUSR);
+    if (iFile >= 0 && flock(iFile, LOCK_EX | LOCK_NB) != 0) {
+        bHeldByAnother = errno == EWOULDBLOCK;
+    }
+}
+
+SessionLock::~SessionLock()
+{
+    if (iFile >= 0) {
+        close(iFile);
+    }
+}
+
+bool SessionLock::IsHeldByAnother() const
+{
+    return bHeldByAnother;
+}

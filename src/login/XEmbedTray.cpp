@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "XEmbedTray.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+template <typename Reply> using ReplyPointer = std::unique_ptr<Reply, decltype(&std::free)>;
+
+} // namespace
+
+bool XEmbedTray::Connect()
+{
+    if (pConnection != nullptr && xcb_connection_has_error(pConnection.get()) == 0 && selection != XCB_ATOM_NONE) {
+        return true;
+    }
+    int screen = 0;
+    // Never null; on failure an object that tells of the error and must be given back as well.
+    pConnection.reset(xcb_connect(nullptr, &screen));
+    if (xcb_connection_has_error(pConnection.get()) != 0) {
+        return false;
+    }
+    const std::string name = "_NET_SYSTEM_TRAY_S" + std::to_string(screen);
+    const auto cookie = xcb_intern_atom(pConnection.get(), 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(pConnection.get(), cookie, nullptr),
+                                                      &std::free);
+    if (reply == nullptr) {
+        return false;
+    }
+    selection = reply->atom;
+    return true;
+}
+
+bool XEmbedTray::IsThere()
+{
+    if (!Connect()) {
+        return false;
+    }
+    const auto cookie = xcb_get_selection_owner(pConnection.get(), selection);
+    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(pConnection.get(), cookie, nullptr), &std::free);
+    return reply != nullptr && reply->owner != XCB_WINDOW_NONE;
+}

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include <memory>
+#include <xcb/xcb.h>
+
+/// Looks for a tray of the older kind on the X display of the environment: freedesktop.org's system tray protocol, by
+/// which a tray owns the selection _NET_SYSTEM_TRAY_S<screen number>.
+class XEmbedTray
+{
+public:
+    /// Whether a tray is there now. Connects on the first call, and again after the connection was lost.
+    bool IsThere();
+
+private:
+    bool Connect();
+
+    struct Disconnect
+    {
+        void operator()(xcb_connection_t* connection) const
+        {
+            xcb_disconnect(connection);
+        }
+    };
+    std::unique_ptr<xcb_connection_t, Disconnect> pConnection;
+    xcb_atom_t selection = XCB_ATOM_NONE;
+};

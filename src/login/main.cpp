@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "FixedPaths.h"
+#include "ProcessTable.h"
+#include "SessionLock.h"
+#include "TrayProbe.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+namespace {
+
+constexpr char AssistantName[] = "BrelPrinterTool";
+constexpr std::chrono::seconds TrayLimit(30);
+
+bool IsAutoStartEnabled()
+{
+    return QFileInfo::exists(QString::fromLatin1(FixedPaths::AutoStartDirectory) +
+                             QString::fromLatin1(FixedPaths::AutoStartEntryName));
+}
+
+bool IsAssistantRunning()
+{
+    return CountProcesses(QString::fromLatin1(AssistantName).left(ProcessNameCharacters)) > 0;
+}
+
+// Returns only when that failed.
+int BecomeAssistant()
+{
+    const QByteArray path =
+        QFile::encodeName(QCoreApplication::applicationDirPath() + QLatin1Char('/') + QLatin1String(AssistantName));
+    execl(path.constData(), path.constData(), "-hide", static_cast<char*>(nullptr));
+    std::fprintf(stderr, "tolmar-q727-tool-login: cannot start %s: %s\n", path.constData(), std::strerror(errno));
+    return 1;
+}
+
+} // namespace
+
+/// Started at login. Qt looks for a tray once, when a program starts: an assistant that is started before the desktop's
+/// panel would have no icon until the next login. So this waits for the tray, and then becomes the assistant.
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    const bool onlyIfEnabled = arguments == QStringList{QStringLiteral("--if-enabled")};
+    if (!onlyIfEnabled && !arguments.isEmpty()) {
+        std::fprintf(stderr, "tolmar-q727-tool-login: the only option is --if-enabled\n");
+        return 2;
+    }
+    if (onlyIfEnabled && !IsAutoStartEnabled()) {
+        return 0;
+    }
+    const SessionLock lock;
+    if (lock.IsHeldByAnother()) {
+        return 0;
+    }
+    WaitForTray(TrayLimit);
+    // Nobody wants to be told at login that a copy runs already. No destructors: a look at a tray may still hang.
+    std::_Exit(IsAssistantRunning() ? 0 : BecomeAssistant());
+}

@@ -1,0 +1,89 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""The launcher that is started at login and becomes the assistant."""
+
+import os
+import pathlib
+import subprocess
+import time
+
+import pytest
+
+from rig import accessibility
+from rig.assistant import TITLE
+from rig.screen import output_of
+from rig.waiting import TIMEOUT_S, eventually
+
+# Long enough for a launcher that does not wait to be noticed.
+NOTICE_S = 2
+
+
+def name_of(pid):
+    """The process's name; empty when it has ended."""
+    try:
+        return pathlib.Path(f"/proc/{pid}/comm").read_text().strip()
+    except OSError:
+        return ""
+
+
+def copies():
+    """The processes that are the assistant and have not ended."""
+    numbers = [entry.name for entry in pathlib.Path("/proc").iterdir() if entry.name.isdigit()]
+    return [int(number) for number in numbers if name_of(number) == "BrelPrinterTool"]
+
+
+class Launcher:
+    """A started launcher, which may have become the assistant."""
+
+    def __init__(self, desktop, path, arguments, environment):
+        self._desktop = desktop
+        self.process = subprocess.Popen([path, *arguments], stderr=subprocess.PIPE, text=True,
+                                        env={**environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"})
+
+    def is_waiting(self):
+        """Whether it is still the launcher."""
+        return name_of(self.process.pid) == "tolmar-q727-too"
+
+    def wait_until_assistant(self):
+        """Waits until it has become the program and that answers."""
+        eventually(lambda: name_of(self.process.pid) == "BrelPrinterTool", "the launcher becomes the assistant")
+        program = eventually(lambda: accessibility.program(self._desktop.accessibility_bus, self.process.pid),
+                             "the program answers to screen readers")
+        assert not self._desktop.screen.windows(self.process.pid, TITLE)
+        return program
+
+    def assert_stays_waiting(self, seconds=NOTICE_S):
+        """Fails when it does not wait."""
+        time.sleep(seconds)
+        assert self.is_waiting()
+
+    def assert_ends_silently(self):
+        """It ends by itself, successfully and without a word."""
+        _, errors = self.process.communicate(timeout=TIMEOUT_S)
+        assert (self.process.returncode, errors) == (0, "")
+
+    def wait_for_icon(self, bus):
+        """Waits for the icon in a tray of either kind. The window is hidden, so a visible one is the embedded icon."""
+        item = f"org.kde.StatusNotifierItem-{self.process.pid}-1"
+        eventually(lambda: bus.name_has_owner(item) or self._visible_windows(), "the icon is in the tray")
+
+    def _visible_windows(self):
+        return output_of("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()
+
+
+@pytest.fixture(name="launch")
+def fixture_launch(desktop, printers, program):
+    """Starts a launcher: launch("--if-enabled", without=[environment variables...])."""
+    launchers = []
+
+    def launch(*arguments, without=(), **environment):
+        names = {**os.environ, **environment}
+        for name in without:
+            names.pop(name, None)
+        path = pathlib.Path(program).parent / "tolmar-q727-tool-login"
+        launchers.append(Launcher(desktop, path, arguments, names))
+        return launchers[-1]
+
+    yield launch
+    for launcher in launchers:
+        launcher.process.kill()
+        launcher.process.wait()

@@ -1,0 +1,116 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""The launcher that is started at login, before the desktop's panel is there."""
+
+import pathlib
+import shutil
+import subprocess
+import sys
+import time
+
+import dbus
+import pytest
+from rig.launcher import NOTICE_S, copies, fixture_launch, name_of  # noqa: F401
+from rig.waiting import TIMEOUT_S, eventually
+
+ENTRY = pathlib.Path("/opt/apps/tolmar-printer-q727/entries/autostart/tolmar-q727-tool-autostart.desktop")
+TESTS = pathlib.Path(__file__).parents[1]
+OLDER_TRAY = ("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "32")
+
+
+@pytest.fixture(name="later")
+def fixture_later():
+    """Starts a program of the desktop; it ends with the test."""
+    processes = []
+
+    def later(*command, **options):
+        processes.append(subprocess.Popen(command, **options))
+        return processes[-1]
+
+    yield later
+    for process in processes:
+        process.kill()
+        process.wait()
+
+
+@pytest.fixture(name="entry")
+def fixture_entry():
+    """The auto-start option is on."""
+    ENTRY.parent.mkdir(parents=True, exist_ok=True)
+    ENTRY.write_text("[Desktop Entry]\n")
+    yield ENTRY
+    ENTRY.unlink()
+
+
+def start_panel(later):
+    folder = pathlib.Path.home() / ".config/xfce4/xfconf/xfce-perchannel-xml"
+    folder.mkdir(parents=True, exist_ok=True)
+    shutil.copy(TESTS / "support/xfce4-panel.xml", folder)
+    later("xfce4-panel", "--disable-wm-check")
+
+
+def test_panel_comes_five_seconds_later(launch, later):
+    launcher = launch()
+    launcher.assert_stays_waiting(5)
+    start_panel(later)
+    launcher.wait_until_assistant()
+    launcher.wait_for_icon(dbus.SessionBus())
+
+
+def test_older_tray_only(launch, later):
+    launcher = launch()
+    launcher.assert_stays_waiting()
+    later(*OLDER_TRAY)
+    launcher.wait_until_assistant()
+    launcher.wait_for_icon(dbus.SessionBus())
+
+
+def test_watcher_first_and_host_later(launch, later):
+    watcher = later(sys.executable, "-m", "rig.watcher_double", cwd=TESTS / "desktop", stdin=subprocess.PIPE,
+                    stdout=subprocess.PIPE, text=True)
+    assert watcher.stdout.readline() == "there\n"
+    launcher = launch()
+    launcher.assert_stays_waiting()
+    watcher.stdin.write("\n")
+    watcher.stdin.flush()
+    assert watcher.stdout.readline() == "host\n"
+    launcher.wait_until_assistant()
+    launcher.wait_for_icon(dbus.SessionBus())
+
+
+def test_neither_bus_nor_display(launch):
+    launcher = launch(without=["DISPLAY", "DBUS_SESSION_BUS_ADDRESS"], QT_QPA_PLATFORM="offscreen")
+    # Well before the wait for a tray would end.
+    eventually(lambda: name_of(launcher.process.pid) == "BrelPrinterTool", "the launcher does not wait", timeout=20)
+
+
+def test_copy_that_runs_already(launch, later, start):
+    launcher = launch()
+    launcher.assert_stays_waiting()
+    copy = start(in_tray=False)
+    later(*OLDER_TRAY)
+    launcher.assert_ends_silently()
+    assert copies() == [copy.pid]
+
+
+def test_both_entries_start_one_copy(launch, later, entry):
+    assert entry.exists()
+    launchers = [launch(), launch("--if-enabled")]
+    time.sleep(NOTICE_S)
+    later(*OLDER_TRAY)
+    eventually(lambda: len(copies()) == 1, "one copy")
+    loser = next(launcher for launcher in launchers if launcher.process.pid not in copies())
+    loser.assert_ends_silently()
+    winner = next(launcher for launcher in launchers if launcher is not loser)
+    winner.wait_until_assistant()
+    assert copies() == [winner.process.pid]
+
+
+def test_second_folder_acts_only_while_the_option_is_on(launch):
+    launch("--if-enabled").assert_ends_silently()
+    assert not copies()
+
+
+def test_unknown_option(launch):
+    launcher = launch("--if-enable")
+    _, errors = launcher.process.communicate(timeout=TIMEOUT_S)
+    assert (launcher.process.returncode, errors.count("\n")) == (2, 1)

@@ -1,0 +1,11 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""The launcher that is started at login, after the desktop's panel."""
+
+import dbus
+from rig.launcher import fixture_launch  # noqa: F401
+
+
+def test_panel_is_there_already(launch):
+    launcher = launch()
+    launcher.wait_until_assistant()
+    launcher.wait_for_icon(dbus.SessionBus())
