@@ -79,6 +79,10 @@ def test_end_of_the_table(desktop, busy_assistant):
 def test_empty_window(desktop, start):
     assistant = start(**CHINESE)
     desktop.screen.capture("window-empty", assistant.window())
+    table = assistant.table()
+    last = [child.box for child in table.children() if child.role == "column header"][-1]
+    frame = 1
+    assert last.x + last.width == table.box.x + table.box.width - frame
 
 
 def test_settings(desktop, start):
