@@ -57,7 +57,7 @@ def test_table(desktop, busy_assistant, scaled):
     assert (left, top) == ((screen.width - width) // 2 + 1, (screen.height - height) // 2 + 20)
     table = busy_assistant.table()
     assert table.box == Box(left + scaled(20), top + scaled(20), scaled(560), scaled(260))
-    headers = [child.box for child in table.children() if child.role == "column header"]
+    headers = [header.box for header in table.column_headers()]
     assert [header.width for header in headers[:3]] == [scaled(120), scaled(150), scaled(85)]
     for before, after in zip(headers, headers[1:]):
         assert before.x + before.width == after.x
@@ -80,7 +80,7 @@ def test_empty_window(desktop, start):
     assistant = start(**CHINESE)
     desktop.screen.capture("window-empty", assistant.window())
     table = assistant.table()
-    last = [child.box for child in table.children() if child.role == "column header"][-1]
+    last = table.column_headers()[-1].box
     frame = 1
     assert last.x + last.width == table.box.x + table.box.width - frame
 
@@ -106,6 +106,6 @@ def test_menu(desktop, start):
 def test_balloon(desktop, printers, start, kind, condition):
     printers.install({"三楼会议室的打印机": condition})
     assistant = start("-hide", **CHINESE)
-    balloon = eventually(lambda: next((child for child in assistant.program.children() if child.find("push button")),
-                                      None), "the balloon is shown")
+    eventually(lambda: assistant.program.find("push button"), "the balloon is shown")
+    balloon = next(window for window in assistant.program.children() if window.find("push button"))
     desktop.screen.capture(f"balloon-{kind}", box=balloon.box)

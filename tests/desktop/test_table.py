@@ -3,7 +3,8 @@
 
 
 def test_columns(assistant):
-    assert assistant.table().column_headers() == ["打印机名称", "连接方式", "剩余碳粉量", "状态"]
+    headers = assistant.table().column_headers()
+    assert [header.name for header in headers] == ["打印机名称", "连接方式", "剩余碳粉量", "状态"]
     assert assistant.rows() == []
 
 

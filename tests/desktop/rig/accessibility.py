@@ -1,6 +1,10 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 """What a screen reader finds in a program's windows, asked of the program itself each time: nothing is cached."""
 
+import contextlib
+import functools
+import time
+
 import dbus
 from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
@@ -13,8 +17,39 @@ _ON_SCREEN = dbus.UInt32(0)
 _GONE = ("org.freedesktop.DBus.Error.ServiceUnknown", "org.freedesktop.DBus.Error.NoReply",
          "org.freedesktop.DBus.Error.UnknownObject", "org.freedesktop.DBus.Error.NameHasNoOwner",
          "org.freedesktop.DBus.Error.Disconnected", "org.freedesktop.DBus.Error.InvalidArgs")
+_CALM_WITHIN_S = 5
+_PAUSE_S = 0.02
 # Numbers of the protocol.
 ACTIVE, CHECKED, SHOWING = 1, 4, 25
+
+
+class Gone(Exception):
+    """An object or a program is not there any more."""
+
+
+def _undisturbed(read):
+    """Repeats a look at several objects while they come and go."""
+    @functools.wraps(read)
+    def read_again(*arguments):
+        end = time.monotonic() + _CALM_WITHIN_S
+        while True:
+            try:
+                return read(*arguments)
+            except Gone:
+                if time.monotonic() > end:
+                    raise
+            time.sleep(_PAUSE_S)
+    return read_again
+
+
+@contextlib.contextmanager
+def _gone_is_told():
+    try:
+        yield
+    except dbus.DBusException as error:
+        if error.get_dbus_name() in _GONE:
+            raise Gone(str(error)) from error
+        raise
 
 
 def connect():
@@ -25,8 +60,7 @@ def connect():
 
 def program(bus, pid):
     """The program that runs in a process; None while it is not registered or has not begun to answer."""
-    return _find_program(bus, lambda child: bus.call_blocking(*_BUS, "GetConnectionUnixProcessID", "s",
-                                                              (child.service,)) == pid)
+    return _find_program(bus, lambda child: child.pid() == pid)
 
 
 def program_called(bus, name):
@@ -37,13 +71,10 @@ def program_called(bus, name):
 def _find_program(bus, fits):
     desktop = Accessible(bus, "org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
     for child in desktop.children():
-        try:
+        with contextlib.suppress(Gone):
             if fits(child):
                 child.children()
                 return child
-        except dbus.DBusException as error:
-            if error.get_dbus_name() not in _GONE:
-                raise
     return None
 
 
@@ -68,9 +99,10 @@ class ShownMenus:
             pass
         shown, self._shown = self._shown, []
         for owner, path in shown:
-            candidate = Accessible(self._bus, owner, path)
-            if owner == service and candidate.role == "popup menu":
-                return candidate
+            with contextlib.suppress(Gone):
+                candidate = Accessible(self._bus, owner, path)
+                if owner == service and candidate.role == "popup menu":
+                    return candidate
         return None
 
 
@@ -78,15 +110,23 @@ class Accessible:
     """One object: a window, a control, a table cell."""
 
     def __init__(self, bus, service, path):
+        if not service:
+            raise Gone(path)
         self._bus = bus
         self.service = service
         self._object = bus.get_object(service, path, introspect=False)
 
     def _call(self, interface, method, *arguments):
-        return self._object.get_dbus_method(method, interface)(*arguments, timeout=60)
+        with _gone_is_told():
+            return self._object.get_dbus_method(method, interface)(*arguments, timeout=60)
 
     def _property(self, interface, name):
         return self._call(dbus.PROPERTIES_IFACE, "Get", interface, name)
+
+    def pid(self):
+        """The program's process."""
+        with _gone_is_told():
+            return int(self._bus.call_blocking(*_BUS, "GetConnectionUnixProcessID", "s", (self.service,)))
 
     def _reached(self, reference):
         return Accessible(self._bus, *reference)
@@ -116,18 +156,28 @@ class Accessible:
         """What it holds directly."""
         return [self._reached(child) for child in self._call(_ACCESSIBLE, "GetChildren")]
 
+    @_undisturbed
     def descendants(self):
         """All that it holds, each object before its own content."""
-        for child in self.children():
-            yield child
-            yield from child.descendants()
+        return list(self._walk())
 
+    @_undisturbed
     def find(self, role, name=None):
         """The first descendant with this role and, unless it is None, this text; None when there is none."""
-        for child in self.descendants():
+        for child in self._walk():
             if child.role == role and name in (None, child.name):
                 return child
         return None
+
+    @_undisturbed
+    def child(self, name):
+        """The first object that it holds directly and that has this text; None when there is none."""
+        return next((child for child in self.children() if child.name == name), None)
+
+    def _walk(self):
+        for child in self.children():
+            yield child
+            yield from child._walk()
 
     def act(self):
         """Does its first action: presses a button, toggles a box. Returns before a dialog ends that this opens."""
@@ -135,6 +185,7 @@ class Accessible:
 
     # --- tables ---
 
+    @_undisturbed
     def rows(self):
         """The texts of a table, a tuple a row."""
         counts = [int(self._property("org.a11y.atspi.Table", name)) for name in ("NRows", "NColumns")]
@@ -144,6 +195,7 @@ class Accessible:
         """A table's cell."""
         return self._reached(self._call("org.a11y.atspi.Table", "GetAccessibleAt", dbus.Int32(row), dbus.Int32(column)))
 
+    @_undisturbed
     def column_headers(self):
-        """The headers' texts."""
-        return [child.name for child in self.children() if child.role == "column header"]
+        """The headers, from left to right."""
+        return [child for child in self.children() if child.role == "column header"]

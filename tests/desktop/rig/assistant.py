@@ -63,7 +63,7 @@ class Assistant:
         """Whether the program itself holds its main window for SHOWING or ACTIVE, whatever the screen shows yet."""
         if self._main_window is None:
             # Not listed while it is hidden; who has found it before can ask it all the same.
-            self._main_window = next((child for child in self.program.children() if child.name == TITLE), None)
+            self._main_window = self.program.child(TITLE)
         return self._main_window is not None and self._main_window.has_state(state)
 
     def wait_until_hidden(self, title=TITLE):
@@ -100,4 +100,4 @@ class Assistant:
 
     def wait_for_status(self, row, status):
         """Waits until a row's last column is this text."""
-        eventually_equals(lambda: self.table().cell(row, 3).name, status)
+        eventually_equals(lambda: [texts[3] for texts in self.rows()[row:row + 1]], [status])

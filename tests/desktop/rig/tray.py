@@ -67,9 +67,10 @@ class ItemIcon(_Icon):
         return self._service in [str(item).split("/", maxsplit=1)[0] for item in items]
 
     def box(self):
+        panel = program_called(self._accessibility_bus, "xfce4-panel")
         # The tray is the panel's one content.
-        tray = list(program_called(self._accessibility_bus, "xfce4-panel").descendants())[-1].box
-        return tray if tray.width >= _ICON_WIDTH else None
+        tray = panel.descendants()[-1].box if panel else None
+        return tray if tray and tray.width >= _ICON_WIDTH else None
 
     def property(self, name):
         """What the item says of itself."""
