@@ -102,7 +102,8 @@ def test_menu(desktop, start):
     desktop.screen.capture("menu", box=assistant.icon.open_menu())
 
 
-@pytest.mark.parametrize("kind, condition", [("warning", dict(warnings=["0x112F"])), ("error", dict(errors=["0x11B0"]))])
+@pytest.mark.parametrize("kind, condition",
+                         [("warning", dict(warnings=["0x112F"])), ("error", dict(errors=["0x11B0"]))])
 def test_balloon(desktop, printers, start, kind, condition):
     printers.install({"三楼会议室的打印机": condition})
     assistant = start("-hide", **CHINESE)

@@ -1,5 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
-"""Messages as the desktop's notification service receives them. That one does not come is seen by what comes instead."""
+"""Messages as the desktop's notification service receives them. That none comes is seen by the one that comes next."""
 
 import os
 
