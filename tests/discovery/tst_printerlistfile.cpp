@@ -55,7 +55,7 @@ QString Words(const stPrinterInfo& info)
 }
 
 // What QSettings writes for a list; this one announces 2147483647 elements, which no memory holds.
-constexpr char HugeList[] = "@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff)";
+constexpr char HugeList[] = R"(@Variant(\0\0\0\t\x7f\xff\xff\xff))";
 
 constexpr char NothingKnown[] = "name '' model '' type 0 port '' uri ''";
 
@@ -280,15 +280,15 @@ void PrinterListFileTest::StoredObjects_data()
     QTest::newRow("in a list") << "Name=a, " + huge;
     QTest::newRow("in quotes") << "Name=\"" + huge + '"';
     QTest::newRow("blanks before it") << "Name =  \t" + huge;
-    QTest::newRow("date and time") << QByteArray("Name=@DateTime(\\0\\0\\0\\t\\0\\x7f\\xff\\xff\\xff)");
-    QTest::newRow("harmless") << QByteArray("Name=@Variant(\\0\\0\\0\\x2\\0\\0\\0\\x1)");
+    QTest::newRow("date and time") << QByteArray(R"(Name=@DateTime(\0\0\0\t\0\x7f\xff\xff\xff))");
+    QTest::newRow("harmless") << QByteArray(R"(Name=@Variant(\0\0\0\x2\0\0\0\x1))");
     // QSettings reads all of these as the same value.
-    QTest::newRow("quotes inside") << "Name=@V\"\"ari\"ant\"(" + content;
+    QTest::newRow("quotes inside") << R"(Name=@V""ari"ant"()" + content;
     QTest::newRow("blanks behind quotes") << "Name=\"@\" \tVariant(" + content;
-    QTest::newRow("escaped in hexadecimal") << "Name=\\x40V\\x61riant\\x00028" + content;
-    QTest::newRow("escaped in octal") << "Name=\\100Variant\\50" + content;
-    QTest::newRow("escaped beyond 16 bits") << "Name=\\x10040Variant\\200050" + content;
-    QTest::newRow("escapes that stand for nothing") << "Name=@Var\\iiant\\x(" + content;
+    QTest::newRow("escaped in hexadecimal") << R"(Name=\x40V\x61riant\x00028)" + content;
+    QTest::newRow("escaped in octal") << R"(Name=\100Variant\50)" + content;
+    QTest::newRow("escaped beyond 16 bits") << R"(Name=\x10040Variant\200050)" + content;
+    QTest::newRow("escapes that stand for nothing") << R"(Name=@Var\iiant\x()" + content;
     QTest::newRow("continued on the next line") << "Name=@Vari\\\nant\\\r\n(" + content;
     QTest::newRow("byte order mark inside") << "Name=@V\"\"\xEF\xBB\xBF" + ("ariant(" + content);
 }
