@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+/// Ends the process with a message unless `holds`: what a fuzzer takes for a crash, and a test for a failure.
+inline void Require(bool holds, const char* requirement)
+{
+    if (!holds) {
+        std::fprintf(stderr, "Does not hold: %s\n", requirement);
+        std::abort();
+    }
+}

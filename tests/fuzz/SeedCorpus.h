@@ -1,0 +1,10 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+
+/// The seeds that the encoders make: contents by path below the corpus folder.
+QMap<QString, QByteArray> SeedCorpus();

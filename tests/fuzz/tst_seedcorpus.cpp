@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "ReplyFields.h"
+#include "RoundTrip.h"
+#include "SeedCorpus.h"
+
+#include <QFile>
+#include <QtTest>
+
+class SeedCorpusTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void SeedsAreThoseInTheTree_data();
+    void SeedsAreThoseInTheTree();
+    void CorrectStandardReplies_data();
+    void CorrectStandardReplies();
+    void CorrectQZReplies_data();
+    void CorrectQZReplies();
+};
+
+namespace {
+
+void AddReplies(const QString& folder, std::initializer_list<const char*> names)
+{
+    QTest::addColumn<QByteArray>("bytes");
+    for (const char* name : names) {
+        QTest::newRow(name) << SeedCorpus().value(folder + QLatin1Char('/') + QString::fromLatin1(name) +
+                                                  QStringLiteral(".dat"));
+    }
+}
+
+} // namespace
+
+void SeedCorpusTest::SeedsAreThoseInTheTree_data()
+{
+    QTest::addColumn<QByteArray>("seed");
+    const QMap<QString, QByteArray> seeds = SeedCorpus();
+    for (auto seed = seeds.begin(); seed != seeds.end(); ++seed) {
+        QTest::newRow(qPrintable(seed.key())) << seed.value();
+    }
+}
+
+// After a change of the encoders: build/tests/fuzz/write-seeds tests/fuzz/corpus
+void SeedCorpusTest::SeedsAreThoseInTheTree()
+{
+    QFETCH(QByteArray, seed);
+    QFile file(QStringLiteral(CORPUS_DIRECTORY "/") + QString::fromUtf8(QTest::currentDataTag()));
+    QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.errorString()));
+    QCOMPARE(file.readAll().toHex(' '), seed.toHex(' '));
+}
+
+void SeedCorpusTest::CorrectStandardReplies_data()
+{
+    AddReplies(QStringLiteral("standard-reply"),
+               {"every-field", "nothing-but-lengths", "long-texts", "many-codes", "status-20", "pages-without-prints",
+                "pages-after-prints"});
+}
+
+// From bytes to fields to bytes, and from there through the decoder to the same fields.
+void SeedCorpusTest::CorrectStandardReplies()
+{
+    QFETCH(QByteArray, bytes);
+    const StandardReply reply = StandardReplyOf(bytes);
+    QCOMPARE(EncodeStandardReply(reply).toHex(' '), bytes.toHex(' '));
+    CheckRoundTrip(reply);
+}
+
+void SeedCorpusTest::CorrectQZReplies_data()
+{
+    AddReplies(QStringLiteral("qz-reply"), {"every-item", "every-state", "no-items", "no-errors-said-so"});
+}
+
+void SeedCorpusTest::CorrectQZReplies()
+{
+    QFETCH(QByteArray, bytes);
+    const QZReply reply = QZReplyOf(bytes);
+    QCOMPARE(EncodeQZReply(reply).toHex(' '), bytes.toHex(' '));
+    CheckRoundTrip(reply);
+}
+
+QTEST_GUILESS_MAIN(SeedCorpusTest)
+#include "tst_seedcorpus.moc"
