@@ -89,6 +89,16 @@ QZReply ReplyWithItems(const QVector<ReplyRecord>& items, std::optional<quint8> 
     return reply;
 }
 
+QZReply QZReplyWithManyCodes()
+{
+    QZReply reply;
+    for (const quint16 code : ReplyWithManyCodes().errorCodes) {
+        reply.items.append(QZError(code));
+        reply.items.append(QZWarning(code));
+    }
+    return reply;
+}
+
 Seeds QZReplies()
 {
     const auto error = QZError(0x1106);
@@ -99,6 +109,7 @@ Seeds QZReplies()
         {QStringLiteral("every-state"),
          ReplyWithItems({QZMachineState(1), QZMachineState(2), QZMachineState(3), QZMachineState(4), QZMachineState(5),
                          QZJobState(1), QZJobState(2), QZJobState(3), QZJobState(4)})},
+        {QStringLiteral("many-codes"), QZReplyWithManyCodes()},
         {QStringLiteral("no-items"), ReplyWithItems({})},
         {QStringLiteral("no-errors-said-so"), ReplyWithItems({QZMachineState(1), error, QZError(0), QZWarning(0)})},
         {QStringLiteral("unknown-item"), ReplyWithItems({{0x0020, "\x01\x02"}, toner}, 4)},

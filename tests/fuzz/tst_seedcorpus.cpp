@@ -69,7 +69,8 @@ void SeedCorpusTest::CorrectStandardReplies()
 
 void SeedCorpusTest::CorrectQZReplies_data()
 {
-    AddReplies(QStringLiteral("qz-reply"), {"every-item", "every-state", "no-items", "no-errors-said-so"});
+    AddReplies(QStringLiteral("qz-reply"),
+               {"every-item", "every-state", "many-codes", "no-items", "no-errors-said-so"});
 }
 
 void SeedCorpusTest::CorrectQZReplies()
