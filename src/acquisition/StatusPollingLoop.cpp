@@ -35,10 +35,14 @@ bool HoldsAnyOf(const QString& name, const QString& characters)
     });
 }
 
-// Unquoted in the command, such a name would name another queue or start another program, never its own.
+// Unquoted in the command, such a name would name another queue or start another program, never its own. Its words are
+// arguments: one with a dash is an option, which may mean the jobs of all queues, and none at all means the default
+// queue.
 bool IsRefusedUnquoted(const QString& name)
 {
-    return name.startsWith(QLatin1Char('-')) || HoldsAnyOf(name, QStringLiteral(R"(;&|<>()$`\"'#)"));
+    const QLatin1Char blank(' ');
+    return name.count(blank) == name.size() || (blank + name).contains(QLatin1String(" -")) ||
+        HoldsAnyOf(name, QStringLiteral(R"(;&|<>()$`\"'#)"));
 }
 
 // In double quotes a shell still gives these characters a meaning.

@@ -211,6 +211,10 @@ void JobCancelTest::RefusedNames_data()
     QTest::newRow("at the end") << "Office&";
     QTest::newRow("option") << "-a";
     QTest::newRow("dash alone") << "-";
+    QTest::newRow("option behind a blank") << " -a";
+    QTest::newRow("option as the second word") << "Office -a";
+    QTest::newRow("nothing, which means the default queue") << "";
+    QTest::newRow("blanks alone") << "  ";
     QTest::newRow("bell") << "P\ax";
     QTest::newRow("tabulator") << "P\tx";
     QTest::newRow("carriage return") << "P\rx";
