@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QStyledItemDelegate>
 
 #include <array>
 
@@ -20,6 +21,20 @@ namespace {
 constexpr char LogSource[] = "brelprintertoolwidget";
 constexpr int ChineseColumn = 1;
 constexpr std::array<int, 4> c_columnWidths{{120, 150, 85, 185}};
+constexpr int DrawnCharacters = 1000;
+
+// Nothing bounds a name but the size of the printer list, and all of a text is laid out whenever a part of it is drawn:
+// a single one of 1 MB would hold the window up for a third of a second each time. No column is as wide as this.
+class CutTextDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale& locale) const override
+    {
+        return QStyledItemDelegate::displayText(value.toString().left(DrawnCharacters), locale);
+    }
+};
 
 } // namespace
 
@@ -84,6 +99,7 @@ void BrelPrinterToolWidget::InitDeviceTable()
     table.setColumnCount(static_cast<int>(c_columnWidths.size()));
     table.horizontalHeader()->setStretchLastSection(true);
     table.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table.setItemDelegate(new CutTextDelegate(&table));
     table.setHorizontalHeaderLabels({QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
                                      QStringLiteral("剩余碳粉量"), QStringLiteral("状态")});
     table.resizeRowsToContents();
