@@ -24,16 +24,22 @@ QThread* StartThreadOf(QObject* worker)
     return thread;
 }
 
-// Returns whether the thread has ended. One that has not is deleted when it ends, if it ever does.
+// Returns whether the thread has ended.
 bool StopThread(QThread* thread)
 {
     thread->quit();
     if (!thread->wait(StopTimeoutMs)) {
-        QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
         return false;
     }
     thread->deleteLater();
     return true;
+}
+
+// For a thread that did not end in time, and which may end at any moment: its worker is not to be touched any more.
+void DeleteWhenFinished(QThread* thread, QObject* worker)
+{
+    QObject::connect(thread, &QThread::finished, worker, &QObject::deleteLater);
+    QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
 }
 
 } // namespace
@@ -79,7 +85,7 @@ void BrelPrinterToolWidget::StartStatusWorker(int index)
 }
 
 // Signals do not reach a looping worker, the flag does. All are told before the first is waited for, so that they
-// end their pauses together. A worker that hangs in a command keeps itself and nothing else.
+// end their pauses together. A worker that hangs in a command keeps itself and its thread, and nothing else.
 void BrelPrinterToolWidget::StopWorkers()
 {
     pDeviceManage->bThreadQuit = true;
@@ -90,13 +96,16 @@ void BrelPrinterToolWidget::StopWorkers()
         delete pDeviceManage;
     } else {
         pDeviceManage->Init(nullptr);
+        DeleteWhenFinished(pDeviceManageThread, pDeviceManage);
     }
     for (int k = 0; k < listStatusWorker.size(); ++k) {
         TrdGetPrinterStatus* worker = listStatusWorker.at(k);
-        if (StopThread(listStatusThread.at(k))) {
+        QThread* thread = listStatusThread.at(k);
+        if (StopThread(thread)) {
             delete worker;
         } else {
             worker->Init(-1, nullptr);
+            DeleteWhenFinished(thread, worker);
         }
     }
 }

@@ -22,7 +22,7 @@ class Ui_BrelPrinterToolWidget;
 ///
 /// Closing it only hides it; the program ends from the tray menu. All members but the shared list are touched on the
 /// main thread alone. The destructor stops the workers; one that does not stop in time lets go of the list and is
-/// left to the end of the process.
+/// deleted when its thread ends, if it does so before the process.
 class BrelPrinterToolWidget : public QWidget
 {
     Q_OBJECT
