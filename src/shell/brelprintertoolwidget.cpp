@@ -36,6 +36,10 @@ public:
     }
 };
 
+// The settings dialog lives to the end of the process, longer than the window: then this alone refers to it, so that a
+// leak checker can tell it from lost memory. Volatile, or a compiler would drop a variable that nobody reads.
+AppSetting* volatile s_pAppSetting = nullptr;
+
 } // namespace
 
 BrelPrinterToolWidget::BrelPrinterToolWidget(QWidget* parent)
@@ -52,6 +56,7 @@ BrelPrinterToolWidget::BrelPrinterToolWidget(QWidget* parent)
     ScreenScale::Centre(*this);
     StayUntilToldToExit();
     pAppSetting = new AppSetting(nullptr);
+    s_pAppSetting = pAppSetting;
     InitLog();
     InitConfig();
     InitLanguage();
