@@ -2,18 +2,18 @@
 
 #include "UtilLog.h"
 
+#include "AnnotatedMutex.h"
 #include "FixedPaths.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QMutex>
-#include <QMutexLocker>
 
 #include <array>
 #include <atomic>
 #include <cstdarg>
 #include <cstdio>
+#include <mutex>
 
 namespace {
 
@@ -26,7 +26,7 @@ int s_iLogIndex = 0;
 QString s_strLogNameTmp;
 QString s_strLogName;
 // Serialises every write and every change of file.
-QMutex s_mutexLog;
+AnnotatedMutex s_mutexLog;
 
 QString LogFileName(int index)
 {
@@ -59,7 +59,7 @@ void AppendToLogFile(const QString& line)
 
 void WriteLine(const char* file, int line, const char* function, const QString& format, va_list arguments)
 {
-    const QMutexLocker lock(&s_mutexLog);
+    const std::lock_guard<AnnotatedMutex> lock(s_mutexLog);
     std::array<char, MessageBufferBytes> message{};
     // The format is the caller's: each is a literal at its call.
 #pragma GCC diagnostic push

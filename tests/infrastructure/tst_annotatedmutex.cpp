@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "AnnotatedMutex.h"
+
+#include <QtTest>
+
+#include <mutex>
+#include <thread>
+#include <vector>
+
+// What the mutex guards: in a build for the thread sanitizer without a report, in any build without a loss.
+class AnnotatedMutexTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void GuardsPlainVariables();
+};
+
+void AnnotatedMutexTest::GuardsPlainVariables()
+{
+    constexpr int threadCount = 4;
+    constexpr int roundsPerThread = 20000;
+    AnnotatedMutex mutex;
+    int count = 0;
+    std::vector<std::thread> threads;
+    threads.reserve(threadCount);
+    for (int thread = 0; thread < threadCount; ++thread) {
+        threads.emplace_back([&mutex, &count] {
+            for (int round = 0; round < roundsPerThread; ++round) {
+                const std::lock_guard<AnnotatedMutex> lock(mutex);
+                const int before = count;
+                std::this_thread::yield(); // so that another thread comes in between, if it can
+                count = before + 1;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    QCOMPARE(count, threadCount * roundsPerThread);
+}
+
+QTEST_GUILESS_MAIN(AnnotatedMutexTest)
+#include "tst_annotatedmutex.moc"
