@@ -108,6 +108,11 @@ int TestWindow::timesShown() const
     return m_timesShown;
 }
 
+QList<stPrinterManager>* TestWindow::sharedList()
+{
+    return &(this->*MemberOf(SharedList()));
+}
+
 QList<stPrinterManager> TestWindow::printers() const
 {
     const std::lock_guard<std::mutex> lock(PrinterListMutex());

@@ -33,7 +33,9 @@ public:
     /// How often the window was asked to show itself.
     int timesShown() const;
 
-    /// A copy of the shared list's records.
+    /// The shared list itself, for a worker of the test's own.
+    QList<stPrinterManager>* sharedList();
+    /// A copy of its records.
     QList<stPrinterManager> printers() const;
     /// Puts a state into the shared list that no printer can send.
     void setState(int index, const stPrinterState& state);

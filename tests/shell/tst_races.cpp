@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "PrinterListLock.h"
+#include "SampleReplies.h"
+#include "StatusWorker.h"
+#include "TestWindow.h"
+#include "TrdDeviceManage.h"
+
+#include <QTableWidget>
+#include <QtTest>
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <vector>
+
+// Everything that shares the printer list, at once, while the list is replaced many times a second. A matter for the
+// thread sanitizer; without it these tests show that no printer gets what belongs to another, and that none is lost.
+class RacesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void windowAndItsWorkers();
+    void workersOnAListOfAnyLength();
+};
+
+namespace {
+
+constexpr int WorkerCount = 50;
+constexpr int LongestList = 60;
+constexpr std::chrono::milliseconds ReplacementInterval(20);
+constexpr int DefaultSeconds = 5;
+constexpr int MsPerSecond = 1000;
+// Of the fifty a second that a machine at rest does.
+constexpr int LeastReplacementsPerSecond = 5;
+constexpr int SettleTimeoutMs = 30000;
+constexpr int TonerOfFirst = 1000;
+
+int RaceSeconds()
+{
+    const int seconds = qEnvironmentVariableIntValue("RACE_SECONDS");
+    return seconds > 0 ? seconds : DefaultSeconds;
+}
+
+QString NameOf(int printer)
+{
+    return QStringLiteral("Prn%1").arg(printer);
+}
+
+int TonerOf(const QString& name)
+{
+    return TonerOfFirst + name.midRef(3).toInt();
+}
+
+// Ready and printing by turns, so that there is a change to tell of; the toner is the printer's own for ever.
+void RewriteStatusFile(int printer, int round)
+{
+    const QString name = NameOf(printer);
+    const RawStatus status = round / LongestList % 2 == 0 ? RawPrinting : RawReady;
+    PrinterFolder::WriteStatusFile(name, StandardBytes(status, static_cast<quint32>(TonerOf(name))));
+}
+
+// Printers 0 to count - 1, beginning with another one each round.
+QList<stPrinterInfo> TurnedList(int count, int round)
+{
+    QList<stPrinterInfo> printers;
+    for (int i = 0; i < count; ++i) {
+        printers.append(PrinterFolder::Printer(NameOf((i + round) % count)));
+    }
+    return printers;
+}
+
+QList<stPrinterInfo> FullTurnedList(int round)
+{
+    return TurnedList(WorkerCount, round);
+}
+
+QList<stPrinterInfo> ListOfAnyLength(int round)
+{
+    constexpr int step = 7;
+    return TurnedList(round * step % (LongestList + 1), round);
+}
+
+// Plays the driver package, and in a thread of its own the device manager: the list file is written anew every 20 ms
+// and read by one pass of the manager's loop, whose pause of three seconds is left out. Each time one of the status
+// files is written anew, too.
+class ListReplacer
+{
+public:
+    using ListOfRound = QList<stPrinterInfo> (*)(int round);
+
+    /// `window`, where there is one, is told as by its own device manager.
+    ListReplacer(QList<stPrinterManager>* list, ListOfRound listOfRound, BrelPrinterToolWidget* window = nullptr)
+        : m_thread([this, list, listOfRound, window] { run(list, listOfRound, window); })
+    {
+    }
+    ~ListReplacer()
+    {
+        stop();
+    }
+    ListReplacer(const ListReplacer&) = delete;
+    ListReplacer& operator=(const ListReplacer&) = delete;
+
+    /// Returns how often the list was replaced.
+    int stop()
+    {
+        m_isEnding = true;
+        if (m_thread.joinable()) {
+            m_thread.join();
+        }
+        return m_replacements;
+    }
+
+private:
+    void run(QList<stPrinterManager>* list, ListOfRound listOfRound, BrelPrinterToolWidget* window)
+    {
+        TrdDeviceManage manager(nullptr);
+        manager.Init(list);
+        QObject::connect(&manager, &TrdDeviceManage::SgnUpdatePrinterList, &manager, [this] { ++m_replacements; });
+        if (window != nullptr) {
+            QObject::connect(&manager, &TrdDeviceManage::SgnUpdatePrinterList, window,
+                             &BrelPrinterToolWidget::SlotUpdatePrinterList);
+        }
+        auto next = std::chrono::steady_clock::now();
+        for (int round = 1; !m_isEnding; ++round) {
+            PrinterFolder::WritePrinterList(listOfRound(round));
+            // The stop is requested beforehand: the pass ends before the pause.
+            manager.bThreadQuit = true;
+            manager.bTaskStarted = false;
+            manager.SlotTaskStart();
+            RewriteStatusFile(round % LongestList, round);
+            next += ReplacementInterval;
+            std::this_thread::sleep_until(next);
+        }
+    }
+
+    std::atomic<bool> m_isEnding{false};
+    int m_replacements = 0; ///< the thread's, until it has ended
+    std::thread m_thread; ///< the last member: it uses the others
+};
+
+// Copies the list again and again as the window does, and looks whether each printer has its own toner level or none.
+class ListReader
+{
+public:
+    explicit ListReader(const QList<stPrinterManager>& list)
+        : m_thread([this, &list] {
+            while (!m_isEnding) {
+                for (int i = 0; i < LongestList && look(list, i); ++i) { }
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+        })
+    {
+    }
+    ~ListReader()
+    {
+        stop();
+    }
+    ListReader(const ListReader&) = delete;
+    ListReader& operator=(const ListReader&) = delete;
+
+    void stop()
+    {
+        m_isEnding = true;
+        if (m_thread.joinable()) {
+            m_thread.join();
+        }
+    }
+    /// To be asked when it has stopped: records that a worker had filled, and the first one that was wrong.
+    int filledRecords() const
+    {
+        return m_filledRecords;
+    }
+    QString mixedUp() const
+    {
+        return m_mixedUp;
+    }
+
+private:
+    bool look(const QList<stPrinterManager>& list, int index)
+    {
+        stPrinterManager printer;
+        {
+            const std::lock_guard<std::mutex> lock(PrinterListMutex());
+            if (index >= list.size()) {
+                return false;
+            }
+            printer = list.at(index);
+        }
+        const auto toner = static_cast<int>(printer.stState.dwRemainingToner);
+        m_filledRecords += toner == 0 ? 0 : 1;
+        if (toner != 0 && toner != TonerOf(printer.stInfo.strPrinterName)) {
+            m_mixedUp = Words(printer);
+        }
+        return true;
+    }
+
+    std::atomic<bool> m_isEnding{false};
+    int m_filledRecords = 0; ///< the thread's, until it has ended, as is the next
+    QString m_mixedUp;
+    std::thread m_thread;
+};
+
+bool HasEveryRowItsToner(const TestWindow& window)
+{
+    for (int row = 0; row < window.table().rowCount(); ++row) {
+        const QStringList texts = window.row(row);
+        if (texts.at(2) != QString::asprintf("%.2f%%", TonerOf(texts.at(0)) / 100.0)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+void RacesTest::init()
+{
+    PrinterFolder::Create();
+    for (int printer = 0; printer < LongestList; ++printer) {
+        RewriteStatusFile(printer, 0);
+    }
+}
+
+// The list keeps its length: a window whose list shrinks and grows starts ever more workers.
+void RacesTest::windowAndItsWorkers()
+{
+    PrinterFolder::WritePrinterList(FullTurnedList(0));
+    TestWindow window;
+    QTRY_COMPARE_WITH_TIMEOUT(window.table().rowCount(), WorkerCount, SettleTimeoutMs);
+    ListReplacer replacer(window.sharedList(), FullTurnedList, &window);
+    QTest::qWait(RaceSeconds() * MsPerSecond);
+    const int replacements = replacer.stop();
+    qInfo("the list was replaced %d times in %d s", replacements, RaceSeconds());
+    QVERIFY(replacements >= LeastReplacementsPerSecond * RaceSeconds());
+    QCOMPARE(window.startedWorkers(), WorkerCount);
+    QTRY_VERIFY_WITH_TIMEOUT(HasEveryRowItsToner(window), SettleTimeoutMs);
+    QCOMPARE(window.table().rowCount(), WorkerCount);
+}
+
+void RacesTest::workersOnAListOfAnyLength()
+{
+    QList<stPrinterManager> list;
+    std::vector<std::unique_ptr<RunningStatusWorker>> workers;
+    for (int i = 0; i < WorkerCount; ++i) {
+        workers.push_back(std::make_unique<RunningStatusWorker>(i, &list));
+        workers.back()->start();
+    }
+    ListReader reader(list);
+    ListReplacer replacer(&list, ListOfAnyLength);
+    std::this_thread::sleep_for(std::chrono::seconds(RaceSeconds()));
+    const int replacements = replacer.stop();
+    reader.stop();
+    for (const auto& running : workers) {
+        running->worker().bThreadQuit = true; // so that all end their pauses together
+    }
+    for (const auto& running : workers) {
+        QVERIFY(running->stop());
+    }
+    qInfo("the list was replaced %d times in %d s; %d records were filled when they were looked at", replacements,
+          RaceSeconds(), reader.filledRecords());
+    QVERIFY(replacements >= LeastReplacementsPerSecond * RaceSeconds());
+    QVERIFY(reader.filledRecords() > 0);
+    QCOMPARE(reader.mixedUp(), QString());
+}
+
+QTEST_MAIN(RacesTest)
+#include "tst_races.moc"
