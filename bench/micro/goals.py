@@ -14,7 +14,7 @@ from collections import namedtuple
 OPTIONS = ["--benchmark_min_time=0.05", "--benchmark_repetitions=15", "--benchmark_enable_random_interleaving=true"]
 QUICK_OPTIONS = ["--benchmark_min_time=0.01"]
 
-NS_PER = {"ns": 1, "µs": 1e3}
+PER_UNIT = {"ns": 1, "µs": 1e3, "blocks": 1}
 
 # Which benchmark is measured against which. `limit` is the highest ratio, or with `in_unit` the highest value.
 Figure = namedtuple("Figure", "name benchmark floor unit limit in_unit", defaults=["ns", None, False])
@@ -28,8 +28,10 @@ FIGURES = [
     Figure("error code mapping / table", "error code mapping", "condition table"),
     Figure("CheckStatusChange / compare in place", "CheckStatusChange", "compare in place"),
     Figure("changed file to state / file + walk", "changed file", "file + walk", limit=2),
+    Figure("changed file to state, heap allocations", "changed file", None, "blocks"),
     Figure("unchanged cycle / stat", "unchanged cycle", "stat"),
-    Figure("record out of the list and in", "record out and in", None),
+    Figure("unchanged cycle, heap allocations", "unchanged cycle", None, "blocks"),
+    Figure("record out of the list and in, heap allocations", "record out and in", None, "blocks"),
     Figure("pass over 100 printers, unchanged / read + compare", "pass over 100 unchanged printers",
            "list read + compared", "µs", 1000, True),
     Figure("pass over 100 printers, changed / read + compare", "pass over 100 changed printers",
@@ -40,9 +42,9 @@ FIGURES = [
 
 
 def rows(result):
-    """The figures as dicts, in order. `value` and `floor` are medians of CPU time in `unit`, `ratio` is how many times
-    the floor's time the value is; `min` and `max` are those of the ratio over the repetitions, or of the value where
-    there is no floor. `allocations` are heap blocks an iteration. `goal` is text, or None; `met` then is None too."""
+    """The figures as dicts, in order. `value` and `floor` are medians in `unit`, `ratio` is how many times the floor's
+    CPU time the value's is; `min` and `max` are those of the ratio over the repetitions, or of the value where there is
+    no floor. `goal` is text, or None; `met` then is None too."""
     runs = _runs(result)
     return [_row(figure, runs) for figure in FIGURES]
 
@@ -58,25 +60,28 @@ def _runs(result):
     return runs
 
 
-def _times(runs):
+def _values(runs, unit):
+    """One a repetition: blocks, or nanoseconds of CPU time for all other units."""
+    if unit == "blocks":
+        return [round(run["allocations"], 2) for run in runs]
     return [run["cpu_time"] * {"ns": 1, "us": 1e3}[run["time_unit"]] for run in runs]
 
 
-def _in_unit(ns, unit):
-    return 1e9 / ns if unit == "lines/s" else ns / NS_PER[unit]
+def _in_unit(value, unit):
+    return 1e9 / value if unit == "lines/s" else value / PER_UNIT[unit]
 
 
 def _row(figure, runs):
-    times = _times(runs[figure.benchmark])
-    value = statistics.median(times)
+    values = _values(runs[figure.benchmark], figure.unit)
+    value = statistics.median(values)
     row = {"name": figure.name, "unit": figure.unit, "value": _in_unit(value, figure.unit), "floor": None,
-           "ratio": None, "goal": None, "met": None, "allocations": round(runs[figure.benchmark][0]["allocations"], 1)}
-    spread = [_in_unit(time, figure.unit) for time in times]
+           "ratio": None, "goal": None, "met": None}
+    spread = [_in_unit(one, figure.unit) for one in values]
     if figure.floor:
-        floors = _times(runs[figure.floor])
+        floors = _values(runs[figure.floor], figure.unit)
         floor = statistics.median(floors)
         row.update(floor=_in_unit(floor, figure.unit), ratio=value / floor)
-        spread = [time / floor for time, floor in zip(times, floors)]
+        spread = [one / other for one, other in zip(values, floors)]
     row.update(min=min(spread), max=max(spread))
     if figure.limit is not None:
         row["goal"] = f"≤ {figure.limit} {figure.unit if figure.in_unit else '×'}"
@@ -91,13 +96,13 @@ def _number(value):
 
 
 def _table(figures):
-    line = "{:<52} {:>8} {:>8} {:>7} {:>7} {:>7} {:>7} {:>7} {:>10} {}"
-    yield line.format("figure", "value", "floor", "unit", "ratio", "min", "max", "allocs", "goal", "met").rstrip()
+    line = "{:<52} {:>8} {:>8} {:<7} {:>7} {:>7} {:>7} {:>10} {}"
+    yield line.format("figure", "value", "floor", "unit", "ratio", "min", "max", "goal", "met").rstrip()
     for row in figures:
         met = {None: "", True: "yes", False: "NO"}[row["met"]]
         yield line.format(row["name"], _number(row["value"]), _number(row["floor"]), row["unit"],
-                          _number(row["ratio"]), _number(row["min"]), _number(row["max"]),
-                          _number(row["allocations"]), row["goal"] or "-", met).rstrip()
+                          _number(row["ratio"]), _number(row["min"]), _number(row["max"]), row["goal"] or "-",
+                          met).rstrip()
 
 
 def main():
@@ -110,6 +115,8 @@ def main():
         with open(sys.argv[1], encoding="utf-8") as file:
             result = json.load(file)
         figures = rows(result)
+    except KeyError as missing:
+        sys.exit(f"goals.py: {sys.argv[1]} has no {missing}")
     except (OSError, ValueError) as error:
         sys.exit(f"goals.py: {error}")
     print("\n".join(_table(figures)))
