@@ -1,0 +1,71 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""Usage: process [--quick] BUILD_FOLDER RESULT.json
+Measures the built assistant against its floors, in the tests' sandbox, and writes rows and curves."""
+
+import argparse
+import json
+import time
+from collections import namedtuple
+
+import desktop
+import exits
+import latency
+import rebuild
+import startup
+import steady
+import steady_figures
+
+PROGRAMS = {"assistant": "src/BrelPrinterTool", "bare-window": "bench/floors/bare-window",
+            "bare-threads": "bench/floors/bare-threads", "stat-loop": "bench/floors/stat-loop",
+            "window-observer": "bench/probes/window-observer"}
+
+# `steady` and `exits` give rounds by number of printers; `latency` windows and rounds. A window of idleness is as long
+# as the pause between two looks at the printer list, so that it holds one look.
+Plan = namedtuple("Plan", "starts window_s steady few many most exits rebuild latency")
+FULL = Plan(starts=8, window_s=3, steady={1: (5, 1), 10: (3, 2), 100: (5, 5), 1000: (2, 2)}, few=10, many=100,
+            most=1000, exits={1: 5, 50: 3, 500: 3}, rebuild=1000, latency={1: (8, 6), 100: (1, 3)})
+QUICK = Plan(starts=1, window_s=0.5, steady={1: (1, 1), 5: (1, 1)}, few=1, many=5, most=5, exits={1: 1}, rebuild=5,
+             latency={1: (2, 1)})
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="process", usage="process [--quick] BUILD_FOLDER RESULT.json")
+    parser.add_argument("--quick", action="store_true")
+    parser.add_argument("build")
+    parser.add_argument("result")
+    options = parser.parse_args()
+    programs = {name: f"{options.build}/{path}" for name, path in PROGRAMS.items()}
+    result = measure(programs, QUICK if options.quick else FULL)
+    with open(options.result, "w", encoding="utf-8") as file:
+        json.dump(result, file, ensure_ascii=False, indent=1)
+
+
+def measure(programs, plan):
+    desktop.start()
+    watch = desktop.WindowWatch()
+    _say("start-up")
+    startup.measure(programs, watch, 1)  # caches
+    rows = startup.measure(programs, watch, plan.starts)
+    _say("memory and idling")
+    samples = steady.run(programs, plan.steady, plan.window_s)
+    rows += steady_figures.rows(samples, plan.few, plan.many, plan.most)
+    curves = steady_figures.curves(samples)
+    _say("exit")
+    exit_rows, exit_curve = exits.measure(programs, watch, plan.exits)
+    rows += exit_rows
+    curves.append(exit_curve)
+    _say("latency")
+    waits = {count: latency.measure(programs, count, *plan_of) for count, plan_of in plan.latency.items()}
+    for count, seconds in waits.items():
+        rows += latency.rows(count, seconds, has_goal=count == plan.many)
+    _say("rebuild")
+    rows.append(rebuild.measure(programs, plan.rebuild, 1))
+    return {"rows": rows, "curves": curves, "latency": waits}
+
+
+def _say(what):
+    print(f"{time.strftime('%H:%M:%S')} {what}", flush=True)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,72 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""Which system calls the assistant's status workers make, by strace."""
+
+import os
+import re
+import subprocess
+import tempfile
+import time
+
+TRACE_S = 3.2
+PAUSES_PER_CYCLE = 2
+
+# A line of strace -f: thread, call and arguments. What an interrupted call goes on with is no call of its own.
+CALL = re.compile(r"^(\d+) +(\w+)\((.*)")
+CONTINUED = {"restart_syscall"}
+STATUS_FILE = re.compile(r'"[^"]*/cfg/[^"]*\.dat"')
+
+
+def trace(pid):
+    """What a cycle of a status worker takes, each a mean over the complete cycles that were seen: `calls` in all,
+    `stats` on a status file, and `other files`, calls that name any other file or open one."""
+    with tempfile.NamedTemporaryFile(mode="r", encoding="utf-8", errors="replace") as record:
+        strace = subprocess.Popen(["strace", "-f", "-qq", "-e", "signal=none", "-o", record.name, "-p", str(pid)],
+                                  stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        _wait_until_attached(pid, strace.pid)
+        time.sleep(TRACE_S)
+        strace.terminate()
+        strace.wait()
+        return _means([_count(calls) for calls in _by_thread(record).values()])
+
+
+def _wait_until_attached(pid, tracer):
+    while any(_tracer(pid, thread) != tracer for thread in os.listdir(f"/proc/{pid}/task")):
+        time.sleep(0.02)
+
+
+def _tracer(pid, thread):
+    with open(f"/proc/{pid}/task/{thread}/status", encoding="ascii") as file:
+        return int(next(line for line in file if line.startswith("TracerPid")).split()[1])
+
+
+def _by_thread(record):
+    threads = {}
+    for line in record:
+        match = CALL.match(line)
+        if match and match[2] not in CONTINUED:
+            threads.setdefault(match[1], []).append((match[2], match[3]))
+    return threads
+
+
+def _is_status_file_stat(call):
+    return "stat" in call[0] and STATUS_FILE.search(call[1]) is not None
+
+
+def _names_other_file(call):
+    return not _is_status_file_stat(call) and ('"' in call[1] or "open" in call[0])
+
+
+def _count(calls):
+    """(pauses, calls, stats, calls on other files) from the first stat of a status file to the last."""
+    stats = [i for i, call in enumerate(calls) if _is_status_file_stat(call)]
+    seen = calls[stats[0]:stats[-1]] if stats else []
+    return (sum("nanosleep" in call[0] for call in seen), len(seen), sum(map(_is_status_file_stat, seen)),
+            sum(map(_names_other_file, seen)))
+
+
+def _means(workers):
+    pauses, made, stats, others = (sum(column) for column in zip(*workers))
+    cycles = pauses / PAUSES_PER_CYCLE
+    if cycles == 0:
+        raise RuntimeError("strace saw no complete cycle of a status worker")
+    return {"calls": made / cycles, "stats": stats / cycles, "other files": others / cycles}

@@ -1,0 +1,102 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""The private desktop's session bus and tray, and an eye on its windows."""
+
+import os
+import select
+import subprocess
+import time
+
+from Xlib import X, XK, display, error
+from Xlib.ext import xtest
+
+TIMEOUT_S = 30
+RIGHT_BUTTON = 3
+
+# From a menu's window to its hold on the keyboard.
+MENU_READY_S = 0.2
+
+# The assistant's window with its frame; the tray's panel and its icons are smaller.
+WINDOW_MINIMUM = (600, 300)
+
+
+def start():
+    """A session bus without anyone on it, and an XEmbed tray; both end with the sandbox."""
+    bus = subprocess.run(["dbus-daemon", "--session", "--fork", "--print-address"], check=True,
+                         stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.strip()
+    watch = WindowWatch()
+    subprocess.Popen(["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "32"],
+                     stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    watch.wait(lambda event: watch.has_tray())
+
+
+class WindowWatch:
+    """Sees top-level windows come and go."""
+
+    def __init__(self):
+        self._display = display.Display()
+        self._root = self._display.screen().root
+        self._icon = None
+        self._tray = self._display.intern_atom("_NET_SYSTEM_TRAY_S0")
+        self._root.change_attributes(event_mask=X.SubstructureNotifyMask | X.StructureNotifyMask)
+        self._display.sync()
+
+    def forget(self):
+        """Drops what has been seen so far."""
+        self._display.sync()
+        while self._display.pending_events():
+            self._display.next_event()
+
+    def wait_for_window(self):
+        """Returns when (monotonic seconds) a window of the assistant's size was mapped."""
+        return self.wait(lambda event: event.type == X.MapNotify and self._is_large(event.window))
+
+    def wait_for_icon(self):
+        """Returns when a window became a part of another one: the tray's, while no other window is shown."""
+        return self.wait(self._is_embedding)
+
+    def open_menu(self):
+        """Of the icon that was waited for last."""
+        place = self._icon.query_pointer()  # the pointer's place in the icon; what it lacks to be there is the way
+        size = self._icon.get_geometry()
+        xtest.fake_input(self._display, X.MotionNotify, detail=True, x=size.width // 2 - place.win_x,
+                         y=size.height // 2 - place.win_y)
+        self._press(X.ButtonPress, X.ButtonRelease, RIGHT_BUTTON)
+        self.wait(lambda event: event.type == X.MapNotify and event.override)
+        time.sleep(MENU_READY_S)
+
+    def choose_last_entry(self):
+        for key in (XK.XK_Up, XK.XK_Return):
+            self._press(X.KeyPress, X.KeyRelease, self._display.keysym_to_keycode(key))
+
+    def has_tray(self):
+        return self._display.get_selection_owner(self._tray) != X.NONE
+
+    def wait(self, is_wanted):
+        deadline = time.monotonic() + TIMEOUT_S
+        while time.monotonic() < deadline:
+            if not self._display.pending_events():
+                select.select([self._display], [], [], 0.1)
+            now = time.monotonic()
+            while self._display.pending_events():
+                if is_wanted(self._display.next_event()):
+                    return now
+        raise TimeoutError("the window or the tray icon does not appear")
+
+    def _press(self, press, release, detail):
+        for kind in (press, release):
+            xtest.fake_input(self._display, kind, detail)
+        self._display.sync()
+
+    def _is_embedding(self, event):
+        if event.type != X.ReparentNotify or event.parent == self._root:
+            return False
+        self._icon = event.window
+        return True
+
+    def _is_large(self, window):
+        try:
+            geometry = window.get_geometry()
+        except error.BadDrawable:
+            return False
+        return geometry.width >= WINDOW_MINIMUM[0] and geometry.height >= WINDOW_MINIMUM[1]

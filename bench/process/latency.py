@@ -1,0 +1,68 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""From a status file's replacement to the change of its row's text."""
+
+import contextlib
+import random
+import threading
+import time
+
+import folder
+from figures import row
+from program import Program
+from steady import OTHER_THREADS
+
+NS_PER_S = 1e9
+MEDIAN_LIMIT_S = 0.6
+MAXIMUM_LIMIT_S = 1.1
+
+# A polling cycle with room to spare.
+LONGEST_WAIT_S = 1.3
+
+
+class Observer:
+    """A window of the assistant's; notes when each row first showed a text."""
+
+    def __init__(self, program):
+        self.shown = {}
+        self.program = program
+        threading.Thread(target=self._read, daemon=True).start()
+
+    def _read(self):
+        with contextlib.suppress(ValueError):  # the program has ended
+            for line in self.program.output:
+                ns, index, text = line.decode().split()
+                self.shown.setdefault((int(index), text), int(ns) / NS_PER_S)
+
+
+def measure(programs, count, observers, rounds):
+    """Seconds from each replacement to its text in each of the windows, which all look at the same printers."""
+    folder.install(count)
+    with contextlib.ExitStack() as stack:
+        windows = []
+        for _ in range(observers):
+            windows.append(Observer(stack.enter_context(Program(programs["window-observer"]))))
+            time.sleep(random.random() / observers)
+        for window in windows:
+            window.program.wait_until_settled(count + OTHER_THREADS)
+        replaced = _replace_all(count, rounds)
+        return [window.shown[text] - when for window in windows for text, when in replaced.items()]
+
+
+def _replace_all(count, rounds):
+    """Gives each printer a toner of its own in each round, at random times of a second. Returns when each was given."""
+    replaced = {}
+    for i in range(rounds):
+        toner = 5001 + i
+        for index in random.sample(range(count), count):
+            time.sleep(random.random() * 2 / count)
+            when = folder.replace(folder.status_file(index), folder.status_reply(toner))
+            replaced[index, f"{toner / 100:.2f}%"] = when
+        time.sleep(LONGEST_WAIT_S)
+    return replaced
+
+
+def rows(count, waits, has_goal):
+    name = f"latency, {count} printer{'s' if count > 1 else ''}"
+    median = row(f"{name}: median", "s", waits, limit=MEDIAN_LIMIT_S if has_goal else None, in_unit=True)
+    maximum = row(f"{name}: maximum", "s", [max(waits)], limit=MAXIMUM_LIMIT_S if has_goal else None, in_unit=True)
+    return [median, maximum]

@@ -1,0 +1,25 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""The list is made anew, because a printer's port has changed, and all its printers come back from off-line."""
+
+import folder
+from figures import row
+from program import Program
+from steady import MS_PER_S, OTHER_THREADS
+
+# Longer than the pause between two looks at the list file.
+NOTICED_S = 4
+
+
+def measure(programs, count, rounds):
+    return row(f"rebuild of the list, {count} printers: CPU of the main thread", "ms",
+               [_rebuild(programs["assistant"], count) for _ in range(rounds)])
+
+
+def _rebuild(path, count):
+    folder.install(count)
+    with Program(path, "-hide") as assistant:
+        assistant.wait_until_settled(count + OTHER_THREADS)
+        before = assistant.main_thread_cpu()
+        folder.write_list(count, port="USB002")
+        assistant.wait_until_settled(count + OTHER_THREADS, NOTICED_S)
+        return (assistant.main_thread_cpu() - before) * MS_PER_S

@@ -1,0 +1,85 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""Runs the assistant and its floors with nothing changing, and notes what they hold and do."""
+
+import time
+
+import calls
+import folder
+from program import Program
+
+KIB_PER_MIB = 1024
+US_PER_S = 1e6
+MS_PER_S = 1000
+
+FIRST_CYCLE_S = 1
+
+# The assistant's threads beside its status workers: its main thread and the device manager's.
+OTHER_THREADS = 2
+
+
+class Samples(dict):
+    """Lists of figures, one a round, by what they say and the number of printers."""
+
+    def note(self, what, count, value):
+        self.setdefault((what, count), []).append(value)
+
+
+def run(programs, plan, window_s):
+    """`plan` gives by number of printers the rounds, and how many of them also look at what is done while idle. The
+    assistant and each floor take turns."""
+    samples = Samples()
+    for count, (rounds, idle_rounds) in plan.items():
+        folder.install(count)
+        for i in range(rounds):
+            idle_s = window_s if i < idle_rounds else None
+            _sample_assistant(programs, samples, count, idle_s, is_traced=i == 0)
+            if idle_s:
+                _sample_loop(programs, samples, count, idle_s)
+            _sample_threads(programs, samples, "threads", count)
+            _sample_threads(programs, samples, "started threads", count, "-started")
+            with Program(programs["bare-window"], "-hide") as window:
+                window.wait_until_quiet()
+                _note_memory(samples, "window", count, window)
+    return samples
+
+
+def _sample_assistant(programs, samples, count, idle_s, is_traced):
+    with Program(programs["assistant"], "-hide") as assistant:
+        assistant.wait_until_settled(count + OTHER_THREADS)
+        samples.note("fill", count, assistant.main_thread_cpu() * MS_PER_S)
+        _note_memory(samples, "assistant", count, assistant)
+        if idle_s:
+            _note_idle(samples, "assistant", count, assistant, idle_s)
+        if is_traced:
+            for what, value in calls.trace(assistant.pid).items():
+                samples.note(what, count, value)
+
+
+def _sample_loop(programs, samples, count, idle_s):
+    with Program(programs["stat-loop"], str(count)) as loop:
+        loop.wait_for_threads(count + 1)
+        time.sleep(FIRST_CYCLE_S)
+        _note_idle(samples, "loop", count, loop, idle_s)
+
+
+def _sample_threads(programs, samples, name, count, *arguments):
+    with Program(programs["bare-threads"], str(count), *arguments) as threads:
+        threads.wait_for_threads(count + 1)
+        threads.wait_until_quiet()
+        _note_memory(samples, name, count, threads)
+
+
+def _note_memory(samples, name, count, program):
+    pss, private = program.memory_kib()
+    samples.note(name + " PSS", count, pss / KIB_PER_MIB)
+    samples.note(name + " private", count, private / KIB_PER_MIB)
+
+
+def _note_idle(samples, name, count, program, window_s):
+    """CPU time (µs) and voluntary switches a printer-second."""
+    switches, cpu, start = program.voluntary_switches(), program.cpu(), time.monotonic()
+    time.sleep(window_s)
+    cpu, elapsed, after = program.cpu() - cpu, time.monotonic() - start, program.voluntary_switches()
+    switched = sum(after.get(thread, before) - before for thread, before in switches.items())
+    samples.note(name + " CPU", count, cpu * US_PER_S / elapsed / count)
+    samples.note(name + " switches", count, switched / elapsed / count)

@@ -1,0 +1,58 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""Rows and curves of the steady state."""
+
+import statistics
+
+from figures import curve, row
+from steady import KIB_PER_MIB
+
+# A figure a printer that is within this of itself at fewer printers does not grow.
+SAME = 1.05
+
+
+def rows(samples, few, many, most):
+    """Memory grows from `few` to `many` printers by a slope; at `many` the costs a printer are judged, and again at
+    `most`, where they must be no higher than at `few`."""
+    return [
+        row("PSS, 1 printer, hidden", "MiB", samples["assistant PSS", 1], samples["window PSS", 1], limit=1.15),
+        row("private dirty, 1 printer, hidden", "MiB", samples["assistant private", 1], samples["window private", 1],
+            limit=1.3),
+        row(f"private memory a printer, {few} to {many} / thread", "KiB", _slopes(samples, "assistant", few, many),
+            _slopes(samples, "threads", few, many), limit=1.3),
+        row(f"private memory a printer, {few} to {many} / started thread", "KiB",
+            _slopes(samples, "assistant", few, many), _slopes(samples, "started threads", few, many)),
+        row(f"CPU a printer-second, {many} printers", "µs", samples["assistant CPU", many], samples["loop CPU", many],
+            limit=1.3),
+        row(f"voluntary switches a printer-second, {many} printers", "", samples["assistant switches", many],
+            limit=2.1, in_unit=True),
+        row(f"voluntary switches a printer-second, {most} / {few} printers", "", samples["assistant switches", most],
+            samples["assistant switches", few], limit=SAME),
+        row(f"system calls a cycle, {many} printers", "", samples["calls", many], limit=4, in_unit=True),
+        row(f"system calls a cycle, {most} / {few} printers", "", samples["calls", most], samples["calls", few],
+            limit=SAME),
+        row("stat calls on the status file a cycle", "", samples["stats", many], limit=1, in_unit=True),
+        row("calls on any other file a cycle", "", samples["other files", many], limit=0, in_unit=True)]
+
+
+def _slopes(samples, name, few, many):
+    return [(more - less) * KIB_PER_MIB / (many - few)
+            for less, more in zip(samples[name + " private", few], samples[name + " private", many])]
+
+
+def curves(samples):
+    def points(what, scale=lambda value, count: value):
+        return {count: scale(statistics.median(values), count)
+                for (name, count), values in samples.items() if name == what}
+
+    def of_all(value, count):
+        return value * count
+
+    bare = {what: statistics.median(samples["window " + what, 1]) for what in ("PSS", "private")}
+    fill = points("fill")
+    return [
+        curve("PSS", "MiB", points("assistant PSS"), bare["PSS"]),
+        curve("private dirty", "MiB", points("assistant private"), bare["private"]),
+        curve("CPU a second", "µs", points("assistant CPU", of_all)),
+        curve("CPU a second of the loop", "µs", points("loop CPU", of_all)),
+        curve("voluntary switches a second", "", points("assistant switches", of_all)),
+        curve("first filling of the list: CPU of the main thread", "ms", fill, fill[1])]
