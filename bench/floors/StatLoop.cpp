@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 //
-// stat-loop COUNT: what watching COUNT status files costs when nothing but the watching is done. As many threads, each
-// with one stat and two pauses of 500 ms a second; POSIX calls alone.
+// stat-loop COUNT [SPREAD_MS]: what watching COUNT status files costs when nothing but the watching is done. As many
+// threads, each with one stat and two pauses of 500 ms a second; POSIX calls alone. They are started at once, or evenly
+// over SPREAD_MS: a thread that wakes up among others costs half of one that wakes up alone.
 
 #include <cstdint>
 #include <cstdio>
@@ -13,7 +14,13 @@
 namespace {
 
 constexpr useconds_t PauseUs = 500000;
+constexpr long UsPerMs = 1000;
 constexpr int Decimal = 10;
+
+long Argument(int argc, char** argv, int index, long otherwise)
+{
+    return index < argc ? strtol(argv[index], nullptr, Decimal) : otherwise;
+}
 
 // The printer's number comes in place of a pointer.
 void* Watch(void* number)
@@ -33,12 +40,16 @@ void* Watch(void* number)
 
 int main(int argc, char** argv)
 {
-    const long count = argc > 1 ? strtol(argv[1], nullptr, Decimal) : 1;
+    const long count = Argument(argc, argv, 1, 1);
+    const long intervalUs = Argument(argc, argv, 2, 0) * UsPerMs / count;
     for (intptr_t i = 0; i < count; ++i) {
         pthread_t thread = {};
         if (pthread_create(&thread, nullptr, Watch, reinterpret_cast<void*>(i)) != 0) {
             perror("stat-loop: cannot start a thread");
             return 1;
+        }
+        if (intervalUs > 0) {
+            usleep(static_cast<useconds_t>(intervalUs));
         }
     }
     pause();

@@ -51,6 +51,12 @@ class Program:
     def threads(self):
         return len(os.listdir(f"/proc/{self.pid}/task"))
 
+    def spread_ms(self, count):
+        """The time over which its last `count` threads were started, to 10 ms."""
+        last = sorted(os.listdir(f"/proc/{self.pid}/task"), key=int)[-count:]
+        starts = [_start_ticks(f"/proc/{self.pid}/task/{thread}/stat") for thread in last]
+        return (max(starts) - min(starts)) * 1000 // os.sysconf("SC_CLK_TCK")
+
     def voluntary_switches(self):
         """Of each thread, by number."""
         switches = {}
@@ -101,6 +107,11 @@ class Program:
                 return
             time.sleep(POLL_S)
         raise TimeoutError("the program never settles")
+
+
+def _start_ticks(path):
+    with open(path, encoding="utf-8") as file:
+        return int(file.read().rpartition(")")[2].split()[19])
 
 
 def _field(path, name):

@@ -11,7 +11,7 @@ KIB_PER_MIB = 1024
 US_PER_S = 1e6
 MS_PER_S = 1000
 
-FIRST_CYCLE_S = 1
+FIRST_CYCLE_S = 0.6
 
 # The assistant's threads beside its status workers: its main thread and the device manager's.
 OTHER_THREADS = 2
@@ -32,9 +32,10 @@ def run(programs, plan, window_s):
         folder.install(count)
         for i in range(rounds):
             idle_s = window_s if i < idle_rounds else None
-            _sample_assistant(programs, samples, count, idle_s, is_traced=i == 0)
+            spread_ms = _sample_assistant(programs, samples, count, idle_s)
             if idle_s:
-                _sample_loop(programs, samples, count, idle_s)
+                _sample_loop(programs, samples, "loop", count, idle_s)
+                _sample_loop(programs, samples, "spread loop", count, idle_s, str(spread_ms))
             _sample_threads(programs, samples, "threads", count)
             _sample_threads(programs, samples, "started threads", count, "-started")
             with Program(programs["bare-window"], "-hide") as window:
@@ -43,23 +44,24 @@ def run(programs, plan, window_s):
     return samples
 
 
-def _sample_assistant(programs, samples, count, idle_s, is_traced):
+def _sample_assistant(programs, samples, count, idle_s):
+    """Returns the time over which the status workers were started, ms."""
     with Program(programs["assistant"], "-hide") as assistant:
         assistant.wait_until_settled(count + OTHER_THREADS)
         samples.note("fill", count, assistant.main_thread_cpu() * MS_PER_S)
         _note_memory(samples, "assistant", count, assistant)
         if idle_s:
             _note_idle(samples, "assistant", count, assistant, idle_s)
-        if is_traced:
             for what, value in calls.trace(assistant.pid).items():
                 samples.note(what, count, value)
+        return assistant.spread_ms(count)
 
 
-def _sample_loop(programs, samples, count, idle_s):
-    with Program(programs["stat-loop"], str(count)) as loop:
+def _sample_loop(programs, samples, name, count, idle_s, *arguments):
+    with Program(programs["stat-loop"], str(count), *arguments) as loop:
         loop.wait_for_threads(count + 1)
         time.sleep(FIRST_CYCLE_S)
-        _note_idle(samples, "loop", count, loop, idle_s)
+        _note_idle(samples, name, count, loop, idle_s)
 
 
 def _sample_threads(programs, samples, name, count, *arguments):
