@@ -99,9 +99,7 @@ void TrdDeviceManage::SlotTaskStart()
     }
     bTaskStarted = true;
     do {
-        if (ReplaceListIfChanged(GetPrinterInfo(true))) {
-            emit SgnUpdatePrinterList();
-        }
+        ReplaceListIfChanged(GetPrinterInfo(true));
     } while (!WaitForSleep(RescanIntervalMs));
 }
 
@@ -110,15 +108,17 @@ void TrdDeviceManage::SlotThreadQuit()
     bThreadQuit = true;
 }
 
-bool TrdDeviceManage::ReplaceListIfChanged(const QList<stPrinterInfo>& printers)
+// The signal goes into the receiver's queue before any worker sees the new list. Otherwise a worker could fill its
+// record and speak of it first: the rows, made afresh after that, would keep their initial texts until the next change.
+void TrdDeviceManage::ReplaceListIfChanged(const QList<stPrinterInfo>& printers)
 {
     // Declared before the lock: the old list is freed after the lock is released.
     QList<stPrinterManager> list;
     const std::lock_guard<std::mutex> lock(PrinterListMutex());
     if (pPrinterList == nullptr || AreSamePrinters(printers, *pPrinterList)) {
-        return false;
+        return;
     }
     list = GetInitPrinterList(printers);
     pPrinterList->swap(list);
-    return true;
+    emit SgnUpdatePrinterList();
 }

@@ -11,7 +11,8 @@ class QTextCodec;
 /// the shared printer list and says so.
 ///
 /// Lives on a thread of its own; its loop runs inside SlotTaskStart(). Holds PrinterListMutex() only to compare and
-/// replace the shared list. A list file that is missing or cannot be used lists no printers; nothing is reported.
+/// replace the shared list and to say so. A list file that is missing or cannot be used lists no printers; nothing is
+/// reported.
 class TrdDeviceManage : public UtilThreadBase
 {
     Q_OBJECT
@@ -31,7 +32,7 @@ public:
     void InitStPrinterState(stPrinterState& state);
 
 signals:
-    /// The shared list has been replaced.
+    /// The shared list has been replaced. Emitted with PrinterListMutex() held: for queued connections.
     void SgnUpdatePrinterList();
 
 public slots:
@@ -40,7 +41,7 @@ public slots:
     void SlotThreadQuit();
 
 private:
-    bool ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
+    void ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
 
     QList<stPrinterManager>* pPrinterList = nullptr; ///< not owned; guarded by PrinterListMutex()
     QTextCodec* pTextCodec; ///< UTF-8; unused, kept for keys in other encodings

@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "TrdDeviceManage.h"
+#include "TrdGetPrinterStatus.h"
+
+#include <QThread>
+#include <QtTest>
+
+namespace {
+
+// A status worker looks once a second.
+constexpr unsigned long SlowToSpeakMs = 3000;
+
+// A status worker on a thread of its own, as the window has it.
+class RunningStatusWorker
+{
+public:
+    explicit RunningStatusWorker(QList<stPrinterManager>* list)
+    {
+        m_worker.Init(0, list);
+        m_worker.moveToThread(&m_thread);
+        m_thread.start();
+        QMetaObject::invokeMethod(&m_worker, &TrdGetPrinterStatus::SlotTaskStart, Qt::QueuedConnection);
+    }
+    ~RunningStatusWorker()
+    {
+        m_worker.bThreadQuit = true;
+        m_thread.quit();
+        m_thread.wait();
+    }
+    RunningStatusWorker(const RunningStatusWorker&) = delete;
+    RunningStatusWorker& operator=(const RunningStatusWorker&) = delete;
+
+    TrdGetPrinterStatus& worker()
+    {
+        return m_worker;
+    }
+
+private:
+    QThread m_thread;
+    TrdGetPrinterStatus m_worker{nullptr};
+};
+
+} // namespace
+
+class ListBeforeStatusTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void noStatusOvertakesTheList();
+};
+
+// The window makes its rows afresh when it hears of the list: what a status worker has said before would be lost.
+void ListBeforeStatusTest::noStatusOvertakesTheList()
+{
+    PrinterFolder::Create();
+    PrinterFolder::WriteStatusFile(QStringLiteral("A"), QByteArray(64, '\0')); // ready, without texts and supplies
+    PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("A"), QStringLiteral("another port"))});
+    QList<stPrinterManager> list{PrinterFolder::ListedPrinter(QStringLiteral("A"))};
+    QString heard;
+    RunningStatusWorker status(&list);
+    connect(&status.worker(), &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this,
+            [&heard] { heard += QLatin1Char('S'); });
+    QTRY_COMPARE(heard, QStringLiteral("S"));
+    TrdDeviceManage manager(nullptr);
+    manager.Init(&list);
+    connect(&manager, &TrdDeviceManage::SgnUpdatePrinterList, [] { QThread::msleep(SlowToSpeakMs); });
+    const auto hearOfTheList = [&heard] {
+        heard += QLatin1Char('L');
+    };
+    connect(&manager, &TrdDeviceManage::SgnUpdatePrinterList, this, hearOfTheList, Qt::QueuedConnection);
+    manager.SlotThreadQuit();
+    manager.SlotTaskStart(); // one pass
+    QTRY_COMPARE(heard, QStringLiteral("SLS"));
+}
+
+QTEST_GUILESS_MAIN(ListBeforeStatusTest)
+#include "tst_listbeforestatus.moc"
