@@ -4,7 +4,7 @@
 
 #include <QByteArray>
 
-/// A reply of the standard family with something in every field, 178 bytes.
+/// A reply of the standard family with something in every field.
 QByteArray StandardSample();
 /// A reply of the QZ family with an item of every kind that is decoded.
 QByteArray QZSample();
