@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+#include "AnnotatedThread.h"
 #include "brelprintertoolwidget.h"
 #include "PostedEventDispatcher.h"
 #include "TrdDeviceManage.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilLog.h"
 
-#include <QThread>
 #include <QTimer>
 
 namespace {
@@ -17,18 +17,18 @@ constexpr int StartsPerTurn = 50;
 
 QThread* StartThreadOf(QObject* worker)
 {
-    auto* thread = new QThread;
+    auto* thread = new AnnotatedThread;
     thread->setEventDispatcher(new PostedEventDispatcher);
     worker->moveToThread(thread);
     thread->start();
     return thread;
 }
 
-// Returns whether the thread has ended.
+// Returns whether the thread, one of those above, has ended.
 bool StopThread(QThread* thread)
 {
     thread->quit();
-    if (!thread->wait(StopTimeoutMs)) {
+    if (!static_cast<AnnotatedThread*>(thread)->wait(StopTimeoutMs)) {
         return false;
     }
     thread->deleteLater();

@@ -2,10 +2,10 @@
 
 #pragma once
 
+#include "AnnotatedThread.h"
 #include "TrdGetPrinterStatus.h"
 
 #include <QList>
-#include <QThread>
 
 #include <memory>
 #include <mutex>
@@ -55,7 +55,7 @@ private:
     mutable std::mutex m_mutex;
     QList<int> m_indices; ///< guarded by m_mutex
     QList<qint64> m_timesMs; ///< guarded by m_mutex
-    QThread m_thread;
+    AnnotatedThread m_thread;
     std::unique_ptr<StatusWorker> m_worker = std::make_unique<StatusWorker>();
 };
 

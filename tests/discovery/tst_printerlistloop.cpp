@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+#include "AnnotatedThread.h"
 #include "PrinterFolder.h"
 #include "PrinterListLock.h"
 #include "TrdDeviceManage.h"
 
 #include <QElapsedTimer>
-#include <QThread>
 #include <QtTest>
 
 #include <atomic>
@@ -113,7 +113,7 @@ public:
     {
         m_worker->bThreadQuit = true;
         m_thread.quit();
-        m_thread.wait();
+        m_thread.wait(PassTimeoutMs);
     }
     RunningWorker(const RunningWorker&) = delete;
     RunningWorker& operator=(const RunningWorker&) = delete;
@@ -126,7 +126,7 @@ public:
     {
         return *m_worker;
     }
-    QThread& thread()
+    AnnotatedThread& thread()
     {
         return m_thread;
     }
@@ -143,7 +143,7 @@ private:
     QElapsedTimer m_clock;
     std::atomic<int> m_updates{0};
     std::atomic<qint64> m_lastUpdateMs{0};
-    QThread m_thread;
+    AnnotatedThread m_thread;
     std::unique_ptr<TrdDeviceManage> m_worker = std::make_unique<TrdDeviceManage>(nullptr);
 };
 

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "AnnotatedThread.h"
+
+#include <QtTest>
+
+// What a thread has written may be read when it has been waited for: in a build for the thread sanitizer without a
+// report, also when the thread has ended long before.
+class AnnotatedThreadTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void LeavesItsWorkToTheWaiter();
+    void WaitMayFail();
+};
+
+namespace {
+
+constexpr unsigned long EndTimeoutMs = 30000;
+
+} // namespace
+
+void AnnotatedThreadTest::LeavesItsWorkToTheWaiter()
+{
+    AnnotatedThread thread;
+    QObject worker;
+    int written = 0;
+    worker.moveToThread(&thread);
+    QMetaObject::invokeMethod(&worker, [&thread, &written] {
+        written = 1;
+        thread.quit();
+    });
+    thread.start();
+    QTRY_VERIFY(thread.isFinished());
+    QVERIFY(thread.wait(EndTimeoutMs));
+    ++written;
+    QCOMPARE(written, 2);
+}
+
+void AnnotatedThreadTest::WaitMayFail()
+{
+    AnnotatedThread thread;
+    thread.start();
+    QVERIFY(!thread.wait(1));
+    thread.quit();
+    QVERIFY(thread.wait(EndTimeoutMs));
+}
+
+QTEST_GUILESS_MAIN(AnnotatedThreadTest)
+#include "tst_annotatedthread.moc"
