@@ -21,7 +21,11 @@ class SessionManager:
         """What the program does, or has done since the last question; None when it does nothing."""
         output = self._process.stdout
         # Nothing is buffered.
-        return output.readline().decode().rstrip("\n") if select.select([output], [], [], TIMEOUT_S)[0] else None
+        if not select.select([output], [], [], TIMEOUT_S)[0]:
+            return None
+        line = output.readline().decode()
+        assert line, "the session manager has ended"
+        return line.rstrip("\n")
 
     def log_out(self):
         """Asks the program; returns what it does until it has closed its connection, or does nothing more."""

@@ -6,6 +6,7 @@
 // everything, interaction allowed. A program that agrees is told to die. Serves until its input ends.
 
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <poll.h>
@@ -226,6 +227,8 @@ std::vector<pollfd> Sources(const std::vector<IceListenObj>& listeners, IceConn 
 
 int main()
 {
+    // What is written to a client that has just ended is no reason to end.
+    std::signal(SIGPIPE, SIG_IGN);
     const std::vector<IceListenObj> listeners = Listen();
     IceConn connection = nullptr;
     while (true) {
