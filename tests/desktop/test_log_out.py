@@ -37,7 +37,7 @@ class SessionManager:
 
     def stop(self):
         """It ends with its input."""
-        self._process.communicate()
+        self._process.communicate(timeout=TIMEOUT_S)
 
 
 @pytest.fixture
