@@ -1,8 +1,12 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+import os
+import pathlib
+
 import pytest
 from rig import accessibility
 from rig.assistant import Assistant
+from rig.launcher import Launcher
 from rig.notifications import Notifications
 from rig.printers import Printers
 from rig.screen import Screen
@@ -79,3 +83,23 @@ def assistant(start):
 def hidden_assistant(start):
     """A running assistant that was started with -hide."""
     return start("-hide")
+
+
+@pytest.fixture
+def launch(desktop, printers, program):
+    """Starts a login launcher: launch("--if-enabled", without=[environment variables...], NAME=value)."""
+    # printers: the package's folder is made afresh before the first start.
+    launchers = []
+
+    def launch_one(*arguments, without=(), **environment):
+        names = {**os.environ, **environment}
+        for name in without:
+            names.pop(name, None)
+        path = pathlib.Path(program).parent / "tolmar-q727-tool-login"
+        launchers.append(Launcher(desktop, path, arguments, names))
+        return launchers[-1]
+
+    yield launch_one
+    for launcher in launchers:
+        launcher.process.kill()
+        launcher.process.wait()

@@ -9,7 +9,7 @@ import time
 
 import dbus
 import pytest
-from rig.launcher import NOTICE_S, copies, fixture_launch, name_of  # noqa: F401
+from rig.launcher import NOTICE_S, copies, name_of
 from rig.waiting import TIMEOUT_S, eventually
 
 ENTRY = pathlib.Path("/opt/apps/tolmar-printer-q727/entries/autostart/tolmar-q727-tool-autostart.desktop")

@@ -3,7 +3,7 @@
 
 import socket
 
-from rig.launcher import fixture_launch, name_of  # noqa: F401
+from rig.launcher import name_of
 from rig.waiting import eventually
 
 

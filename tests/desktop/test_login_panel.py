@@ -2,7 +2,6 @@
 """The launcher that is started at login, after the desktop's panel."""
 
 import dbus
-from rig.launcher import fixture_launch  # noqa: F401
 
 
 def test_panel_is_there_already(launch):

@@ -1,12 +1,9 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 """The launcher that is started at login and becomes the assistant."""
 
-import os
 import pathlib
 import subprocess
 import time
-
-import pytest
 
 from rig import accessibility
 from rig.assistant import TITLE
@@ -68,22 +65,3 @@ class Launcher:
 
     def _visible_windows(self):
         return output_of("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()
-
-
-@pytest.fixture(name="launch")
-def fixture_launch(desktop, printers, program):
-    """Starts a launcher: launch("--if-enabled", without=[environment variables...])."""
-    launchers = []
-
-    def launch(*arguments, without=(), **environment):
-        names = {**os.environ, **environment}
-        for name in without:
-            names.pop(name, None)
-        path = pathlib.Path(program).parent / "tolmar-q727-tool-login"
-        launchers.append(Launcher(desktop, path, arguments, names))
-        return launchers[-1]
-
-    yield launch
-    for launcher in launchers:
-        launcher.process.kill()
-        launcher.process.wait()
