@@ -17,7 +17,7 @@ MICRO_GOALS = pathlib.Path(__file__).parent / "micro/goals.py"
 BEGIN = "<!-- last run: begin -->\n"
 END = "<!-- last run: end -->\n"
 
-ROW = "{:<58} {:>8} {:>8} {:<7} {:>6} {:>6} {:>6} {:>9} {}"
+ROW = "{:<55} {:>8} {:>8} {:<7} {:>6} {:>6} {:>6} {:>9} {}"
 
 
 def micro_rows(path):
@@ -47,7 +47,7 @@ def table(rows):
 
 def curve_lines(curves):
     counts = sorted({int(count) for curve in curves for count in curve["points"]})
-    line = "{:<58} {:<4}" + " {:>8}" * len(counts) + " {:>9}"
+    line = "{:<55} {:<3}" + " {:>7}" * len(counts) + " {:>9}"
     yield line.format("printers", "", *counts, "exponent")
     for curve in curves:
         points = [number(curve["points"][str(count)]) if str(count) in curve["points"] else "" for count in counts]
@@ -57,7 +57,7 @@ def curve_lines(curves):
 
 def latency_lines(latency):
     for count, waits in latency.items():
-        deciles = " ".join(f"{decile:.2f}" for decile in statistics.quantiles(waits, n=10))
+        deciles = " ".join(f"{decile:.2f}" for decile in statistics.quantiles(waits, n=10, method="inclusive"))
         yield f"latency deciles of {len(waits)} changes, {count} printer{'s' if count != '1' else ''}, s: {deciles}"
 
 

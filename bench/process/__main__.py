@@ -47,7 +47,7 @@ def measure(programs, plan):
     startup.measure(programs, watch, 1)  # caches
     rows = startup.measure(programs, watch, plan.starts)
     _say("memory and idling")
-    samples = steady.run(programs, plan.steady, plan.window_s)
+    samples = steady.run(programs, plan.steady, plan.window_s, (plan.few, plan.many))
     rows += steady_figures.rows(samples, plan.few, plan.many, plan.most)
     curves = steady_figures.curves(samples)
     _say("exit")

@@ -11,7 +11,7 @@ NOTICED_S = 4
 
 
 def measure(programs, count, rounds):
-    return row(f"rebuild of the list, {count} printers: CPU of the main thread", "ms",
+    return row(f"rebuild of the list, {count} printers: main thread's CPU", "ms",
                [_rebuild(programs["assistant"], count) for _ in range(rounds)])
 
 

@@ -24,9 +24,9 @@ class Samples(dict):
         self.setdefault((what, count), []).append(value)
 
 
-def run(programs, plan, window_s):
+def run(programs, plan, window_s, thread_counts):
     """`plan` gives by number of printers the rounds, and how many of them also look at what is done while idle. The
-    assistant and each floor take turns."""
+    assistant and each floor take turns; bare threads are run as many as `thread_counts` says."""
     samples = Samples()
     for count, (rounds, idle_rounds) in plan.items():
         folder.install(count)
@@ -36,11 +36,11 @@ def run(programs, plan, window_s):
             if idle_s:
                 _sample_loop(programs, samples, "loop", count, idle_s)
                 _sample_loop(programs, samples, "spread loop", count, idle_s, str(spread_ms))
-            _sample_threads(programs, samples, "threads", count)
-            _sample_threads(programs, samples, "started threads", count, "-started")
-            with Program(programs["bare-window"], "-hide") as window:
-                window.wait_until_quiet()
-                _note_memory(samples, "window", count, window)
+            if count in thread_counts:
+                _sample_threads(programs, samples, "threads", count)
+                _sample_threads(programs, samples, "started threads", count, "-started")
+            if count == 1:
+                _sample_window(programs, samples)
     return samples
 
 
@@ -69,6 +69,12 @@ def _sample_threads(programs, samples, name, count, *arguments):
         threads.wait_for_threads(count + 1)
         threads.wait_until_quiet()
         _note_memory(samples, name, count, threads)
+
+
+def _sample_window(programs, samples):
+    with Program(programs["bare-window"], "-hide") as window:
+        window.wait_until_quiet()
+        _note_memory(samples, "window", 1, window)
 
 
 def _note_memory(samples, name, count, program):

@@ -24,7 +24,7 @@ def rows(samples, few, many, most):
         row(f"CPU a printer-second, {many} printers", "µs", samples["assistant CPU", many], samples["loop CPU", many],
             limit=1.3),
         *(row(f"CPU a printer-second, {count} printers / loop spread alike", "µs", samples["assistant CPU", count],
-              samples["spread loop CPU", count]) for count in (many, most)),
+              samples["spread loop CPU", count]) for count in sorted({many, most})),
         row(f"voluntary switches a printer-second, {many} printers", "", samples["assistant switches", many],
             limit=2.1, in_unit=True),
         row(f"voluntary switches a printer-second, {most} / {few} printers", "", samples["assistant switches", most],
@@ -58,4 +58,4 @@ def curves(samples):
         curve("CPU a second of the loop", "µs", points("loop CPU", of_all)),
         curve("CPU a second of the loop, spread alike", "µs", points("spread loop CPU", of_all)),
         curve("voluntary switches a second", "", points("assistant switches", of_all)),
-        curve("first filling of the list: CPU of the main thread", "ms", fill, fill[1])]
+        curve("first filling of the list: main thread's CPU", "ms", fill, fill[1])]
