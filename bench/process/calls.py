@@ -22,7 +22,7 @@ def trace(pid):
     with tempfile.NamedTemporaryFile(mode="r", encoding="utf-8", errors="replace") as record:
         strace = subprocess.Popen(["strace", "-f", "-qq", "-e", "signal=none", "-o", record.name, "-p", str(pid)],
                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        _wait_until_attached(pid, strace.pid)
+        _wait_until_attached(pid, strace)
         time.sleep(TRACE_S)
         strace.terminate()
         strace.wait()
@@ -30,13 +30,18 @@ def trace(pid):
 
 
 def _wait_until_attached(pid, tracer):
-    while any(_tracer(pid, thread) != tracer for thread in os.listdir(f"/proc/{pid}/task")):
+    while any(_tracer(pid, thread) != tracer.pid for thread in os.listdir(f"/proc/{pid}/task")):
+        if tracer.poll() is not None:
+            raise RuntimeError("strace may not attach to the assistant (kernel.yama.ptrace_scope?)")
         time.sleep(0.02)
 
 
 def _tracer(pid, thread):
-    with open(f"/proc/{pid}/task/{thread}/status", encoding="ascii") as file:
-        return int(next(line for line in file if line.startswith("TracerPid")).split()[1])
+    try:
+        with open(f"/proc/{pid}/task/{thread}/status", encoding="utf-8") as file:
+            return int(next(line for line in file if line.startswith("TracerPid")).split()[1])
+    except FileNotFoundError:
+        return None  # a thread that has just ended
 
 
 def _by_thread(record):

@@ -8,7 +8,7 @@ import time
 
 import folder
 from figures import row
-from program import Program
+from program import TIMEOUT_S, Program
 from steady import OTHER_THREADS
 
 NS_PER_S = 1e9
@@ -44,21 +44,30 @@ def measure(programs, count, observers, rounds):
             time.sleep(random.random() / observers)
         for window in windows:
             window.program.wait_until_settled(count + OTHER_THREADS)
-        replaced = _replace_all(count, rounds)
+        replaced = {}
+        for i in range(rounds):
+            replaced.update(_replace_all(count, toner=5001 + i))
+            time.sleep(LONGEST_WAIT_S)
+            _wait_until_shown(windows, replaced)
         return [window.shown[text] - when for window in windows for text, when in replaced.items()]
 
 
-def _replace_all(count, rounds):
-    """Gives each printer a toner of its own in each round, at random times of a second. Returns when each was given."""
+def _replace_all(count, toner):
+    """Gives each printer this remaining toner at a random time of a second or two. Returns when each was given."""
     replaced = {}
-    for i in range(rounds):
-        toner = 5001 + i
-        for index in random.sample(range(count), count):
-            time.sleep(random.random() * 2 / count)
-            when = folder.replace(folder.status_file(index), folder.status_reply(toner))
-            replaced[index, f"{toner / 100:.2f}%"] = when
-        time.sleep(LONGEST_WAIT_S)
+    for index in random.sample(range(count), count):
+        time.sleep(random.random() * 2 / count)
+        when = folder.replace(folder.status_file(index), folder.status_reply(toner))
+        replaced[index, f"{toner / 100:.2f}%"] = when
     return replaced
+
+
+def _wait_until_shown(windows, replaced):
+    deadline = time.monotonic() + TIMEOUT_S
+    while not all(text in window.shown for window in windows for text in replaced):
+        if time.monotonic() > deadline:
+            raise TimeoutError("a change of a status file is never shown")
+        time.sleep(0.05)
 
 
 def rows(count, waits, has_goal):
