@@ -127,11 +127,13 @@ bool FaultRig::hasAnsweredInTime() const
 
 bool FaultRig::settlesAt(const ProcessUse& before, qint64 noiseBytes)
 {
-    return waitUntil(
-        [&before, noiseBytes] {
-            const ProcessUse use = ProcessUse::now();
-            return use.descriptors <= before.descriptors && use.threads <= before.threads &&
-                use.heapBytes <= before.heapBytes + noiseBytes;
-        },
-        SettleTimeoutMs);
+    ProcessUse use;
+    const auto isSo = [&] {
+        use = ProcessUse::now();
+        return use.descriptors <= before.descriptors && use.threads <= before.threads &&
+            use.heapBytes <= before.heapBytes + noiseBytes;
+    };
+    const bool hasSettled = waitUntil(isSo, SettleTimeoutMs);
+    qInfo("from %s to %s", qPrintable(before.words()), qPrintable(use.words()));
+    return hasSettled;
 }

@@ -46,7 +46,8 @@ public:
     int signalsOf(int row) const;
     void startRecord();
 
-    /// Whether descriptors and threads come down to those of `before`, and the heap too but for `noiseBytes`.
+    /// Whether descriptors and threads come down to those of `before`, and the heap too but for `noiseBytes`; prints
+    /// what they were and are.
     bool settlesAt(const ProcessUse& before, qint64 noiseBytes);
 
     /// Whether the window has answered in time whenever its event loop ran; prints how promptly it did.

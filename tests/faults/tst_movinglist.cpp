@@ -176,7 +176,8 @@ private:
 void MovingListTest::init()
 {
     PrinterFolder::Create();
-    for (const stPrinterInfo& printer : Printers(7)) {
+    const QList<stPrinterInfo> printers = Printers(7);
+    for (const stPrinterInfo& printer : printers) {
         PrinterFolder::WriteStatusFile(printer.strPrinterName, StandardBytes(RawReady));
     }
 }
@@ -186,10 +187,7 @@ bool MovingListTest::isFlat(FaultRig& rig, const Start& start)
     const int moreWorkers = rig.window().startedWorkers() - start.workers;
     ProcessUse allowed = start.use;
     allowed.threads += moreWorkers;
-    const bool hasSettled = rig.settlesAt(allowed, NoiseBytes + moreWorkers * WorkerBytes);
-    qInfo("at first %s, with %d more workers %s", qPrintable(start.use.words()), moreWorkers,
-          qPrintable(ProcessUse::now().words()));
-    return hasSettled;
+    return rig.settlesAt(allowed, NoiseBytes + moreWorkers * WorkerBytes);
 }
 
 // Half a list may say that there are printers without names, but nothing that is not in the file.

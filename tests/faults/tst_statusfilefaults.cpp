@@ -27,6 +27,7 @@ constexpr qint64 NoiseBytes = 262144;
 constexpr qint64 NoiseOfCyclesBytes = 16384;
 constexpr int HugeBytes = 10 * 1024 * 1024;
 constexpr qint64 MsPerHour = 3600000;
+constexpr qint64 MsPerYear = 8760 * MsPerHour;
 
 const QString Good = QStringLiteral("80.00% 就绪");
 const QString Offline = QStringLiteral("80.00% 脱机");
@@ -145,8 +146,8 @@ QVector<Fault> Faults()
         {"older by an hour", standard, TimeMoved(-MsPerHour), Other, Other},
         {"older by a millisecond", standard, TimeMoved(-1), Other, Other},
         {"from 1970", standard, TimeSet(0), Other, Other},
-        {"from before 1970", standard, TimeSet(-24 * MsPerHour), Other, Other},
-        {"from the future", standard, TimeMoved(24 * 3650 * MsPerHour), Other, Other},
+        {"from before 1970", standard, TimeSet(-MsPerYear), Other, Other},
+        {"from the future", standard, TimeMoved(10 * MsPerYear), Other, Other},
         {"directory", standard, InItsPlace([](const char* path) { return mkdir(path, S_IRWXU) == 0; }), Good, Good},
         {"FIFO", standard, InItsPlace([](const char* path) { return mkfifo(path, S_IRUSR | S_IWUSR) == 0; }), Good,
          Good},
@@ -238,8 +239,6 @@ private:
     QStringList m_early;
     QStringList m_late;
     bool m_isFlat = false;
-    ProcessUse m_atStart;
-    ProcessUse m_atEnd;
 };
 
 QString StatusFileFaultsTest::printer(int row) const
@@ -298,14 +297,13 @@ void StatusFileFaultsTest::initTestCase()
     strike();
     m_rig->run(EarlyMs);
     m_early = m_rig->shown();
-    m_atStart = ProcessUse::now();
+    const ProcessUse use = ProcessUse::now();
     const QStringList late = expected(&Fault::late);
     m_rig->waitUntil([this, &late] { return m_rig->shown().mid(0, late.size()) == late; }, LateTimeoutMs);
     m_rig->run(MoreCyclesMs);
     m_late = m_rig->shown();
     m_after = m_rig->window().printers();
-    m_isFlat = m_rig->settlesAt(m_atStart, NoiseBytes);
-    m_atEnd = ProcessUse::now();
+    m_isFlat = m_rig->settlesAt(use, NoiseBytes);
     heal();
     QVERIFY(m_rig->waitUntil([this] { return m_rig->shown().count(Healed) == m_rows; }));
 }
@@ -364,7 +362,6 @@ void StatusFileFaultsTest::filesThatNeverRest()
 
 void StatusFileFaultsTest::nothingIsHeldOn()
 {
-    qInfo("%s, some %d s later %s", qPrintable(m_atStart.words()), 12, qPrintable(m_atEnd.words()));
     QVERIFY(m_isFlat);
     QCOMPARE(m_rig->window().startedWorkers(), m_rows);
 }

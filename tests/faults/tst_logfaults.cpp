@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+// A log that is switched on and cannot be written: lines are lost, and nothing else.
+
+#include "FaultRig.h"
+#include "LogFolder.h"
+#include "PrinterFolder.h"
+#include "SampleReplies.h"
+#include "UtilLog.h"
+
+#include <QtTest>
+
+#include <functional>
+#include <unistd.h>
+
+namespace {
+
+constexpr char SmallDisk[] = "/tmp/small-disk";
+constexpr char ReadOnlyDisk[] = "/tmp/read-only-disk";
+constexpr char Filler[] = "/tmp/small-disk/filler";
+// Without the slash in which the name of a directory ends: the link itself.
+constexpr char ToolDirectory[] = "/opt/tolmar/tolmar-printer-q727/tool";
+constexpr qint64 NoiseBytes = 131072;
+
+const QString Name = QStringLiteral("Office_K4510A");
+
+using Action = std::function<bool()>;
+
+// The tool directory is a link to a folder of another disk.
+bool PutToolDirectoryOn(const char* folder)
+{
+    return unlink(ToolDirectory) == 0 && symlink(folder, ToolDirectory) == 0;
+}
+
+// To the last byte.
+bool FillSmallDisk()
+{
+    QFile filler(QString::fromLatin1(Filler));
+    if (!filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        return false;
+    }
+    for (const int bytes : {4096, 1}) {
+        while (filler.write(QByteArray(bytes, 'x')) == bytes) { }
+    }
+    return true;
+}
+
+bool EmptySmallDisk()
+{
+    return unlink(Filler) == 0;
+}
+
+struct Fault
+{
+    const char* name;
+    Action strike;
+    Action heal;
+};
+
+QVector<Fault> Faults()
+{
+    const auto toSmallDisk = [] {
+        return PutToolDirectoryOn(SmallDisk);
+    };
+    return {
+        {"disk full", FillSmallDisk, EmptySmallDisk},
+        {"read-only disk", [] { return PutToolDirectoryOn(ReadOnlyDisk); }, toSmallDisk},
+        {"no folder", [] { return unlink(ToolDirectory) == 0; },
+         [] {
+             return symlink(SmallDisk, ToolDirectory) == 0;
+         }},
+        {"a file in its place",
+         [] {
+             const bool isGone = unlink(ToolDirectory) == 0;
+             PrinterFolder::WriteFile(QString::fromLatin1(ToolDirectory), "in the way");
+             return isGone;
+         },
+         toSmallDisk},
+    };
+}
+
+QByteArray LogText()
+{
+    const QStringList names = LogFolder::Names();
+    return names.isEmpty() ? QByteArray() : PrinterFolder::ReadFile(LogFolder::Path(names.last()));
+}
+
+} // namespace
+
+class LogFaultsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void fault_data();
+    void fault();
+
+private:
+    bool shows(quint32 percent);
+
+    std::unique_ptr<FaultRig> m_rig;
+};
+
+void LogFaultsTest::init()
+{
+    PrinterFolder::Create();
+    QVERIFY(QDir().rmdir(QString::fromLatin1(ToolDirectory)));
+    QVERIFY(QDir(QString::fromLatin1(SmallDisk)).removeRecursively() || QDir(QString::fromLatin1(SmallDisk)).isEmpty());
+    QCOMPARE(symlink(SmallDisk, ToolDirectory), 0);
+    PrinterFolder::WritePrinterList({PrinterFolder::Printer(Name)});
+    m_rig = std::make_unique<FaultRig>();
+    SetLogEnable(true); // the window switches it off at its start; its first status worker starts later
+}
+
+void LogFaultsTest::cleanup()
+{
+    m_rig.reset();
+    SetLogEnable(false);
+}
+
+void LogFaultsTest::fault_data()
+{
+    QTest::addColumn<int>("index");
+    const QVector<Fault> faults = Faults();
+    for (int index = 0; index < faults.size(); ++index) {
+        QTest::newRow(faults.at(index).name) << index;
+    }
+}
+
+// A new state; each writes the printer's fields to the log.
+bool LogFaultsTest::shows(quint32 percent)
+{
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, percent * 100));
+    return m_rig->waitUntilShown(0, QStringLiteral("%1.00% 就绪").arg(percent));
+}
+
+void LogFaultsTest::fault()
+{
+    QFETCH(int, index);
+    const Fault fault = Faults().at(index);
+    const FakeCommand cancel(QStringLiteral("cancel"));
+    QVERIFY(m_rig->waitForRows(1));
+    QVERIFY(shows(10));
+    const QByteArray before = LogText();
+    QVERIFY(before.endsWith("dwPrinterNumOfPrint=0\n"));
+    const ProcessUse use = ProcessUse::now();
+
+    QVERIFY(fault.strike());
+    QVERIFY(shows(20));
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob, 2000));
+    QVERIFY(m_rig->waitUntilShown(0, QStringLiteral("20.00% 正在取消任务")));
+    QCOMPARE(cancel.calls(), QList<QStringList>{QStringList{Name}});
+    QVERIFY(shows(30));
+
+    QVERIFY(fault.heal());
+    QCOMPARE(LogText().left(before.size()), before);
+    QVERIFY(shows(40));
+    const QByteArray after = LogText();
+    QCOMPARE(after.left(before.size()), before);
+    QCOMPARE(LogFolder::Names().size(), 1);
+    // Of the states in between nothing whole is left; the last one is there whole.
+    QCOMPARE(after.count("dwPrinterNumOfPrint=0\n"), before.count("dwPrinterNumOfPrint=0\n") + 1);
+    QVERIFY(after.endsWith("dwPrinterNumOfPrint=0\n"));
+    QVERIFY(after.mid(before.size()).contains("dwRemainingToner=4000\n"));
+    QVERIFY(m_rig->settlesAt(use, NoiseBytes));
+    QVERIFY(m_rig->hasAnsweredInTime());
+}
+
+QTEST_MAIN(LogFaultsTest)
+#include "tst_logfaults.moc"
