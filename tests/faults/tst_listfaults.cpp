@@ -149,6 +149,7 @@ class ListFaultsTest : public QObject
 
 private slots:
     void initTestCase();
+    void cleanupTestCase();
     void step_data();
     void step();
     void nothingIsHeldOn();
@@ -186,6 +187,12 @@ void ListFaultsTest::initTestCase()
     QVERIFY(m_rig->waitUntil([this] { return rows(*m_rig) == QStringList({Hall, Office, Attic}); }));
     m_expectedWorkers = m_lastRowCount = 3;
     m_atStart = ProcessUse::now();
+}
+
+// The windows must not outlive the application, whichever functions were chosen.
+void ListFaultsTest::cleanupTestCase()
+{
+    m_rig.reset();
 }
 
 void ListFaultsTest::step_data()
