@@ -4,7 +4,6 @@
 
 #include "PrinterListLock.h"
 
-#include <QApplication>
 #include <QTableWidget>
 
 namespace {
@@ -23,6 +22,12 @@ struct StatusWorkers
     friend Member MemberOf(StatusWorkers tag);
 };
 
+struct SettingsDialog
+{
+    using Member = AppSetting* BrelPrinterToolWidget::*;
+    friend Member MemberOf(SettingsDialog tag);
+};
+
 template <typename Tag, typename Tag::Member member> struct Reach
 {
     friend typename Tag::Member MemberOf(Tag /*tag*/)
@@ -33,26 +38,14 @@ template <typename Tag, typename Tag::Member member> struct Reach
 
 template struct Reach<SharedList, &BrelPrinterToolWidget::listPrinter>;
 template struct Reach<StatusWorkers, &BrelPrinterToolWidget::listStatusWorker>;
-
-// Dialogs of earlier windows have been deleted.
-AppSetting* FindSettingsDialog()
-{
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget* widget : widgets) {
-        if (auto* dialog = qobject_cast<AppSetting*>(widget)) {
-            return dialog;
-        }
-    }
-    return nullptr;
-}
+template struct Reach<SettingsDialog, &BrelPrinterToolWidget::pAppSetting>;
 
 } // namespace
 
 TestWindow::TestWindow()
     : BrelPrinterToolWidget(nullptr)
-    , m_settingsDialog(FindSettingsDialog())
+    , m_settingsDialog(this->*MemberOf(SettingsDialog()))
 {
-    Q_ASSERT(m_settingsDialog != nullptr);
 }
 
 TestWindow::~TestWindow()
