@@ -28,11 +28,12 @@ constexpr char LogSource[] = "../TrdGetPrinterStatus";
 constexpr int CancelLogLine = 513;
 constexpr int CancelRefusedLogLine = 514;
 
+// A shell gets bytes: in GBK and its like one of the characters may be the second byte of a Chinese one.
 bool HoldsAnyOf(const QString& name, const QString& characters)
 {
-    return std::any_of(name.begin(), name.end(), [&characters](QChar c) {
-        return c.category() == QChar::Other_Control || characters.contains(c);
-    });
+    const QByteArray bytes = name.toLocal8Bit();
+    return std::any_of(name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; }) ||
+        std::any_of(bytes.begin(), bytes.end(), [&characters](char c) { return characters.contains(QLatin1Char(c)); });
 }
 
 // Unquoted in the command, such a name would name another queue or start another program, never its own. Its words are

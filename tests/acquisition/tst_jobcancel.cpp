@@ -6,6 +6,7 @@
 #include "StatusWorker.h"
 #include "UtilLog.h"
 
+#include <QTextCodec>
 #include <QtTest>
 
 #include <string>
@@ -28,6 +29,8 @@ private slots:
     void Command();
     void RefusedNames_data();
     void RefusedNames();
+    void RefusedBytes_data();
+    void RefusedBytes();
     void CommandLength_data();
     void CommandLength();
 };
@@ -243,6 +246,35 @@ void JobCancelTest::RefusedNames()
              lines.last().constData());
     QCOMPARE(setting.worker.runCycle(), 0);
     QCOMPARE(LogLines().size(), 2);
+}
+
+void JobCancelTest::RefusedBytes_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("pipe") << QStringLiteral("P亅x") << QByteArray("P\x81|x");
+    QTest::newRow("command substitution") << QStringLiteral("P乣x乣") << QByteArray("P\x81`x\x81`");
+    QTest::newRow("backslash") << QStringLiteral("P乗") << QByteArray("P\x81\\");
+}
+
+// Not UTF-8: a byte that a shell takes for its own stands inside a Chinese character.
+void JobCancelTest::RefusedBytes()
+{
+    QFETCH(const QString, name);
+    QTextCodec* const usual = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("GBK"));
+    const FakeCommand cancel(QStringLiteral("cancel"));
+    const FakeCommand other(QStringLiteral("x"));
+    Setting setting(name);
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelingJob));
+    const int changes = setting.worker.runCancelCycle();
+    const QByteArray bytes = name.toLocal8Bit();
+    PrinterFolder::RemoveStatusFile(name);
+    QTextCodec::setCodecForLocale(usual);
+    QTEST(bytes, "bytes");
+    QCOMPARE(changes, 1);
+    QCOMPARE(cancel.calls().size(), 0);
+    QCOMPARE(other.calls().size(), 0);
 }
 
 void JobCancelTest::CommandLength_data()
