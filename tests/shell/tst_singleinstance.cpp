@@ -221,10 +221,20 @@ void SingleInstanceTest::toolDirectory()
         QVERIFY(folder.exists());
         QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
     }
-    PrinterFolder::WriteFile(folder.filePath(QStringLiteral("pslist.tmp")), "1 ? 00:00:00 BrelPrinterTool\n");
+    const QString list = folder.filePath(QStringLiteral("pslist.tmp"));
+    {
+        PrinterFolder::WriteFile(list, "1 ? 00:00:00 BrelPrinterTool\n");
+        AssistantProcess assistant;
+        QVERIFY(assistant.startIntoTray());
+        QVERIFY(!QFile::exists(list));
+    }
+    const QString target = QStringLiteral("/opt/target");
+    PrinterFolder::WriteFile(target, "kept");
+    QVERIFY(QFile::link(target, list));
     AssistantProcess assistant;
     QVERIFY(assistant.startIntoTray());
-    QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("pslist.tmp"))));
+    QVERIFY(!QFileInfo(list).isSymLink());
+    QCOMPARE(PrinterFolder::ReadFile(target), QByteArray("kept"));
 }
 
 // A file in its place stops even root.
