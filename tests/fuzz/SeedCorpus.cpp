@@ -92,7 +92,8 @@ QZReply ReplyWithItems(const QVector<ReplyRecord>& items, std::optional<quint8> 
 QZReply QZReplyWithManyCodes()
 {
     QZReply reply;
-    for (const quint16 code : ReplyWithManyCodes().errorCodes) {
+    const StandardReply standard = ReplyWithManyCodes();
+    for (const quint16 code : standard.errorCodes) {
         reply.items.append(QZError(code));
         reply.items.append(QZWarning(code));
     }

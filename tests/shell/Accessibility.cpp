@@ -44,7 +44,7 @@ QList<AccessibleObject> Children(const AccessibleObject& parent)
     const QDBusConnection bus = AccessibilityBus();
     const QDBusMessage reply = Call(bus, parent, AccessibleInterface(), QStringLiteral("GetChildren"));
     QList<AccessibleObject> children;
-    if (reply.arguments().isEmpty()) {
+    if (reply.type() != QDBusMessage::ReplyMessage) { // it has gone
         return children;
     }
     const auto argument = reply.arguments().constFirst().value<QDBusArgument>();

@@ -138,6 +138,11 @@ bool AssistantProcess::isRunning() const
     return m_process.state() == QProcess::Running;
 }
 
+qint64 AssistantProcess::processId() const
+{
+    return m_process.processId();
+}
+
 int AssistantProcess::waitForExit(int timeoutMs)
 {
     if (isRunning() && !m_process.waitForFinished(timeoutMs)) {

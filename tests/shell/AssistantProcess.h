@@ -25,6 +25,7 @@ public:
     bool start(const QStringList& arguments = {});
 
     bool isRunning() const;
+    qint64 processId() const;
     /// The exit code; -1 when it crashed or did not end in time.
     int waitForExit(int timeoutMs = 10000);
 

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#pragma once
+
+#include "AssistantProcess.h"
+#include "Chance.h"
+#include "ListFaults.h"
+#include "PrinterFolder.h"
+#include "SoakSample.h"
+#include "StatusFaults.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QVector>
+
+/// How a run of a given length is laid out. Times in seconds.
+struct SoakPlan
+{
+    explicit SoakPlan(double seconds);
+
+    double duration;
+    double warmUp; ///< faults rage, but nothing is judged yet
+    double stormInterval; ///< from the begin of one storm of the printer list to that of the next
+    double settling; ///< after a storm, before samples count again
+    double window; ///< of the medians that trends are taken from
+};
+
+/// The assistant among failing printers. Needs a sandbox with a screen and the desktop double, as an ordinary user.
+class Soak
+{
+public:
+    Soak(const SoakPlan& plan, quint64 seed, const QString& csvPath);
+
+    /// False, with a line on stderr, when the assistant does not start, dies on the way or does not answer at the end.
+    bool run();
+    const QVector<SoakSample>& samples() const
+    {
+        return m_samples;
+    }
+
+private:
+    bool start();
+    bool rage();
+    void disturb(int tick);
+    void changeCancelCommand(const QByteArray& body);
+    bool takeSample();
+    bool showsAllPrinters();
+    bool cancelsJobs();
+    bool exits();
+    bool leftNothingBehind() const;
+    double seconds() const;
+
+    const SoakPlan m_plan;
+    QVector<SimulatedPrinter> m_printers;
+    // Each has a stream of its own: how they interleave does not matter to what comes next.
+    StatusFaults m_statusFaults;
+    ListFaults m_listFaults;
+    Chance m_chance; ///< of the cancel command
+    FakeCommand m_cancel;
+    AssistantProcess m_assistant;
+    QFile m_csv;
+    QVector<SoakSample> m_samples;
+    QElapsedTimer m_timer;
+    double m_nextStorm;
+    double m_settledFrom;
+};

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+// Runs the assistant among failing printers and judges what it used. Exit code 0: all is well; 1: it is not, or the
+// arguments are wrong.
+
+#include "Soak.h"
+#include "Verdict.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDateTime>
+
+#include <cstdio>
+
+namespace {
+
+constexpr double SecondsPerMinute = 60;
+
+int Fail(const char* reason)
+{
+    std::fprintf(stderr, "soak: %s\n", reason);
+    return 1;
+}
+
+bool Report(const QVector<Finding>& findings)
+{
+    bool isGood = true;
+    for (const Finding& finding : findings) {
+        std::printf("%s  %s\n", finding.isGood ? "good" : "BAD ", qPrintable(finding.text));
+        isGood = isGood && finding.isGood;
+    }
+    return isGood;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    const QCommandLineOption seedOption(QStringLiteral("seed"), QString(), QStringLiteral("number"));
+    parser.addOption(seedOption);
+    parser.process(application);
+    const QStringList arguments = parser.positionalArguments();
+    if (arguments.size() != 2) {
+        return Fail("give the minutes and the path of the record; script/soak does");
+    }
+    bool isMinutes = false;
+    const double minutes = arguments.first().toDouble(&isMinutes);
+    bool isSeed = true;
+    const quint64 seed = parser.isSet(seedOption) ? parser.value(seedOption).toULongLong(&isSeed)
+                                                  : static_cast<quint64>(QDateTime::currentSecsSinceEpoch());
+    if (!isMinutes || !(minutes > 0) || !isSeed) {
+        return Fail("minutes and seed must be numbers");
+    }
+    std::printf("%g minutes, seed %llu, record %s\n", minutes, seed, qPrintable(arguments.last()));
+    std::fflush(stdout);
+    const SoakPlan plan(minutes * SecondsPerMinute);
+    Soak soak(plan, seed, arguments.last());
+    const bool hasAnswered = soak.run();
+    const bool isFlat = Report(Judge(soak.samples(), plan.window));
+    return hasAnswered && isFlat ? 0 : 1;
+}

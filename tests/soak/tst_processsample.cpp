@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "OpenedFiles.h"
+#include "ProcessSample.h"
+
+#include <QTemporaryDir>
+#include <QThread>
+#include <QtTest>
+
+#include <cstdio>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+constexpr int KibPerMib = 1024;
+constexpr int BytesPerKib = 1024;
+constexpr int BlockMib = 16;
+
+ProcessSample Own()
+{
+    ProcessSample sample;
+    if (!ReadProcess(getpid(), sample)) {
+        qFatal("this process cannot be looked into");
+    }
+    return sample;
+}
+
+} // namespace
+
+class ProcessSampleTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void memory();
+    void descriptors();
+    void threads();
+    void processorTime();
+    void noSuchProcess();
+    void openedFilesInTheirOrder();
+};
+
+void ProcessSampleTest::memory()
+{
+    const ProcessSample before = Own();
+    QVERIFY(before.privateKib > 0);
+    QVERIFY(before.rssKib > before.privateKib);
+    QVERIFY(before.pssKib >= before.pssAnonymousKib);
+    const QByteArray block(BlockMib * KibPerMib * BytesPerKib, 'x');
+    const ProcessSample after = Own();
+    for (const double growth : {after.pssKib - before.pssKib, after.pssAnonymousKib - before.pssAnonymousKib,
+                                after.rssKib - before.rssKib, after.privateKib - before.privateKib}) {
+        QVERIFY2(growth >= BlockMib * KibPerMib, qPrintable(QString::number(growth)));
+        QVERIFY2(growth < (BlockMib + 8) * KibPerMib, qPrintable(QString::number(growth)));
+    }
+    QCOMPARE(block.back(), 'x');
+}
+
+void ProcessSampleTest::descriptors()
+{
+    const int before = Own().descriptors;
+    int ends[2] = {};
+    QCOMPARE(pipe(ends), 0);
+    QCOMPARE(Own().descriptors, before + 2);
+    close(ends[0]);
+    close(ends[1]);
+    QCOMPARE(Own().descriptors, before);
+}
+
+void ProcessSampleTest::threads()
+{
+    const ProcessSample before = Own();
+    QThread named;
+    named.setObjectName(QStringLiteral("named"));
+    named.start();
+    QThread plain;
+    plain.start();
+    QTRY_COMPARE(Own().workerThreads, before.workerThreads + 1);
+    QTRY_COMPARE(Own().threads, before.threads + 2);
+    for (QThread* thread : {&named, &plain}) {
+        thread->quit();
+        thread->wait();
+    }
+    QTRY_COMPARE(Own().threads, before.threads);
+    QCOMPARE(Own().workerThreads, before.workerThreads);
+}
+
+void ProcessSampleTest::processorTime()
+{
+    const ProcessSample before = Own();
+    QThread::msleep(600); // does not count
+    std::thread([]() {
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.elapsed() < 200) { }
+    }).join();
+    const double used = Own().cpuSeconds - before.cpuSeconds;
+    QVERIFY2(used > 0.02 && used < 0.5, qPrintable(QString::number(used)));
+}
+
+void ProcessSampleTest::noSuchProcess()
+{
+    ProcessSample sample;
+    const qint64 largestPid = 4194304;
+    QVERIFY(!ReadProcess(largestPid, sample));
+}
+
+void ProcessSampleTest::openedFilesInTheirOrder()
+{
+    const QTemporaryDir folder;
+    const auto write = [&folder](const char* name) {
+        QString path = folder.filePath(QString::fromLatin1(name));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly)) {
+            qFatal("cannot write %s", qPrintable(path));
+        }
+        return path;
+    };
+    const auto open = [](const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly);
+    };
+    const QString a = write("a");
+    const QString b = write("b");
+    const QString shared = folder.filePath(QStringLiteral("shared"));
+    OpenedFiles opened({a, b});
+    QCOMPARE(opened.take(), QVector<int>());
+    QVERIFY(open(b));
+    QVERIFY(open(a));
+    QVERIFY(QFile::exists(b)); // looked at, not opened
+    QCOMPARE(opened.take(), (QVector<int>{1, 0}));
+    // One name, first of this file and then of that.
+    for (const QString& path : {a, b}) {
+        const QByteArray name = QFile::encodeName(shared + QStringLiteral(".new"));
+        QCOMPARE(link(QFile::encodeName(path).constData(), name.constData()), 0);
+        QCOMPARE(rename(name.constData(), QFile::encodeName(shared).constData()), 0);
+        QVERIFY(open(shared));
+    }
+    QCOMPARE(opened.take(), (QVector<int>{0, 1}));
+    QCOMPARE(opened.take(), QVector<int>());
+}
+
+QTEST_GUILESS_MAIN(ProcessSampleTest)
+#include "tst_processsample.moc"
