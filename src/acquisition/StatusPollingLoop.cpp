@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "FixedPaths.h"
+#include "LateWakeUps.h"
 #include "ModelCatalogue.h"
 #include "PrinterListLock.h"
 #include "ShellCommand.h"
@@ -103,6 +104,7 @@ void TrdGetPrinterStatus::SlotTaskStart()
         return;
     }
     bTaskStarted = true;
+    AllowLateWakeUps();
     do {
         PollPrinter();
         // What was signalled meanwhile waits in this thread's queue, and each start of another worker asks this one to

@@ -3,6 +3,7 @@
 #include "TrdDeviceManage.h"
 
 #include "FixedPaths.h"
+#include "LateWakeUps.h"
 #include "PrinterListLock.h"
 #include "PrinterListSnapshot.h"
 
@@ -98,6 +99,7 @@ void TrdDeviceManage::SlotTaskStart()
         return;
     }
     bTaskStarted = true;
+    AllowLateWakeUps();
     do {
         ReplaceListIfChanged(GetPrinterInfo(true));
     } while (!WaitForSleep(RescanIntervalMs));

@@ -13,7 +13,7 @@ namespace {
 
 constexpr char LogSource[] = "brelprintertoolwidget";
 constexpr unsigned long StopTimeoutMs = 1000;
-constexpr int StartsPerTurn = 50;
+constexpr int SignalsPerTurn = 10000;
 
 QThread* StartThreadOf(QObject* worker)
 {
@@ -61,7 +61,7 @@ void BrelPrinterToolWidget::InitThread()
 // what goes beyond a desktop's handful is left to later turns of the event loop.
 void BrelPrinterToolWidget::StartWaitingWorkers()
 {
-    for (int started = 0; started < StartsPerTurn && !listWaitingIndex.isEmpty(); ++started) {
+    for (int sent = 0; sent < SignalsPerTurn && !listWaitingIndex.isEmpty(); sent += listStatusWorker.size()) {
         StartStatusWorker(listWaitingIndex.takeFirst());
     }
     if (!listWaitingIndex.isEmpty()) {

@@ -10,6 +10,8 @@
 
 #include <functional>
 #include <limits>
+#include <sys/prctl.h>
+#include <thread>
 
 // One cycle after the other: what is read, counted, written back and signalled.
 class PollingCycleTest : public QObject
@@ -22,6 +24,7 @@ private slots:
     void IndexOutsideTheList();
     void WithoutAList();
     void SecondStartIsIgnored();
+    void MayWakeUpLate();
     void SuccessIsWrittenBack();
     void OnlyTheOwnRecordIsTouched();
     void SignalOnChangeOnly_data();
@@ -142,6 +145,15 @@ void PollingCycleTest::SecondStartIsIgnored()
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawPrinting));
     setting.worker.SlotTaskStart();
     QCOMPARE(setting.state().enCurrentStatus, 5);
+}
+
+void PollingCycleTest::MayWakeUpLate()
+{
+    std::thread([] {
+        Setting setting;
+        setting.worker.runCycle();
+        QCOMPARE(prctl(PR_GET_TIMERSLACK), 5000000);
+    }).join();
 }
 
 void PollingCycleTest::SuccessIsWrittenBack()

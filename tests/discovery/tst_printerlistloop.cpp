@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <memory>
+#include <sys/prctl.h>
 #include <thread>
 
 // The loop: when it replaces the shared list, how often it looks, how it is stopped.
@@ -26,6 +27,7 @@ private slots:
     void SignalFollowsTheReplacement();
     void WithoutAList();
     void SecondStartIsIgnored();
+    void MayWakeUpLate();
     void ReadersSeeTheListWhole();
     void LooksEveryThreeSeconds();
     void StopEndsThePause();
@@ -285,6 +287,14 @@ void PrinterListLoopTest::SecondStartIsIgnored()
     PrinterFolder::WritePrinterList(Printers(QStringLiteral("B@2")));
     worker.SlotTaskStart();
     QCOMPARE(Words(list), QStringLiteral("A@1"));
+}
+
+void PrinterListLoopTest::MayWakeUpLate()
+{
+    std::thread([] {
+        RunOnePass(nullptr);
+        QCOMPARE(prctl(PR_GET_TIMERSLACK), 5000000);
+    }).join();
 }
 
 void PrinterListLoopTest::ReadersSeeTheListWhole()

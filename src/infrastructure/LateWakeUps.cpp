@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "LateWakeUps.h"
+
+#include <sys/prctl.h>
+
+namespace {
+
+constexpr unsigned long LeewayNs = 5000000;
+
+} // namespace
+
+void AllowLateWakeUps()
+{
+    prctl(PR_SET_TIMERSLACK, LeewayNs, 0UL, 0UL, 0UL);
+}
