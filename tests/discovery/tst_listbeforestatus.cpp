@@ -21,7 +21,6 @@ public:
         m_worker.Init(0, list);
         m_worker.moveToThread(&m_thread);
         m_thread.start();
-        QMetaObject::invokeMethod(&m_worker, &TrdGetPrinterStatus::SlotTaskStart, Qt::QueuedConnection);
     }
     ~RunningStatusWorker()
     {
@@ -32,6 +31,10 @@ public:
     RunningStatusWorker(const RunningStatusWorker&) = delete;
     RunningStatusWorker& operator=(const RunningStatusWorker&) = delete;
 
+    void start()
+    {
+        QMetaObject::invokeMethod(&m_worker, &TrdGetPrinterStatus::SlotTaskStart, Qt::QueuedConnection);
+    }
     TrdGetPrinterStatus& worker()
     {
         return m_worker;
@@ -63,6 +66,7 @@ void ListBeforeStatusTest::noStatusOvertakesTheList()
     RunningStatusWorker status(&list);
     connect(&status.worker(), &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this,
             [&heard] { heard += QLatin1Char('S'); });
+    status.start();
     QTRY_COMPARE(heard, QStringLiteral("S"));
     TrdDeviceManage manager(nullptr);
     manager.Init(&list);

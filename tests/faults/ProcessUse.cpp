@@ -2,9 +2,9 @@
 
 #include "ProcessUse.h"
 
-#include <QDir>
+#include "HeapBytes.h"
 
-#include <malloc.h>
+#include <QDir>
 
 namespace {
 
@@ -23,8 +23,7 @@ ProcessUse ProcessUse::now()
     // One of them is open only to count them.
     use.descriptors = EntriesOf("/proc/self/fd") - 1;
     use.threads = EntriesOf("/proc/self/task");
-    const struct mallinfo2 heap = mallinfo2();
-    use.heapBytes = static_cast<qint64>(heap.uordblks) + static_cast<qint64>(heap.hblkhd);
+    use.heapBytes = HeapBytes();
     return use;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+#include "HeapBytes.h"
 #include "PrinterFolder.h"
 #include "StatusReplyEncoder.h"
 #include "TestWindow.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <malloc.h>
 #include <memory>
 #include <new>
 #include <sys/resource.h>
@@ -52,11 +52,6 @@ int PlainThreadCount()
         }
     }
     return count;
-}
-
-qint64 HeapBytes()
-{
-    return static_cast<qint64>(mallinfo2().uordblks);
 }
 
 void WriteStatus(const QString& name, quint8 status)

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "HeapBytes.h"
+
+// The sanitizers' heap takes the place of the C library's, which then knows of nothing.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#include <cstddef>
+
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // GCC has it, but no header for it
+
+qint64 HeapBytes()
+{
+    return static_cast<qint64>(__sanitizer_get_current_allocated_bytes());
+}
+
+#else
+#include <malloc.h>
+
+qint64 HeapBytes()
+{
+    const struct mallinfo2 heap = mallinfo2();
+    return static_cast<qint64>(heap.uordblks) + static_cast<qint64>(heap.hblkhd);
+}
+
+#endif
