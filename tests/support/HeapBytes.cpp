@@ -18,7 +18,11 @@ qint64 HeapBytes()
 
 qint64 HeapBytes()
 {
+#if __GLIBC_PREREQ(2, 33)
     const struct mallinfo2 heap = mallinfo2();
+#else
+    const struct mallinfo heap = mallinfo(); // good for 2 GiB
+#endif
     return static_cast<qint64>(heap.uordblks) + static_cast<qint64>(heap.hblkhd);
 }
 
