@@ -15,7 +15,8 @@ _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _BUS = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
 _ON_SCREEN = dbus.UInt32(0)
 _GONE = ("org.freedesktop.DBus.Error.ServiceUnknown", "org.freedesktop.DBus.Error.NoReply",
-         "org.freedesktop.DBus.Error.UnknownObject", "org.freedesktop.DBus.Error.NameHasNoOwner",
+         "org.freedesktop.DBus.Error.UnknownObject", "org.freedesktop.DBus.Error.UnknownInterface",
+         "org.freedesktop.DBus.Error.UnknownMethod", "org.freedesktop.DBus.Error.NameHasNoOwner",
          "org.freedesktop.DBus.Error.Disconnected", "org.freedesktop.DBus.Error.InvalidArgs")
 _CALM_WITHIN_S = 5
 _PAUSE_S = 0.02
