@@ -24,31 +24,34 @@ struct FlatMeasure
 {
     const char* name = "";
     const char* unit = "";
-    // Over the whole run: caches fill, and each worker once takes the ways that it has not taken before.
+    // Over the whole run: caches fill.
     double mostGrowth = 0;
+    // Besides, each worker once takes the ways that it has not taken before, and drifts apart from those that were
+    // started with it until none wakes up together with others.
+    double mostGrowthPerWorker = 0;
     Measure measure;
 };
 
 const QVector<FlatMeasure>& FlatMeasures()
 {
     static const QVector<FlatMeasure> s_measures{
-        {"private memory", "KiB", 256,
+        {"private memory", "KiB", 256, 1,
          [](const SoakSample& sample) {
              return sample.process.privateKib;
          }},
-        {"share of anonymous memory", "KiB", 256,
+        {"share of anonymous memory", "KiB", 256, 1,
          [](const SoakSample& sample) {
              return sample.process.pssAnonymousKib;
          }},
-        {"resident memory", "KiB", 1024,
+        {"resident memory", "KiB", 1024, 1,
          [](const SoakSample& sample) {
              return sample.process.rssKib;
          }},
-        {"processor", "% of a core", 0.5,
+        {"processor", "% of a core", 0.5, 0.002,
          [](const SoakSample& sample) {
              return sample.cpuPercent;
          }},
-        {"time to answer", "ms", 5,
+        {"time to answer", "ms", 5, 0,
          [](const SoakSample& sample) {
              return sample.answerMs;
          }},
@@ -84,7 +87,7 @@ Finding JudgeTrend(const FlatMeasure& flat, const QVector<SoakSample>& settled, 
     }
     const Trend trend = TheilSen(groups);
     const double minutes = (settled.last().seconds - settled.first().seconds) / SecondsPerMinute;
-    const double mostSlope = flat.mostGrowth / minutes;
+    const double mostSlope = (flat.mostGrowth + flat.mostGrowthPerWorker * settled.last().expectedWorkers) / minutes;
     const double peak = *std::max_element(values.begin(), values.end());
     return {trend.points > 0 && trend.lower <= mostSlope,
             QString::asprintf("%s: %+.3f a minute, with 99 %% confidence %+.3f to %+.3f (%d windows); "

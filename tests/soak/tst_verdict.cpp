@@ -103,13 +103,13 @@ void VerdictTest::badRun_data()
     const QString workers = QStringLiteral("worker threads");
     QTest::addColumn<Change>("change");
     QTest::addColumn<QString>("bad");
-    QTest::newRow("1 KiB each time the list is looked at") << Change([](SoakSample& sample) {
+    QTest::newRow("2 KiB each time the list is looked at") << Change([](SoakSample& sample) {
         for (double* kib : {&sample.process.privateKib, &sample.process.pssAnonymousKib, &sample.process.rssKib}) {
-            *kib += sample.seconds / 3;
+            *kib += 2 * sample.seconds / 3;
         }
     }) << privateMemory + QStringLiteral(", ") + anonymousShare;
     QTest::newRow("files mapped and kept")
-        << Change([](SoakSample& sample) { sample.process.rssKib += sample.seconds; }) << residentMemory;
+        << Change([](SoakSample& sample) { sample.process.rssKib += 2 * sample.seconds; }) << residentMemory;
     QTest::newRow("a single descriptor lost")
         << Change([](SoakSample& sample) { sample.process.descriptors += sample.seconds > 900 ? 1 : 0; })
         << descriptors;
@@ -128,7 +128,7 @@ void VerdictTest::badRun_data()
     QTest::newRow("another thread that stays")
         << Change([](SoakSample& sample) { sample.process.threads += sample.seconds > 900 ? 1 : 0; })
         << QStringLiteral("threads beyond the workers");
-    QTest::newRow("ever more work") << Change([](SoakSample& sample) { sample.cpuPercent += sample.seconds / 900; })
+    QTest::newRow("ever more work") << Change([](SoakSample& sample) { sample.cpuPercent += sample.seconds / 300; })
                                     << QStringLiteral("processor");
     QTest::newRow("ever slower") << Change([](SoakSample& sample) { sample.answerMs += sample.seconds / 60; })
                                  << QStringLiteral("time to answer");
