@@ -111,11 +111,16 @@ class ItemIcon(_Icon):
                 for identifier, properties, _ in children]
 
 
+# The tray comes and goes with its icons.
+def _panels():
+    return output_of("xdotool", "search", "--onlyvisible", "--classname", "^panel$").split()
+
+
 class EmbeddedIcon(_Icon):
     """A small window of the program's in the tray's window (XEmbed); the program draws its menu itself."""
 
     def __init__(self, desktop, assistant):
-        self._panel = output_of("xdotool", "search", "--onlyvisible", "--classname", "^panel$").split()[0]
+        self._panel = eventually(_panels, "the tray is shown")[0]
         self._service = assistant.program.service
         self._menus = ShownMenus(desktop.accessibility_bus)
         super().__init__(desktop, assistant)
