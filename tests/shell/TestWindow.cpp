@@ -106,10 +106,17 @@ QList<stPrinterManager>* TestWindow::sharedList()
     return &(this->*MemberOf(SharedList()));
 }
 
+// Record by record, as the window does: a copy of the list would share its elements with the workers.
 QList<stPrinterManager> TestWindow::printers() const
 {
     const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    return this->*MemberOf(SharedList());
+    const QList<stPrinterManager>& shared = this->*MemberOf(SharedList());
+    QList<stPrinterManager> printers;
+    printers.reserve(shared.size());
+    for (const stPrinterManager& printer : shared) {
+        printers.append(printer);
+    }
+    return printers;
 }
 
 void TestWindow::setState(int index, const stPrinterState& state)
