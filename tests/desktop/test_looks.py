@@ -68,6 +68,21 @@ def test_table(desktop, busy_assistant, scaled):
             assert above.y + above.height < below.y
 
 
+def test_window_for_documents(desktop, printers, start):
+    printers.install({
+        "财务室_K4510A": dict(toner="87.5"),
+        "前台_J4500A": dict(toner="8.32", status="printing", warnings=["0x110D"], connection="network", port="192.168.10.21"),
+        "会议室_K4620A": dict(toner="55.27", errors=["0x11B0"]),
+        "档案室_J4990E": dict(toner="64", connection="network", port="192.168.10.35"),
+        "仓库_J4610A": dict(toner="31.4", status="initialize"),
+    })
+    copy = start(**CHINESE)
+    copy.window()
+    texts = ["就绪", "正在打印(碳粉不足)", "设备内卡纸", "就绪", "初始化"]
+    eventually(lambda: [row[3] for row in copy.rows()] == texts, "all states are shown")
+    desktop.screen.capture("window-for-documents", copy.window())
+
+
 def test_end_of_the_table(desktop, busy_assistant):
     table = busy_assistant.table()
     desktop.screen.click(table.cell(0, 0).box)
