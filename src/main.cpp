@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMessageBox>
+#include <QSessionManager>
 
 namespace {
 
@@ -35,6 +36,18 @@ bool CheckIsHide(int argc, char** argv)
     return false;
 }
 
+// A session manager would otherwise restore the program at the next login: with its window open, whatever the
+// auto-start option says, and as a second copy when the option is on. It may ask for the state alone, or for the data
+// alone.
+void NeverRestart(const QApplication& application)
+{
+    const auto refuseRestart = [](QSessionManager& manager) {
+        manager.setRestartHint(QSessionManager::RestartNever);
+    };
+    QObject::connect(&application, &QGuiApplication::saveStateRequest, refuseRestart);
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, refuseRestart);
+}
+
 void ShowAlreadyRunning()
 {
     const QString title = QStringLiteral("拓玛激光打印助手");
@@ -50,6 +63,9 @@ void ShowAlreadyRunning()
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
+    NeverRestart(application);
+    // Under Wayland the desktop finds the windows' icon by the name of the installed entry.
+    QGuiApplication::setDesktopFileName(QStringLiteral("tolmar-q727-tool"));
     if (CheckIsRunning()) {
         ShowAlreadyRunning();
         return 0;

@@ -1,13 +1,16 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
-"""The user logs out: the session manager asks every program, and each may refuse."""
+"""The user logs out: the session manager asks every program, and each may refuse. Its double also tells of a program
+that lets itself be started again at the next login, so that every test here checks that."""
 
 import select
 import subprocess
 
 import pytest
-from rig.waiting import TIMEOUT_S
+from rig.assistant import EXIT, SETTINGS_TITLE, SHOW, TITLE
+from rig.waiting import TIMEOUT_S, eventually
 
 READY = ("Office", "USB", "50.00%", "就绪")
+JAM_INSIDE = "0x11B0"
 
 
 class SessionManager:
@@ -27,13 +30,17 @@ class SessionManager:
         assert line, "the session manager has ended"
         return line.rstrip("\n")
 
-    def log_out(self):
-        """Asks the program; returns what it does until it has closed its connection, or does nothing more."""
-        self._process.stdin.write(b"log-out\n")
+    def log_out(self, command="log-out", last="closed"):
+        """Asks the program; returns what it does up to its last step, or until it does nothing more."""
+        self._process.stdin.write(command.encode() + b"\n")
         events = [self.next_event()]
-        while events[-1] not in ("closed", None):
+        while events[-1] not in (last, None):
             events.append(self.next_event())
         return events
+
+    def log_out_cancelled_by_another(self):
+        """As log_out(), but another program of the session cancels after this one has agreed."""
+        return self.log_out("log-out-cancelled-by-another", "agrees")
 
     def stop(self):
         """It ends with its input."""
@@ -57,6 +64,33 @@ def assistant(printers, start, session_manager):
     return copy
 
 
+def report_jam(desktop, notifications, printers, assistant):
+    """Makes the assistant show a message: as a balloon in a tray of the older kind."""
+    printers.report("Office", errors=[JAM_INSIDE])
+    if desktop.tray == "xembed":
+        eventually(lambda: assistant.program.find("label", "Office"), "the balloon is shown")
+    else:
+        notifications.wait_for_count(1)
+
+
+def assert_is_whole(printers, assistant):
+    """Its icon, menu, windows and workers still work."""
+    assert assistant.is_running()
+    assert assistant.icon.is_present()
+    assert len(assistant.icon.entries()) == 4
+    assistant.icon.choose(SHOW)
+    assistant.window()
+    printers.install({"Office": {"toner": "49.5"}})
+    assistant.wait_for_rows(("Office", "USB", "49.50%", "就绪"))
+    printers.install({"Office": {"toner": "49.5"}, "Hall": {"toner": "20"}})
+    assistant.wait_for_rows(("Office", "USB", "49.50%", "就绪"), ("Hall", "USB", "20.00%", "就绪"))
+    assistant.settings()
+    assistant.close(SETTINGS_TITLE)
+    assistant.close(TITLE)
+    assistant.icon.click()
+    assistant.window()
+
+
 def test_with_an_open_window(session_manager, assistant):
     assistant.window()
     assert session_manager.log_out() == ["agrees", "closed"]
@@ -73,6 +107,46 @@ def test_with_both_windows_open(session_manager, assistant):
     assistant.settings()
     assistant.window()
     assert session_manager.log_out() == ["agrees", "closed"]
+    assert assistant.wait_for_exit() == 0
+
+
+def test_with_an_open_menu(session_manager, assistant):
+    assistant.icon.open_menu()
+    assert session_manager.log_out() == ["agrees", "closed"]
+    assert assistant.wait_for_exit() == 0
+
+
+def test_with_an_open_message(desktop, notifications, printers, session_manager, assistant):
+    report_jam(desktop, notifications, printers, assistant)
+    assert session_manager.log_out() == ["agrees", "closed"]
+    assert assistant.wait_for_exit() == 0
+
+
+@pytest.mark.parametrize("shown", ["nothing", "window", "settings", "menu", "message"])
+def test_cancelled_by_another_program(desktop, notifications, printers, session_manager, assistant, shown):
+    if shown != "window":
+        assistant.close()
+    if shown == "settings":
+        assistant.settings()
+    if shown == "menu":
+        assistant.icon.open_menu()
+    if shown == "message":
+        report_jam(desktop, notifications, printers, assistant)
+    assert session_manager.log_out_cancelled_by_another() == ["agrees"]
+    if shown == "menu":
+        assistant.icon.close_menu()
+    assert bool(assistant.windows()) == (shown == "window")
+    assert bool(assistant.windows(SETTINGS_TITLE)) == (shown == "settings")
+    assert_is_whole(printers, assistant)
+    # And it agrees again.
+    assert session_manager.log_out() == ["agrees", "closed"]
+    assert assistant.wait_for_exit() == 0
+
+
+def test_exit_after_a_cancelled_log_out(session_manager, assistant):
+    assert session_manager.log_out_cancelled_by_another() == ["agrees"]
+    assistant.icon.choose(EXIT)
+    assert session_manager.next_event() == "closed"
     assert assistant.wait_for_exit() == 0
 
 

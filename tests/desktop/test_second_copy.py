@@ -1,11 +1,12 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 """Copies of the program beside one another."""
 
+import re
 import shutil
 
 import pytest
 from rig import traces
-from rig.assistant import EXIT, SHOW, TITLE
+from rig.assistant import ENTRY, EXIT, SETTINGS_TITLE, SHOW, TITLE
 
 READY = ("Office", "USB", "50.00%", "就绪")
 
@@ -38,6 +39,16 @@ def test_box_of_a_second_copy(desktop, printers, start, is_hidden):
     first.wait_for_rows(("Office", "USB", "49.50%", "就绪"))
     first.icon.choose(EXIT)
     assert first.wait_for_exit() == 0
+
+
+# A desktop finds the icon of a window by it.
+def test_window_class_is_in_the_installed_entry(desktop, start):
+    expected = re.search(r"^StartupWMClass=(.*)$", ENTRY.read_text(encoding="utf-8"), re.MULTILINE).group(1)
+    first = start()
+    first.settings()
+    second = start(in_tray=False)
+    for window in (first.window(), first.window(SETTINGS_TITLE), second.window()):
+        assert desktop.screen.properties(window, "WM_CLASS").rstrip().endswith(f', "{expected}"')
 
 
 def test_copy_under_another_name(printers, start, program, tmp_path):

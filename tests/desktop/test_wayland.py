@@ -3,27 +3,37 @@
 
 import os
 import pathlib
+import re
 import subprocess
 import sys
 
 import dbus
 import pytest
 from rig import accessibility
-from rig.assistant import EXIT, SHOW
+from rig.assistant import ENTRY, EXIT, SHOW
 from rig.tray import ItemIcon
 from rig.waiting import TIMEOUT_S, eventually, eventually_equals
 
 SOCKET = "wayland-test"
+COMPOSITOR_LOG = pathlib.Path("/tmp/weston.log")
 
 
 @pytest.fixture(name="compositor", autouse=True)
 def fixture_compositor():
     process = subprocess.Popen(["weston", "--backend=headless-backend.so", "--width=1920", "--height=1080",
-                                f"--socket={SOCKET}", "--idle-time=0", "--log=/tmp/weston.log"])
+                                f"--socket={SOCKET}", "--idle-time=0", f"--log={COMPOSITOR_LOG}",
+                                # With every request of every program.
+                                "--logger-scopes=log,proto"])
     eventually(pathlib.Path(os.environ["XDG_RUNTIME_DIR"], SOCKET).is_socket, "the compositor")
     yield process
     process.kill()
     process.wait()
+    COMPOSITOR_LOG.unlink()
+
+
+def application_ids():
+    """What programs have told the compositor so far, once a window. It is how a desktop finds the window's icon."""
+    return re.findall(r"set_app_id\((.*)\)", COMPOSITOR_LOG.read_text(encoding="utf-8", errors="replace"))
 
 
 @pytest.fixture(name="tray")
@@ -76,6 +86,16 @@ def fixture_launch(desktop, printers, program):
 def test_window(launch):
     assistant = launch()
     eventually_equals(assistant.rows, [("Office", "USB", "87.50%", "就绪")])
+
+
+def test_application_id_is_the_installed_entry(launch):
+    assert ENTRY.is_file()
+    launch().rows()
+    eventually_equals(application_ids, [f'"{ENTRY.stem}"'])
+    # The box of a second copy.
+    box = launch().program
+    eventually(lambda: box.find("push button", "确  定"), "the box is shown")
+    eventually_equals(application_ids, [f'"{ENTRY.stem}"'] * 2)
 
 
 def test_tray(desktop, tray, launch):

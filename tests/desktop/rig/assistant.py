@@ -1,6 +1,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 import os
+import pathlib
 import subprocess
 
 from rig import accessibility
@@ -10,6 +11,8 @@ from rig.waiting import TIMEOUT_S, eventually, eventually_equals
 TITLE = "拓玛激光打印助手"
 SETTINGS_TITLE = "设置"
 SHOW, UPDATE, SETTINGS, EXIT = "显示主界面", "打印机更新助手", "设置", "退出"
+# The desktop's entry for the program, as it is installed.
+ENTRY = pathlib.Path(__file__).parents[3] / "packaging" / "tolmar-q727-tool.desktop"
 
 # It answers to screen readers, and the machine's own print system is out of its reach.
 _ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "CUPS_SERVER": "/nonexistent"}

@@ -63,10 +63,12 @@ class Screen:
         """As xprop writes them."""
         return output_of("xprop", "-id", window, *names)
 
-    def click(self, box, button=1):
-        """Presses and releases a mouse button (1 left, 2 middle, 3 right) in the middle of a box."""
+    def click(self, box, button=1, repeat=1):
+        """Presses and releases a mouse button (1 left, 2 middle, 3 right) in the middle of a box, so many times in quick
+        succession."""
         x, y = box.x + box.width // 2, box.y + box.height // 2
-        subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True)
+        times = ["--repeat", str(repeat), "--delay", "60"]
+        subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", *times, str(button)], check=True)
 
     def press(self, *keys):
         """Keys for whatever has the keyboard."""

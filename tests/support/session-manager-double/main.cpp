@@ -1,14 +1,20 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 // Plays the session manager of a desktop (XSMP) for one program at a time. Its first line is the value for
-// SESSION_MANAGER; then it tells, a line each, what the program does: "registered", "asks to interact", "cancels",
-// "fails to save", "agrees", "closed". A line on its input makes it ask as a desktop does when the user logs out: save
-// everything, interaction allowed. A program that agrees is told to die. Serves until its input ends.
+// SESSION_MANAGER. Then it reports each step of the program on a line: "registered", "asks to interact", "cancels",
+// "fails to save", "wants to be restarted", "agrees", "closed". It reads commands from its input, a line each:
+//   log-out   asks the program to save everything, with interaction allowed, as a desktop does when the user logs out.
+//             A program that agrees is told to die.
+//   log-out-cancelled-by-another
+//             The same, but another program of the session cancels after this one has agreed.
+// Each program that is asked to save must say that it is never to be restarted (RestartStyleHint); it "wants to be
+// restarted" otherwise, which is also the protocol's default. Serves until its input ends.
 
 #include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,11 +27,13 @@ namespace {
 enum class Request
 {
     Registration, // every new client is asked once
-    LogOut
+    LogOut,
+    LogOutCancelledByAnother
 };
 
 Request s_request = Request::Registration;
 bool s_isCancelled = false;
+bool s_isNeverRestarted = false;
 SmsConn s_client = nullptr;
 
 void Tell(const char* event)
@@ -41,13 +49,14 @@ Status RegisterClient(SmsConn client, SmPointer /*data*/, char* previousId)
     SmsRegisterClientReply(client, id);
     std::free(id);
     s_request = Request::Registration;
+    s_isNeverRestarted = false;
     SmsSaveYourself(client, SmSaveLocal, False, SmInteractStyleNone, False);
     return 1;
 }
 
-void LogOut(SmsConn client)
+void LogOut(SmsConn client, Request request)
 {
-    s_request = Request::LogOut;
+    s_request = request;
     s_isCancelled = false;
     SmsSaveYourself(client, SmSaveBoth, True, SmInteractStyleAny, False);
 }
@@ -76,6 +85,9 @@ void EndSave(SmsConn client, SmPointer /*data*/, Bool isSaved)
     if (isSaved == False) {
         Tell("fails to save");
     }
+    if (!s_isNeverRestarted) {
+        Tell("wants to be restarted");
+    }
     if (s_request == Request::Registration) {
         SmsSaveComplete(client);
         Tell("registered");
@@ -83,19 +95,34 @@ void EndSave(SmsConn client, SmPointer /*data*/, Bool isSaved)
         SmsShutdownCancelled(client);
     } else {
         Tell("agrees");
-        SmsDie(client);
+        if (s_request == Request::LogOut) {
+            SmsDie(client);
+        } else {
+            SmsShutdownCancelled(client);
+        }
     }
 }
 
-// A program may ask for a session-wide save and keep properties; neither means anything here.
+// A program may ask for a session-wide save, which means nothing here.
 void IgnoreSaveRequest(SmsConn /*client*/, SmPointer /*data*/, int /*type*/, Bool /*isLogOut*/, int /*style*/,
                        Bool /*isFast*/, Bool /*isGlobal*/)
 {
 }
 
-void ForgetProperties(SmsConn /*client*/, SmPointer /*data*/, int count, SmProp** properties)
+// The hint is one byte. Qt sends an int, of which desktops' session managers read the first byte, too.
+bool IsNeverRestarted(const SmProp& hint)
+{
+    return std::strcmp(hint.type, SmCARD8) == 0 && hint.num_vals == 1 && hint.vals[0].length >= 1 &&
+        *static_cast<const unsigned char*>(hint.vals[0].value) == SmRestartNever;
+}
+
+// Of all the properties that a program may keep one matters.
+void ReadProperties(SmsConn /*client*/, SmPointer /*data*/, int count, SmProp** properties)
 {
     for (int i = 0; i < count; ++i) {
+        if (std::strcmp(properties[i]->name, SmRestartStyleHint) == 0) {
+            s_isNeverRestarted = IsNeverRestarted(*properties[i]);
+        }
         SmFreeProperty(properties[i]);
     }
     std::free(properties);
@@ -131,7 +158,7 @@ Status AcceptClient(SmsConn client, SmPointer /*data*/, unsigned long* mask, Sms
     callbacks->save_yourself_phase2_request = {AllowSecondPhase, nullptr};
     callbacks->save_yourself_done = {EndSave, nullptr};
     callbacks->close_connection = {CloseClient, nullptr};
-    callbacks->set_properties = {ForgetProperties, nullptr};
+    callbacks->set_properties = {ReadProperties, nullptr};
     callbacks->delete_properties = {ForgetPropertyNames, nullptr};
     callbacks->get_properties = {AnswerNoProperties, nullptr};
     *mask = SmsRegisterClientProcMask | SmsInteractRequestProcMask | SmsInteractDoneProcMask |
@@ -201,11 +228,12 @@ bool ServeClient(IceConn connection)
 bool ObeyInput()
 {
     std::array<char, 64> line{};
-    if (read(STDIN_FILENO, line.data(), line.size()) <= 0) {
+    if (read(STDIN_FILENO, line.data(), line.size() - 1) <= 0) {
         return false;
     }
+    const bool isCancelled = std::strcmp(line.data(), "log-out-cancelled-by-another\n") == 0;
     if (s_client != nullptr) {
-        LogOut(s_client);
+        LogOut(s_client, isCancelled ? Request::LogOutCancelledByAnother : Request::LogOut);
     }
     return true;
 }
