@@ -47,7 +47,7 @@ QString Meaning(enPrinterStatus status)
     case PS_REPORTING:
         return QStringLiteral("打印机正在打印自己的报告页。");
     }
-    return QString();
+    return {};
 }
 
 QString Row(const QString& text, const QString& explanation)
