@@ -10,6 +10,15 @@ namespace {
 
 constexpr int LayoutDesktopWidth = 1920;
 
+// With a program's first window Qt loads OpenGL, in case a widget in it draws that way: 10 MiB of private memory and
+// half of the start. No widget here does. Qt has to know before there is an application object, and every window of
+// this library needs this file.
+void DrawWithoutOpenGL()
+{
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
+}
+Q_CONSTRUCTOR_FUNCTION(DrawWithoutOpenGL)
+
 } // namespace
 
 QSize ScreenScale::DesktopSize()

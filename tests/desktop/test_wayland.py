@@ -9,7 +9,7 @@ import sys
 
 import dbus
 import pytest
-from rig import accessibility
+from rig import accessibility, traces
 from rig.assistant import ENTRY, EXIT, SHOW
 from rig.tray import ItemIcon
 from rig.waiting import TIMEOUT_S, eventually, eventually_equals
@@ -86,6 +86,7 @@ def fixture_launch(desktop, printers, program):
 def test_window(launch):
     assistant = launch()
     eventually_equals(assistant.rows, [("Office", "USB", "87.50%", "就绪")])
+    assert not traces.opengl_libraries(assistant.pid)
 
 
 def test_application_id_is_the_installed_entry(launch):

@@ -1,8 +1,9 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
-"""What programs leave behind when they end."""
+"""What programs load, and what they leave behind when they end."""
 
 import ctypes
 import os
+import re
 
 import dbus
 
@@ -40,3 +41,9 @@ def bus_names():
     """All names on the session bus, those of connections (":1.5") too."""
     bus = dbus.SessionBus().get_object("org.freedesktop.DBus", "/org/freedesktop/DBus", introspect=False)
     return {str(name) for name in bus.ListNames(dbus_interface="org.freedesktop.DBus")}
+
+
+def opengl_libraries(pid):
+    """The drivers for OpenGL that a process has loaded."""
+    with open(f"/proc/{pid}/maps", encoding="utf-8") as file:
+        return set(re.findall(r"\S*(?:_dri\.so|lib(?:GLX|EGL)_mesa)\S*", file.read()))
