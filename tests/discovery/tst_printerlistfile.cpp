@@ -228,11 +228,14 @@ void PrinterListFileTest::AllKeysOfAPrinter()
                       QStringLiteral("usb://Tolmar/K4510A?serial=S1")};
     stPrinterInfo network{QStringLiteral("Hall \"2\", left; J4990E"), QStringLiteral("J4990E"), 2,
                           QStringLiteral("192.168.1.7"), QStringLiteral("socket://192.168.1.7:9100")};
-    PrinterFolder::WritePrinterList({usb, network});
+    stPrinterInfo resembling{QStringLiteral("@Variant(office)"), QStringLiteral("@K4510A"), 1, QStringLiteral("@@usb"),
+                             QStringLiteral("@Invalid()")};
+    PrinterFolder::WritePrinterList({usb, network, resembling});
     const QList<stPrinterInfo> printers = TrdDeviceManage(nullptr).GetPrinterInfo(true);
-    QCOMPARE(printers.size(), 2);
+    QCOMPARE(printers.size(), 3);
     QCOMPARE(Words(printers.at(0)), Words(usb));
     QCOMPARE(Words(printers.at(1)), Words(network));
+    QCOMPARE(Words(printers.at(2)), Words(resembling));
 }
 
 void PrinterListFileTest::TheArgumentHasNoEffect()

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
-// Runs the assistant among failing printers and judges what it used. Exit code 0: all is well; 1: it is not, or the
-// arguments are wrong.
+// Runs the assistant among failing printers and judges what it used. Exit code 0: all is well; 1: it is not;
+// 2: the arguments are wrong.
 
 #include "Soak.h"
 #include "Verdict.h"
@@ -19,7 +19,7 @@ constexpr double SecondsPerMinute = 60;
 int Fail(const char* reason)
 {
     std::fprintf(stderr, "soak: %s\n", reason);
-    return 1;
+    return 2;
 }
 
 bool Report(const QVector<Finding>& findings)

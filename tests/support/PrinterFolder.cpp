@@ -33,13 +33,15 @@ qint64 NextModificationTime()
     return s_lastMs;
 }
 
-// As a text in an INI file: double quotes keep commas, semicolons and blanks.
+// As a text in an INI file: double quotes keep commas, semicolons and blanks; QSettings strips the first of two leading
+// @ signs, and takes a single one for a stored value.
 QString Quoted(QString text)
 {
     text.replace(QLatin1Char('\\'), QStringLiteral("\\\\"));
     text.replace(QLatin1Char('"'), QStringLiteral("\\\""));
     text.replace(QLatin1Char('\n'), QStringLiteral("\\n"));
-    return QLatin1Char('"') + text + QLatin1Char('"');
+    const QString escape = text.startsWith(QLatin1Char('@')) ? QStringLiteral("@") : QString();
+    return QLatin1Char('"') + escape + text + QLatin1Char('"');
 }
 
 void PutFirstInPath(const QString& directory)
