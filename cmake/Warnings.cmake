@@ -2,6 +2,7 @@
 
 # Linked PRIVATE by every target of this project: its warnings, and what makes a hostile input harder to exploit.
 add_library(brelprintertool_warnings INTERFACE)
+target_compile_features(brelprintertool_warnings INTERFACE cxx_std_17)
 # The compiler complains of fortification in a build without optimisation.
 set(isOptimised "$<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>,$<CONFIG:MinSizeRel>>")
 target_compile_options(brelprintertool_warnings INTERFACE
@@ -13,5 +14,4 @@ target_compile_definitions(brelprintertool_warnings INTERFACE
     QT_DISABLE_DEPRECATED_BEFORE=0x050B00
     QT_NO_CAST_FROM_ASCII
     QT_NO_CAST_TO_ASCII)
-target_link_libraries(brelprintertool_warnings INTERFACE
-    -Wl,-z,relro -Wl,-z,now)
+target_link_options(brelprintertool_warnings INTERFACE LINKER:-z,relro LINKER:-z,now)
