@@ -5,9 +5,11 @@
 #include "RegularFile.h"
 
 #include <QByteArray>
+#include <QVariant>
+#include <QVector>
 
-#include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,6 +17,9 @@
 namespace {
 
 constexpr qint64 MaximumListSizeBytes = 1048576;
+// Stands for an "@" while QSettings reads: U+FDD0, one of Unicode's noncharacters, which no text holds.
+constexpr char StandInBytes[] = "\xEF\xB7\x90";
+constexpr QChar StandIn(0xFDD0);
 
 int DigitValue(char c)
 {
@@ -43,18 +48,30 @@ char16_t NumberedCharacter(const QByteArray& ini, int& at)
     return static_cast<char16_t>(value);
 }
 
+// An "@" of the text: where its bytes are, and where the condensed text has it.
+struct AtSign
+{
+    int begin;
+    int end;
+    int condensedAt;
+};
+
 // The text without anything that QSettings might pass over between two characters of a value, be it quotes, blanks,
 // line ends, byte order marks or escape sequences that stand for nothing; numbered ones are resolved.
-QByteArray Condensed(const QByteArray& ini)
+QByteArray Condensed(const QByteArray& ini, QVector<AtSign>& atSigns)
 {
     QByteArray text;
     text.reserve(ini.size());
     int at = 0;
     while (at < ini.size()) {
+        const int begin = at;
         const char c = ini.at(at++);
         char16_t character = c == '"' ? 0 : static_cast<unsigned char>(c);
         if (c == '\\') {
             character = at < ini.size() ? NumberedCharacter(ini, at) : 0;
+        }
+        if (character == '@') {
+            atSigns.append({begin, at, text.size()});
         }
         if (character > 0x20 && character < 0x7F) {
             text += static_cast<char>(character);
@@ -63,13 +80,30 @@ QByteArray Condensed(const QByteArray& ini)
     return text;
 }
 
-// At the beginning of a value or of an element of a list. Elsewhere, and behind a second @, it is text.
-bool HoldsStoredObject(const QByteArray& ini)
+// Behind another @, QSettings takes it for text.
+bool MayBeginStoredObject(const QByteArray& condensed, int at)
 {
-    const QByteArray text = Condensed(ini);
-    const auto beginnings = {"=@Variant(", ",@Variant(", "=@DateTime(", ",@DateTime("};
-    return std::any_of(beginnings.begin(), beginnings.end(),
-                       [&text](const char* beginning) { return text.contains(beginning); });
+    const auto continuesWith = [&condensed, at](const char* word) {
+        return std::strncmp(condensed.constData() + at, word, std::strlen(word)) == 0;
+    };
+    return (at == 0 || condensed.at(at - 1) != '@') && (continuesWith("@Variant(") || continuesWith("@DateTime("));
+}
+
+// The text with the stand-in for each "@" that might begin a stored object if it began a value, wherever it stands:
+// which "@" does begin one is known only when QSettings has read the text.
+QByteArray WithoutStoredObjects(const QByteArray& ini)
+{
+    QVector<AtSign> atSigns;
+    const QByteArray condensed = Condensed(ini, atSigns);
+    QByteArray text;
+    int copied = 0;
+    for (const AtSign& atSign : qAsConst(atSigns)) {
+        if (MayBeginStoredObject(condensed, atSign.condensedAt)) {
+            text += ini.mid(copied, atSign.begin - copied) + StandInBytes;
+            copied = atSign.end;
+        }
+    }
+    return text + ini.mid(copied);
 }
 
 bool Write(int descriptor, const QByteArray& text)
@@ -107,9 +141,7 @@ PrinterListSnapshot::PrinterListSnapshot(const QString& path)
     const unsigned long count =
         file.read(reinterpret_cast<unsigned char*>(text.data()), static_cast<unsigned long>(text.size()));
     text.truncate(static_cast<int>(count));
-    if (HoldsStoredObject(text)) {
-        return;
-    }
+    text = WithoutStoredObjects(text);
     m_descriptor = memfd_create("printerlist", MFD_CLOEXEC);
     if (m_descriptor >= 0 && !(Write(m_descriptor, text) && SetTimeOfItsOwn(m_descriptor))) {
         close(m_descriptor);
@@ -127,4 +159,14 @@ PrinterListSnapshot::~PrinterListSnapshot()
 QString PrinterListSnapshot::path() const
 {
     return QStringLiteral("/proc/self/fd/%1").arg(m_descriptor);
+}
+
+QString PrinterListSnapshot::text(const QVariant& value)
+{
+    QString text = value.toString();
+    const bool mayBeObject = text.startsWith(StandIn) && text.endsWith(QLatin1Char(')'));
+    text.replace(StandIn, QLatin1Char('@'));
+    const bool isObject =
+        mayBeObject && (text.startsWith(QLatin1String("@Variant(")) || text.startsWith(QLatin1String("@DateTime(")));
+    return isObject ? QString() : text;
 }

@@ -66,15 +66,18 @@ QList<stPrinterInfo> TrdDeviceManage::GetPrinterInfo(bool /*reserved*/)
     settings.beginGroup(QStringLiteral("Main"));
     const int count = std::min(settings.value(QStringLiteral("Count")).toInt(), MaximumPrinterCount);
     settings.endGroup();
+    const auto text = [&settings](const char* key) {
+        return PrinterListSnapshot::text(settings.value(QLatin1String(key)));
+    };
     for (int i = 0; i < count; ++i) {
         stPrinterInfo info;
         InitStPrinterInfo(info);
         settings.beginGroup(QString::asprintf("printer_%d", i));
-        info.strPrinterName = settings.value(QStringLiteral("Name")).toString();
-        info.enType = settings.value(QStringLiteral("Model")).toString();
+        info.strPrinterName = text("Name");
+        info.enType = text("Model");
         info.iConnectType = settings.value(QStringLiteral("ConnectType")).toInt();
-        info.strPort = settings.value(QStringLiteral("Port")).toString();
-        info.strURI = settings.value(QStringLiteral("URI")).toString();
+        info.strPort = text("Port");
+        info.strURI = text("URI");
         settings.endGroup();
         printers.append(info);
     }

@@ -30,6 +30,7 @@ private slots:
     void BrokenFiles();
     void StoredObjects_data();
     void StoredObjects();
+    void StoredObjectAsCount();
     void DeeplyNestedStoredLists();
     void TextsThatResembleStoredObjects_data();
     void TextsThatResembleStoredObjects();
@@ -296,18 +297,31 @@ void PrinterListFileTest::StoredObjects_data()
     QTest::newRow("byte order mark inside") << "Name=@V\"\"\xEF\xBB\xBF" + ("ariant(" + content);
 }
 
-// A list that holds one is not read at all, and the program lives on.
+// Its value counts as missing; all others are read.
 void PrinterListFileTest::StoredObjects()
 {
     QFETCH(QByteArray, line);
-    QCOMPARE(Read("[Main]\nCount=1\n[printer_0]\nPort=P\n" + line + '\n').size(), 0);
+    const QList<stPrinterInfo> printers =
+        Read("[Main]\nCount=2\n[printer_1]\nName=B\n[printer_0]\nPort=P\n" + line + "\nModel=M\n");
+    QCOMPARE(printers.size(), 2);
+    const bool isElsewhere = line.startsWith('[');
+    QCOMPARE(Words(printers.at(0)),
+             isElsewhere ? QStringLiteral("name '' model '' type 0 port 'P' uri ''")
+                         : QStringLiteral("name '' model 'M' type 0 port 'P' uri ''"));
+    QCOMPARE(printers.at(1).strPrinterName, QStringLiteral("B"));
+}
+
+void PrinterListFileTest::StoredObjectAsCount()
+{
+    QCOMPARE(Read("[Main]\nCount=@Variant(\\0\\0\\0\\x2\\0\\0\\0\\x1)\n[printer_0]\nName=A\n").size(), 0);
 }
 
 // Read element by element, each inside the one before, these would need more stack than a thread has.
 void PrinterListFileTest::DeeplyNestedStoredLists()
 {
     const QByteArray lists = QByteArray("\\0\\0\\0\\t\\0\\0\\0\x01").repeated(69000);
-    QCOMPARE(ReadOnePrinter("Name=@Variant(" + lists + ')').size(), 0);
+    const QList<stPrinterInfo> printers = ReadOnePrinter("Name=@Variant(" + lists + ")\nPort=P");
+    QCOMPARE(Words(printers.value(0)), QStringLiteral("name '' model '' type 0 port 'P' uri ''"));
 }
 
 void PrinterListFileTest::TextsThatResembleStoredObjects_data()
@@ -317,6 +331,23 @@ void PrinterListFileTest::TextsThatResembleStoredObjects_data()
 
     QTest::newRow("as QSettings writes such a text") << QByteArray("@@Variant(x)") << "@Variant(x)";
     QTest::newRow("inside a text") << QByteArray("see @Variant(x)") << "see @Variant(x)";
+    QTest::newRow("behind an equals sign") << QByteArray("usb://x?serial=@Variant(x)") << "usb://x?serial=@Variant(x)";
+    QTest::newRow("behind a quoted comma") << QByteArray("\"a,@DateTime(x)\"") << "a,@DateTime(x)";
+    QTest::newRow("behind an escaped comma") << QByteArray("a\\x2c@Variant(x)") << "a,@Variant(x)";
+    QTest::newRow("in a comment") << QByteArray("A\n; Name=@Variant(\\0)") << "A";
+    QTest::newRow("in a comment behind the value") << QByteArray("A ; =@Variant(\\0)") << "A";
+    QTest::newRow("in the name of a key") << QByteArray("A\n@Variant(x)=B") << "A";
+    QTest::newRow("at the start of a line") << QByteArray("A\n@Variant(\\0)") << "A";
+    QTest::newRow("without its end") << QByteArray("@Variant(x) y") << "@Variant(x) y";
+    QTest::newRow("with a blank inside") << QByteArray("@Vari ant(x)") << "@Vari ant(x)";
+    QTest::newRow("with a Chinese character inside") << QByteArray("@Vari\xE4\xB8\x80"
+                                                                   "ant(x)")
+                                                     << QStringLiteral("@Vari一ant(x)");
+    QTest::newRow("twice in a text") << QByteArray("a @Variant(x) @DateTime(y)") << "a @Variant(x) @DateTime(y)";
+    QTest::newRow("three signs") << QByteArray("@@@Variant(x)") << "@@Variant(x)";
+    QTest::newRow("nothing, as QSettings writes it") << QByteArray("@Invalid()") << "";
+    QTest::newRow("text, as QSettings may write it") << QByteArray("@String(Office)") << "Office";
+    QTest::newRow("rectangle") << QByteArray("@Rect(1 2 3 4)") << "";
     QTest::newRow("without a bracket") << QByteArray("@Variant x") << "@Variant x";
     QTest::newRow("another word") << QByteArray("@Variants(x)") << "@Variants(x)";
     QTest::newRow("lower case") << QByteArray("@variant(x)") << "@variant(x)";
