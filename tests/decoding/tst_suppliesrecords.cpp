@@ -27,6 +27,7 @@ private slots:
     void pagesAndPrints();
     void recordWithoutData_data();
     void recordWithoutData();
+    void serialNumberWithoutData();
     void scratchStartsZeroedInEveryReply();
     void longRecordsInReply_data();
     void longRecordsInReply();
@@ -237,6 +238,11 @@ void SuppliesRecordsTest::pagesAndPrints_data()
                                     << Hex("0102030400");
     QTest::newRow("short pages after prints")
         << 2 << Hex("1004 04 11223344 1003 01 55") << 0x55UL << 0x55UL << Hex("5500000000") << Hex("5522334400");
+    QTest::newRow("pages without data after another record")
+        << 2 << Hex("1001 02 ABCD 1003 00") << 0xABUL << 0xABUL << Hex("0000000000") << Hex("0000000000");
+    QTest::newRow("pages without data after pages and prints")
+        << 3 << Hex("1003 04 0000012C 1004 04 11223344 1003 00") << 0x11UL << 0x11UL << Hex("0000012C00")
+        << Hex("1122334400");
 }
 
 // Pages count as prints as well, until a record of prints says otherwise.
@@ -282,6 +288,15 @@ void SuppliesRecordsTest::recordWithoutData()
     UtilPrinterStatus status;
     QCOMPARE(ParseStandard(status, Reply(count, records)), 1U);
     QCOMPARE(status.dwRemainingToner, toner);
+}
+
+// Nothing is copied: the text before it stays, and what the text left behind is a value for the record after it.
+void SuppliesRecordsTest::serialNumberWithoutData()
+{
+    UtilPrinterStatus status;
+    QCOMPARE(ParseStandard(status, Reply(3, Hex("0000 03 414243  0000 00  1000 00"))), 1U);
+    QCOMPARE(QByteArray(status.szSupplySerialNumber), QByteArray("ABC"));
+    QCOMPARE(status.dwRemainingToner, 0x41UL);
 }
 
 void SuppliesRecordsTest::scratchStartsZeroedInEveryReply()

@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QtTest>
 
+#include <ctime>
 #include <thread>
 #include <vector>
 
@@ -23,6 +24,7 @@ private slots:
     void SwitchingOnOpensNothing();
     void OnAgainAfterOff();
     void LineBearsThePresentTime();
+    void TimesAreLocal();
     void LineFields_data();
     void LineFields();
     void MessageIsFormatted();
@@ -44,6 +46,28 @@ void CountMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, con
 {
     ++s_messageCount;
 }
+
+// A time zone for this process while the object lives, in the form that needs no data of the system.
+class TimeZone
+{
+public:
+    explicit TimeZone(const char* zone)
+    {
+        qputenv("TZ", zone);
+        tzset();
+    }
+    ~TimeZone()
+    {
+        m_wasSet ? qputenv("TZ", m_before) : qunsetenv("TZ");
+        tzset();
+    }
+    TimeZone(const TimeZone&) = delete;
+    TimeZone& operator=(const TimeZone&) = delete;
+
+private:
+    bool m_wasSet = qEnvironmentVariableIsSet("TZ");
+    QByteArray m_before = qgetenv("TZ");
+};
 
 QByteArray OnlyMessage()
 {
@@ -115,6 +139,27 @@ void UtilLogTest::LineBearsThePresentTime()
     QVERIFY2(match.hasMatch(), qPrintable(content));
     const QDateTime written = QDateTime::fromString(match.captured(1), QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz"));
     QVERIFY2(written >= before && written <= after, qPrintable(content));
+}
+
+// Those of the line and of the file's name.
+void UtilLogTest::TimesAreLocal()
+{
+    const TimeZone zone("TST-7:30"); // seven and a half hours before UTC
+    SetLogEnable(true);
+    const QDateTime before = QDateTime::currentDateTimeUtc();
+    WriteStringLog(File, 42, "main", QStringLiteral("message text"));
+    const QString name = LogFolder::Names().value(0);
+    const QByteArray line = LogFolder::Lines().value(0);
+
+    constexpr int offsetSeconds = 7 * 3600 + 1800;
+    constexpr int marginSeconds = 600;
+    const auto isLocal = [&before](const QString& text, const char* pattern) {
+        QDateTime time = QDateTime::fromString(text, QString::fromLatin1(pattern));
+        time.setTimeSpec(Qt::UTC);
+        return qAbs(before.secsTo(time) - offsetSeconds) < marginSeconds;
+    };
+    QVERIFY2(isLocal(QString::fromUtf8(line.mid(1, 19)), "yyyy-MM-dd hh:mm:ss"), line.constData());
+    QVERIFY2(isLocal(name.mid(9, 15), "yyyyMMdd_hhmmss"), qPrintable(name));
 }
 
 void UtilLogTest::LineFields_data()

@@ -27,6 +27,10 @@ private slots:
     void RollOver_data();
     void RollOver();
     void LineThatFillsAFileStaysInIt();
+    void NextFileExists_data();
+    void NextFileExists();
+    void CurrentFileVanishes_data();
+    void CurrentFileVanishes();
     void IndexGrowsWithoutBound();
     void RollOverHappensOnceAmongThreads();
     void SwitchingOnTwiceWithinASecond();
@@ -170,6 +174,65 @@ void UtilLogFilesTest::LineThatFillsAFileStaysInIt()
     QCOMPARE(LogFolder::Names(), (QStringList{name, WithIndex(name, 1)}));
     QCOMPARE(LogFolder::Lines(WithIndex(name, 1)).size(), 2);
     QCOMPARE(LastLine(WithIndex(name, 1)), ExpectedLine(3));
+}
+
+void UtilLogFilesTest::NextFileExists_data()
+{
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<int>("indexOfTheSecondLine");
+
+    QTest::newRow("empty") << qint64(0) << 1;
+    QTest::newRow("with lines of its own") << qint64(20) << 1;
+    QTest::newRow("exactly 1 MiB, which the line before pushes over the limit") << LimitBytes << 2;
+    QTest::newRow("full") << LimitBytes + 1 << 2;
+}
+
+// It is continued, and a full one gets one line more: only the current file's size counts.
+void UtilLogFilesTest::NextFileExists()
+{
+    QFETCH(qint64, size);
+    QFETCH(int, indexOfTheSecondLine);
+    const QString name = StartLog();
+    const QString next = WithIndex(name, 1);
+    QVERIFY(Resize(name, LimitBytes + 1));
+    PrinterFolder::WriteFile(LogFolder::Path(next), QByteArray());
+    QVERIFY(Resize(next, size));
+    WriteLine(1);
+    QCOMPARE(LogFolder::Names(), (QStringList{name, next}));
+    QCOMPARE(LastLine(next), ExpectedLine(1));
+    QCOMPARE(LogFolder::Lines(next).size(), size + 1); // what stood there is kept
+    WriteLine(2);
+    QCOMPARE(LogFolder::Names().size(), indexOfTheSecondLine + 1);
+    QCOMPARE(LastLine(WithIndex(name, indexOfTheSecondLine)), ExpectedLine(2));
+}
+
+void UtilLogFilesTest::CurrentFileVanishes_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<qint64>("size");
+
+    QTest::newRow("the first") << 0 << qint64(20);
+    QTest::newRow("the first, full") << 0 << LimitBytes + 1;
+    QTest::newRow("the second") << 1 << qint64(20);
+}
+
+// The next line makes it anew under the same name.
+void UtilLogFilesTest::CurrentFileVanishes()
+{
+    QFETCH(int, index);
+    QFETCH(qint64, size);
+    const QString name = StartLog();
+    if (index > 0) {
+        QVERIFY(Resize(name, LimitBytes + 1));
+        WriteLine(1);
+    }
+    const QString current = WithIndex(name, index);
+    QVERIFY(Resize(current, size));
+    QVERIFY(QFile::remove(LogFolder::Path(current)));
+    WriteLine(2);
+    QCOMPARE(LogFolder::Names().size(), index + 1);
+    QCOMPARE(LogFolder::Lines(current).size(), 1);
+    QCOMPARE(LastLine(current), ExpectedLine(2));
 }
 
 void UtilLogFilesTest::IndexGrowsWithoutBound()

@@ -34,36 +34,37 @@ struct Row
     int ms;
     int stopMs; // when the stop is requested, after the call
     int atLeastMs;
-    int lessThanMs; // generous: what the next slice or the whole pause would take
     bool result;
 };
 
-constexpr int AnyTimeMs = 60000;
+// Less than any part of a pause that could be slept once too often. A busy machine exceeds it now and then.
+constexpr int MarginMs = 150;
+constexpr int Attempts = 8;
 
 const Row c_rows[] = {
-    {"3000", 3000, Never, 3000, AnyTimeMs, false},
-    {"1000", 1000, Never, 1000, AnyTimeMs, false},
-    {"1200: the rest after the slices", 1200, Never, 1200, AnyTimeMs, false},
-    {"500", 500, Never, 500, AnyTimeMs, false},
-    {"501", 501, Never, 501, AnyTimeMs, false},
-    {"499", 499, Never, 499, AnyTimeMs, false},
-    {"300", 300, Never, 300, AnyTimeMs, false},
-    {"0", 0, Never, 0, 400, false},
-    {"-1", -1, Never, 0, 400, false},
-    {"-3700", -3700, Never, 0, 400, false},
-    {"0, stopped before", 0, BeforeTheCall, 0, 400, true},
-    {"-1200, stopped before", -1200, BeforeTheCall, 0, 400, true},
-    {"3000, stopped before", 3000, BeforeTheCall, 0, 450, true},
-    {"500, stopped before", 500, BeforeTheCall, 0, 450, true},
-    {"1200, stopped before", 1200, BeforeTheCall, 0, 450, true},
-    {"499, stopped before, sleeps all the same", 499, BeforeTheCall, 499, AnyTimeMs, true},
-    {"3000, stopped in the first slice", 3000, 200, 500, 2900, true},
-    {"3000, stopped in the third slice", 3000, 1150, 1500, 2900, true},
-    {"3000, stopped in the last slice", 3000, 2700, 3000, AnyTimeMs, true},
-    {"500, stopped in its slice", 500, 150, 500, AnyTimeMs, true},
-    {"1400, stopped in the first slice, leaves out the rest", 1400, 150, 500, 1390, true},
-    {"1200, stopped in the last slice, sleeps the rest", 1200, 700, 1200, AnyTimeMs, true},
-    {"1900, stopped in the rest", 1900, 1600, 1900, AnyTimeMs, true},
+    {"3000", 3000, Never, 3000, false},
+    {"1000", 1000, Never, 1000, false},
+    {"1200: the rest after the slices", 1200, Never, 1200, false},
+    {"500", 500, Never, 500, false},
+    {"501", 501, Never, 501, false},
+    {"499", 499, Never, 499, false},
+    {"300", 300, Never, 300, false},
+    {"0", 0, Never, 0, false},
+    {"-1", -1, Never, 0, false},
+    {"-3700", -3700, Never, 0, false},
+    {"0, stopped before", 0, BeforeTheCall, 0, true},
+    {"-1200, stopped before", -1200, BeforeTheCall, 0, true},
+    {"3000, stopped before", 3000, BeforeTheCall, 0, true},
+    {"500, stopped before", 500, BeforeTheCall, 0, true},
+    {"1200, stopped before", 1200, BeforeTheCall, 0, true},
+    {"499, stopped before, sleeps all the same", 499, BeforeTheCall, 499, true},
+    {"3000, stopped in the first slice", 3000, 200, 500, true},
+    {"3000, stopped in the third slice", 3000, 1150, 1500, true},
+    {"3000, stopped in the last slice", 3000, 2700, 3000, true},
+    {"500, stopped in its slice", 500, 150, 500, true},
+    {"1400, stopped in the first slice, leaves out the rest", 1400, 150, 500, true},
+    {"1200, stopped in the last slice, sleeps the rest", 1200, 700, 1200, true},
+    {"1900, stopped in the rest", 1900, 1600, 1900, true},
 };
 
 struct Outcome
@@ -94,6 +95,19 @@ Outcome Wait(const Row& row)
     return outcome;
 }
 
+// The first pause that takes no longer than it should, or that does something wrong; else the last one.
+Outcome WaitUntilOnTime(const Row& row)
+{
+    Outcome outcome;
+    for (int i = 0; i < Attempts; ++i) {
+        outcome = Wait(row);
+        if (outcome.elapsedMs < row.atLeastMs + MarginMs || outcome.result != row.result) {
+            break;
+        }
+    }
+    return outcome;
+}
+
 // The rows wait all at once, each on a thread of its own.
 std::map<QByteArray, std::future<Outcome>> s_outcomes;
 
@@ -104,7 +118,7 @@ Q_DECLARE_METATYPE(const Row*)
 void UtilThreadBaseTest::initTestCase()
 {
     for (const Row& row : c_rows) {
-        s_outcomes[row.name] = std::async(std::launch::async, [&row] { return Wait(row); });
+        s_outcomes[row.name] = std::async(std::launch::async, [&row] { return WaitUntilOnTime(row); });
     }
 }
 
@@ -151,7 +165,7 @@ void UtilThreadBaseTest::WaitForSleep()
     const Outcome outcome = s_outcomes.at(row->name).get();
     QCOMPARE(outcome.result, row->result);
     QVERIFY2(outcome.elapsedMs >= row->atLeastMs, qPrintable(QString::number(outcome.elapsedMs)));
-    QVERIFY2(outcome.elapsedMs < row->lessThanMs, qPrintable(QString::number(outcome.elapsedMs)));
+    QVERIFY2(outcome.elapsedMs < row->atLeastMs + MarginMs, qPrintable(QString::number(outcome.elapsedMs)));
 }
 
 void UtilThreadBaseTest::WaitingRunsNoEvents()

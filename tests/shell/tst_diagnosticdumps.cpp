@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QRegularExpression>
 #include <QTableWidget>
+#include <QTextCodec>
 #include <QtTest>
 
 #include <limits>
@@ -29,6 +30,14 @@ QDir LogFolder()
 {
     QDir folder(QString::fromLatin1(PrinterFolder::ToolDirectory));
     return folder;
+}
+
+QList<stPrinterInfo> ListedPrinters()
+{
+    stPrinterInfo networkPrinter = PrinterFolder::Printer(c_formatName, QStringLiteral("地址%d"), QString(), 2);
+    networkPrinter.enType = QStringLiteral("型号%s");
+    return {PrinterFolder::Printer(c_chineseName, QStringLiteral("usb0"), QStringLiteral("usb://secret")),
+            networkPrinter};
 }
 
 QStringList Messages(const QVector<LogLine>& lines)
@@ -60,6 +69,7 @@ private slots:
     void listLengthsNotReportedCounts();
     void lineNumbers();
     void lastStepOfTheSlots();
+    void localEncoding();
     void switchedOff();
     void indexOutOfRange();
 
@@ -75,11 +85,7 @@ private:
 void DiagnosticDumpsTest::initTestCase()
 {
     PrinterFolder::Create();
-    stPrinterInfo networkPrinter = PrinterFolder::Printer(c_formatName, QStringLiteral("地址%d"), QString(), 2);
-    networkPrinter.enType = QStringLiteral("型号%s");
-    PrinterFolder::WritePrinterList(
-        {PrinterFolder::Printer(c_chineseName, QStringLiteral("usb0"), QStringLiteral("usb://secret")),
-         networkPrinter});
+    PrinterFolder::WritePrinterList(ListedPrinters());
     m_window = std::make_unique<TestWindow>();
     m_window->letWorkersPollOnce();
     QTRY_COMPARE(m_window->table().rowCount(), 2);
@@ -107,7 +113,7 @@ QVector<LogLine> DiagnosticDumpsTest::takeLog()
         return lines;
     }
     const QString path = LogFolder().filePath(files.first());
-    QStringList texts = QString::fromUtf8(PrinterFolder::ReadFile(path)).split(QLatin1Char('\n'));
+    QStringList texts = QString::fromLocal8Bit(PrinterFolder::ReadFile(path)).split(QLatin1Char('\n'));
     texts.removeLast(); // what follows the last line
     QFile::remove(path);
     const QRegularExpression pattern(QStringLiteral(R"(^\[[-: .\d]{23}\] \((\S+)@(\d+) (\S+)\) (.*)$)"));
@@ -286,15 +292,58 @@ void DiagnosticDumpsTest::lineNumbers()
 
 void DiagnosticDumpsTest::lastStepOfTheSlots()
 {
+    QVector<bool> wasLogEmpty;
+    QObject observer; // ends with the test, and the connections with it
+    const auto look = [&wasLogEmpty] {
+        wasLogEmpty.append(LogFolder().entryList(QDir::Files).isEmpty());
+    };
+    connect(m_window.get(), &BrelPrinterToolWidget::SgnStatusThreadStart, &observer, look);
+    connect(&m_window->table(), &QTableWidget::itemChanged, &observer, look);
+    // A printer more, so that a worker is started.
+    PrinterFolder::WritePrinterList(ListedPrinters() << PrinterFolder::Printer(QStringLiteral("another")));
+    QTRY_COMPARE(m_window->table().rowCount(), 3);
+    QCOMPARE(wasLogEmpty, QVector<bool>(3 * 4 + 1, true)); // the rows' cells, and the start
+    QTRY_COMPARE(m_window->printers().at(2).stState.iFailCount, 1);
+    PrinterFolder::WritePrinterList(ListedPrinters());
+    QTRY_COMPARE(m_window->table().rowCount(), 2);
+    takeLog();
+
     m_window->SlotUpdatePrinterList();
     QStringList messages = Messages(takeLog());
     QCOMPARE(messages.size(), 7);
     QCOMPARE(messages.first(), QStringLiteral("printer number=2"));
-    m_window->setState(1, stPrinterState());
+    stPrinterState state;
+    state.enCurrentStatus = PS_READY;
+    state.dwRemainingToner = 5000;
+    m_window->setState(1, state);
+    wasLogEmpty.clear();
     m_window->SlotUpdatePrinterStatus(1);
+    QCOMPARE(wasLogEmpty, (QVector<bool>{true, true})); // toner and status
     messages = Messages(takeLog());
     QCOMPARE(messages.size(), 20);
     QCOMPARE(messages.first(), QStringLiteral("printer[1]=50%s%n%d"));
+}
+
+// In GBK, the second byte of a Chinese character may be that of an ASCII letter.
+void DiagnosticDumpsTest::localEncoding()
+{
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec* const gbk = QTextCodec::codecForName("GBK");
+    QVERIFY(gbk != nullptr);
+    QTextCodec::setCodecForLocale(gbk);
+    m_window->DebugOutputPrinterInfo();
+    m_window->DebugOutputPrinterStatus(0);
+    const QByteArray bytes = PrinterFolder::ReadFile(LogFolder().filePath(LogFolder().entryList(QDir::Files).value(0)));
+    const QStringList messages = Messages(takeLog());
+    QTextCodec::setCodecForLocale(before);
+    QVERIFY(bytes.contains(gbk->fromUnicode(QStringLiteral("printer[0] 三楼 K4510A=usb0"))));
+    QCOMPARE(messages.size(), 7 + 20);
+    QCOMPARE(messages.at(1), QStringLiteral("printer[0] 三楼 K4510A=usb0"));
+    QCOMPARE(messages.at(4), QStringLiteral("printer[1] 50%s%n%d=地址%d"));
+    QCOMPARE(messages.at(7), QStringLiteral("printer[0]=三楼 K4510A"));
+    for (int i = 8; i < messages.size(); ++i) {
+        QVERIFY(messages.at(i).startsWith(QStringLiteral("三楼 K4510A: ")));
+    }
 }
 
 void DiagnosticDumpsTest::switchedOff()
