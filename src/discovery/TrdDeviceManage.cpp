@@ -3,6 +3,7 @@
 #include "TrdDeviceManage.h"
 
 #include "FixedPaths.h"
+#include "FreeMemory.h"
 #include "LateWakeUps.h"
 #include "PrinterListLock.h"
 #include "PrinterListSnapshot.h"
@@ -17,6 +18,10 @@ namespace {
 constexpr int RescanIntervalMs = 3000;
 // Far beyond what a desktop has installed; a greater count is a broken file.
 constexpr int MaximumPrinterCount = 1000;
+// After a change of the list. The window starts a worker for each new printer and signals each start to all workers:
+// with a thousand printers, half a million queued calls take 60 MiB. The workers have emptied their queues by the next
+// pass, on a busy machine by the second.
+constexpr int PassesToReturnMemory = 2;
 
 bool IsSamePrinter(const stPrinterInfo& a, const stPrinterInfo& b)
 {
@@ -103,8 +108,14 @@ void TrdDeviceManage::SlotTaskStart()
     }
     bTaskStarted = true;
     AllowLateWakeUps();
+    int passesToReturnMemory = 0;
     do {
-        ReplaceListIfChanged(GetPrinterInfo(true));
+        if (ReplaceListIfChanged(GetPrinterInfo(true))) {
+            passesToReturnMemory = PassesToReturnMemory;
+        } else if (passesToReturnMemory > 0) {
+            --passesToReturnMemory;
+            ReturnFreeMemory();
+        }
     } while (!WaitForSleep(RescanIntervalMs));
 }
 
@@ -115,15 +126,16 @@ void TrdDeviceManage::SlotThreadQuit()
 
 // The signal goes into the receiver's queue before any worker sees the new list. Otherwise a worker could fill its
 // record and speak of it first: the rows, made afresh after that, would keep their initial texts until the next change.
-void TrdDeviceManage::ReplaceListIfChanged(const QList<stPrinterInfo>& printers)
+bool TrdDeviceManage::ReplaceListIfChanged(const QList<stPrinterInfo>& printers)
 {
     // Declared before the lock: the old list is freed after the lock is released.
     QList<stPrinterManager> list;
     const std::lock_guard<std::mutex> lock(PrinterListMutex());
     if (pPrinterList == nullptr || AreSamePrinters(printers, *pPrinterList)) {
-        return;
+        return false;
     }
     list = GetInitPrinterList(printers);
     pPrinterList->swap(list);
     emit SgnUpdatePrinterList();
+    return true;
 }

@@ -41,7 +41,8 @@ public slots:
     void SlotThreadQuit();
 
 private:
-    void ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
+    /// Returns whether the list was replaced.
+    bool ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
 
     QList<stPrinterManager>* pPrinterList = nullptr; ///< not owned; guarded by PrinterListMutex()
     QTextCodec* pTextCodec; ///< UTF-8; unused, kept for keys in other encodings

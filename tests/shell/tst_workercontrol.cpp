@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+#include "FreeMemory.h"
 #include "HeapBytes.h"
 #include "PrinterFolder.h"
 #include "StatusReplyEncoder.h"
@@ -7,6 +8,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QRegularExpression>
 #include <QTableWidget>
 #include <QtTest>
 
@@ -54,6 +56,17 @@ int PlainThreadCount()
     return count;
 }
 
+qint64 PrivateDirtyKiB()
+{
+    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return -1;
+    }
+    const QString text = QString::fromLatin1(file.readAll());
+    const QRegularExpression line(QStringLiteral("Private_Dirty: +([0-9]+) kB"));
+    return line.match(text).captured(1).toLongLong();
+}
+
 void WriteStatus(const QString& name, quint8 status)
 {
     StandardReply reply;
@@ -79,6 +92,7 @@ private slots:
     void workersNeedNoDescriptor();
     void requestsDoNotPileUp();
     void longListLeavesTheWindowToItself();
+    void roomOfStartSignalsIsReturned();
     void stopsAtOnce_data();
     void stopsAtOnce();
     void stopsSoonAfterTheStart();
@@ -235,6 +249,21 @@ void WorkerControlTest::longListLeavesTheWindowToItself()
     WritePrinters(3);
     QVERIFY(HasRows(window, 3));
     QCOMPARE(window.startedWorkers(), printers + 2);
+}
+
+// While the workers start, half a million calls wait in their queues.
+void WorkerControlTest::roomOfStartSignalsIsReturned()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("The sanitizers have a heap of their own.");
+#endif
+    constexpr int printers = 1000;
+    ReturnFreeMemory(); // what other tests have left
+    const qint64 limitKiB = PrivateDirtyKiB() + 45 * 1024;
+    WritePrinters(printers);
+    const TestWindow window;
+    QTRY_COMPARE_WITH_TIMEOUT(window.startedWorkers(), printers, 10000);
+    QTRY_VERIFY2_WITH_TIMEOUT(PrivateDirtyKiB() <= limitKiB, qPrintable(QString::number(PrivateDirtyKiB())), 20000);
 }
 
 void WorkerControlTest::stopsAtOnce_data()
