@@ -23,7 +23,7 @@ PROGRAMS = {"assistant": "src/BrelPrinterTool", "bare-window": "bench/floors/bar
 # as the pause between two looks at the printer list, so that it holds one look.
 Plan = namedtuple("Plan", "starts window_s steady few many most exits rebuild latency")
 FULL = Plan(starts=20, window_s=3, steady={1: (5, 1), 10: (3, 2), 100: (5, 5), 1000: (2, 2)}, few=10, many=100,
-            most=1000, exits={1: 5, 50: 3, 500: 3}, rebuild=1000, latency={1: (8, 6), 100: (1, 3)})
+            most=1000, exits={1: 5, 50: 3, 1000: 5}, rebuild=1000, latency={1: (8, 6), 100: (1, 3)})
 QUICK = Plan(starts=1, window_s=0.5, steady={1: (1, 1), 5: (1, 1)}, few=1, many=5, most=5, exits={1: 1}, rebuild=5,
              latency={1: (2, 1)})
 

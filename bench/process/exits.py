@@ -8,7 +8,7 @@ from figures import curve, row
 from program import Program
 from steady import OTHER_THREADS
 
-LIMIT_S = 0.6
+LIMIT_S = 0.55
 
 
 def measure(programs, watch, plan):

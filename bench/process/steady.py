@@ -13,6 +13,9 @@ MS_PER_S = 1000
 
 FIRST_CYCLE_S = 0.6
 
+# Longer than the pause between two looks at the list file: by then the room that starting took is free again.
+ROOM_RETURNED_S = 4
+
 # The assistant's threads beside its status workers: its main thread and the device manager's.
 OTHER_THREADS = 2
 
@@ -47,7 +50,7 @@ def run(programs, plan, window_s, thread_counts):
 def _sample_assistant(programs, samples, count, idle_s):
     """Returns the time over which the status workers were started, ms."""
     with Program(programs["assistant"], "-hide") as assistant:
-        assistant.wait_until_settled(count + OTHER_THREADS)
+        assistant.wait_until_settled(count + OTHER_THREADS, ROOM_RETURNED_S)
         samples.note("fill", count, assistant.main_thread_cpu() * MS_PER_S)
         _note_memory(samples, "assistant", count, assistant)
         if idle_s:

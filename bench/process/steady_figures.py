@@ -21,6 +21,7 @@ def rows(samples, few, many, most):
             _slopes(samples, "threads", few, many), limit=1.3),
         row(f"private memory a printer, {few} to {many} / started thread", "KiB",
             _slopes(samples, "assistant", few, many), _slopes(samples, "started threads", few, many)),
+        row(f"private dirty, {most} printers", "MiB", samples["assistant private", most], limit=45, in_unit=True),
         row(f"CPU a printer-second, {many} printers", "µs", samples["assistant CPU", many], samples["loop CPU", many],
             limit=1.3),
         *(row(f"CPU a printer-second, {count} printers / loop spread alike", "µs", samples["assistant CPU", count],
