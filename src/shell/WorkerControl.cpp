@@ -24,10 +24,9 @@ QThread* StartThreadOf(QObject* worker)
     return thread;
 }
 
-// Returns whether the thread, one of those above, has ended.
-bool StopThread(QThread* thread)
+// Returns whether the thread, one of those above that was told to quit, has ended.
+bool AwaitEnd(QThread* thread)
 {
-    thread->quit();
     if (!static_cast<AnnotatedThread*>(thread)->wait(StopTimeoutMs)) {
         return false;
     }
@@ -84,15 +83,20 @@ void BrelPrinterToolWidget::StartStatusWorker(int index)
     listStatusThread.append(thread);
 }
 
-// Signals do not reach a looping worker, the flag does. All are told before the first is waited for, so that they
-// end their pauses together. A worker that hangs in a command keeps itself and its thread, and nothing else.
+// Signals do not reach a looping worker, the flag does. All are told before the first is waited for, so that each ends
+// with its pause, without this thread's help. A worker that hangs in a command keeps itself and its thread, and nothing
+// else.
 void BrelPrinterToolWidget::StopWorkers()
 {
     pDeviceManage->bThreadQuit = true;
     for (TrdGetPrinterStatus* worker : qAsConst(listStatusWorker)) {
         worker->bThreadQuit = true;
     }
-    if (StopThread(pDeviceManageThread)) {
+    pDeviceManageThread->quit();
+    for (QThread* thread : qAsConst(listStatusThread)) {
+        thread->quit();
+    }
+    if (AwaitEnd(pDeviceManageThread)) {
         delete pDeviceManage;
     } else {
         pDeviceManage->Init(nullptr);
@@ -101,7 +105,7 @@ void BrelPrinterToolWidget::StopWorkers()
     for (int k = 0; k < listStatusWorker.size(); ++k) {
         TrdGetPrinterStatus* worker = listStatusWorker.at(k);
         QThread* thread = listStatusThread.at(k);
-        if (StopThread(thread)) {
+        if (AwaitEnd(thread)) {
             delete worker;
         } else {
             worker->Init(-1, nullptr);

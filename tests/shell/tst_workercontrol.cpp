@@ -14,9 +14,11 @@
 
 #include <algorithm>
 #include <array>
+#include <future>
 #include <memory>
 #include <new>
 #include <sys/resource.h>
+#include <thread>
 
 namespace {
 
@@ -97,6 +99,7 @@ private slots:
     void stopsAtOnce();
     void stopsSoonAfterTheStart();
     void hangingCommand();
+    void threadsEndByThemselves();
 
 private:
     int workerThreads() const;
@@ -328,6 +331,30 @@ void WorkerControlTest::hangingCommand()
     QTRY_COMPARE_WITH_TIMEOUT(workerThreads(), 0, 10000); // it ends when the command does
     QVERIFY(std::all_of(s_memory.begin(), s_memory.end(), [](char byte) { return byte == Untouched; }));
     QCOMPARE(cancel.calls().size(), 1);
+}
+
+// The first worker hangs and is waited for: the other threads do not wait until the main thread comes to them. Each
+// would take a thread switch or two then, which is a tenth of a second for a thousand.
+void WorkerControlTest::threadsEndByThemselves()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"), QStringLiteral("sleep 4"));
+    WritePrinters(3);
+    WriteStatus(QStringLiteral("Prn0"), RawCancelling);
+    auto window = std::make_unique<TestWindow>();
+    QVERIFY(HasRows(*window, 3));
+    QTRY_COMPARE(cancel.calls().size(), 1);
+    QTRY_COMPARE(workerThreads(), 4);
+    QElapsedTimer timer;
+    timer.start();
+    auto elapsedMs = std::async(std::launch::async, [this, &timer] {
+        while (workerThreads() > 1 && timer.elapsed() < StopTimeoutMs) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return timer.elapsed();
+    });
+    window.reset();
+    QVERIFY(elapsedMs.get() < StopTimeoutMs);
+    QTRY_COMPARE_WITH_TIMEOUT(workerThreads(), 0, 10000);
 }
 
 QTEST_MAIN(WorkerControlTest)
