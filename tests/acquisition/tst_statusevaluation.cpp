@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "SampleReplies.h"
+#include "StatusCodeMapping.h"
 #include "StatusWorker.h"
 
 #include <QtTest>
@@ -19,6 +20,7 @@ private slots:
     void StandardConditions();
     void Texts_data();
     void Texts();
+    void NothingOfAnEarlierReplyRemains();
     void QZReplyReplacesEveryField();
     void QZRejection();
     void QZStatusItems_data();
@@ -182,6 +184,44 @@ void StatusEvaluationTest::Texts()
     QCOMPARE(state.strPrinterSerialNumber, text);
     QCOMPARE(state.strFWVersion, text);
     QCOMPARE(state.strSupplySerialNumber, text);
+}
+
+// Each reply after each other one. The texts begin alike, and some bytes of one are another in Latin-1.
+void StatusEvaluationTest::NothingOfAnEarlierReplyRemains()
+{
+    const QVector<QString> texts{QString(),
+                                 QStringLiteral("a"),
+                                 QStringLiteral("ab"),
+                                 QStringLiteral("b"),
+                                 QStringLiteral("aé"),
+                                 QStringLiteral("aÃ©"),
+                                 QStringLiteral("打印机"),
+                                 QStringLiteral("打印"),
+                                 QString(64, QLatin1Char('a'))};
+    const QVector<QVector<quint16>> codes{{}, {0x1106}, {0x1106, 0x11A0}, {0x11A0, 0x1106}, {0x1107}};
+    StatusWorker worker;
+    const auto evaluate = [&](int i) {
+        StandardReply reply;
+        reply.vendorName = texts.at(i % texts.size()).toUtf8();
+        reply.supplies = {SupplySerialNumber(reply.vendorName)};
+        reply.errorCodes = codes.at(i % codes.size());
+        QCOMPARE(Evaluate(worker, Standard, EncodeStandardReply(reply)), 0);
+    };
+    const int combinations = texts.size() * codes.size(); // two numbers without a common divisor
+    for (int before = 0; before < combinations; ++before) {
+        for (int i = 0; i < combinations; ++i) {
+            evaluate(before);
+            evaluate(i);
+            const stPrinterState& state = worker.stCurrent.stState;
+            QCOMPARE(state.strVenderName, texts.at(i % texts.size()));
+            QCOMPARE(state.strSupplySerialNumber, texts.at(i % texts.size()));
+            Conditions expected;
+            for (const quint16 code : codes.at(i % codes.size())) {
+                expected.append(GetErrorStatusEnum(code));
+            }
+            QCOMPARE(state.listError, expected);
+        }
+    }
 }
 
 // The texts of an earlier reply are erased, and the counts tell nothing.
