@@ -12,8 +12,11 @@
 
 SessionLock::SessionLock()
 {
-    const QString path = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-        QStringLiteral("/tolmar-q727-tool-login.lock");
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (folder.isEmpty()) {
+        return;
+    }
+    const QString path = folder + QStringLiteral("/tolmar-q727-tool-login.lock");
     // Closed on exec: the assistant and what it starts must not hold it.
     constexpr int Flags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
     iFile = open(QFile::encodeName(path).constData(), Flags, S_IRUSR | S_IWUSR);

@@ -20,6 +20,9 @@ namespace {
 
 constexpr std::chrono::milliseconds LookInterval(250);
 constexpr int BusCallTimeOutMSec = 1000;
+// How long a StatusNotifierWatcher may come after the start, or after another one has gone, before a tray of the older
+// kind is taken.
+constexpr std::chrono::seconds WatcherLimit(3);
 
 bool HasDisplay()
 {
@@ -33,40 +36,62 @@ bool HasBus()
         QFileInfo::exists(QString::fromLocal8Bit(qgetenv("XDG_RUNTIME_DIR")) + QStringLiteral("/bus"));
 }
 
-// A host, not only a watcher: a watcher without one has no place to show an icon.
-bool IsStatusNotifierHostRegistered(const QDBusConnection& bus)
+enum class Watcher
 {
-    const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+    Absent,
+    WithoutHost, // has no place to show an icon yet
+    WithHost
+};
+
+Watcher AskWatcher(const QDBusConnection& bus)
+{
+    const QString name = QStringLiteral("org.kde.StatusNotifierWatcher");
     QDBusMessage request =
-        QDBusMessage::createMethodCall(watcher, QStringLiteral("/StatusNotifierWatcher"),
+        QDBusMessage::createMethodCall(name, QStringLiteral("/StatusNotifierWatcher"),
                                        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    request.setArguments({watcher, QStringLiteral("IsStatusNotifierHostRegistered")});
+    request.setArguments({name, QStringLiteral("IsStatusNotifierHostRegistered")});
     request.setAutoStartService(false);
-    const QVariantList answer = bus.call(request, QDBus::Block, BusCallTimeOutMSec).arguments();
-    return !answer.isEmpty() && answer.first().value<QDBusVariant>().variant().toBool();
+    const QDBusMessage answer = bus.call(request, QDBus::Block, BusCallTimeOutMSec);
+    if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
+        const QVariant hasHost = answer.arguments().first().value<QDBusVariant>().variant();
+        return hasHost.toBool() ? Watcher::WithHost : Watcher::WithoutHost;
+    }
+    const QStringList noOwner{QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner"),
+                              QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown")};
+    // Any other error comes from an owner that is slow or still starting, or from a bus that has gone.
+    return !bus.isConnected() || noOwner.contains(answer.errorName()) ? Watcher::Absent : Watcher::WithoutHost;
 }
 
 class TrayProbe
 {
 public:
+    // A watcher's host is waited for even if there is a tray of the older kind: on some desktops a proxy offers one
+    // before the panel registers as host, and an icon that goes through the proxy cannot send notifications.
     bool IsTrayThere()
     {
-        return (bHasDisplay && xembedTray.IsThere()) || (HasBus() && IsHostThere());
+        const Watcher watcher = HasBus() ? LookForWatcher() : Watcher::Absent;
+        const auto now = std::chrono::steady_clock::now();
+        if (watcher != Watcher::Absent) {
+            withoutWatcherSince = now;
+            return watcher == Watcher::WithHost;
+        }
+        return bHasDisplay && now - withoutWatcherSince >= WatcherLimit && xembedTray.IsThere();
     }
 
 private:
     // A bus that is not there yet, or that was lost, is connected to anew.
-    bool IsHostThere()
+    Watcher LookForWatcher()
     {
         const QString connectionName = QStringLiteral("tray probe");
         if (!bus.isConnected()) {
             QDBusConnection::disconnectFromBus(connectionName);
             bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
         }
-        return bus.isConnected() && IsStatusNotifierHostRegistered(bus);
+        return bus.isConnected() ? AskWatcher(bus) : Watcher::Absent;
     }
 
     const bool bHasDisplay = HasDisplay();
+    std::chrono::steady_clock::time_point withoutWatcherSince = std::chrono::steady_clock::now();
     XEmbedTray xembedTray;
     QDBusConnection bus{QString()};
 };

@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import subprocess
 
 import pytest
 from rig import accessibility
@@ -103,3 +104,18 @@ def launch(desktop, printers, program):
     for launcher in launchers:
         launcher.process.kill()
         launcher.process.wait()
+
+
+@pytest.fixture
+def later():
+    """Starts a program of the desktop: later("trayer", "--edge", ...); it ends with the test."""
+    processes = []
+
+    def later_one(*command, **options):
+        processes.append(subprocess.Popen(command, **options))
+        return processes[-1]
+
+    yield later_one
+    for process in processes:
+        process.kill()
+        process.wait()

@@ -2,34 +2,14 @@
 """The launcher that is started at login, before the desktop's panel is there."""
 
 import pathlib
-import shutil
-import subprocess
-import sys
 import time
 
 import dbus
 import pytest
-from rig.launcher import NOTICE_S, copies, name_of
+from rig.launcher import NOTICE_S, OLDER_TRAY, copies, name_of, start_panel
 from rig.waiting import TIMEOUT_S, eventually
 
 ENTRY = pathlib.Path("/opt/apps/tolmar-printer-q727/entries/autostart/tolmar-q727-tool-autostart.desktop")
-TESTS = pathlib.Path(__file__).parents[1]
-OLDER_TRAY = ("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "32")
-
-
-@pytest.fixture(name="later")
-def fixture_later():
-    """Starts a program of the desktop; it ends with the test."""
-    processes = []
-
-    def later(*command, **options):
-        processes.append(subprocess.Popen(command, **options))
-        return processes[-1]
-
-    yield later
-    for process in processes:
-        process.kill()
-        process.wait()
 
 
 @pytest.fixture(name="entry")
@@ -41,40 +21,12 @@ def fixture_entry():
     ENTRY.unlink()
 
 
-def start_panel(later):
-    folder = pathlib.Path.home() / ".config/xfce4/xfconf/xfce-perchannel-xml"
-    folder.mkdir(parents=True, exist_ok=True)
-    shutil.copy(TESTS / "support/xfce4-panel.xml", folder)
-    later("xfce4-panel", "--disable-wm-check")
-
-
 def test_panel_comes_five_seconds_later(launch, later):
     launcher = launch()
     launcher.assert_stays_waiting(5)
     start_panel(later)
     launcher.wait_until_assistant()
-    launcher.wait_for_icon(dbus.SessionBus())
-
-
-def test_older_tray_only(launch, later):
-    launcher = launch()
-    launcher.assert_stays_waiting()
-    later(*OLDER_TRAY)
-    launcher.wait_until_assistant()
-    launcher.wait_for_icon(dbus.SessionBus())
-
-
-def test_watcher_first_and_host_later(launch, later):
-    watcher = later(sys.executable, "-m", "rig.watcher_double", cwd=TESTS / "desktop", stdin=subprocess.PIPE,
-                    stdout=subprocess.PIPE, text=True)
-    assert watcher.stdout.readline() == "there\n"
-    launcher = launch()
-    launcher.assert_stays_waiting()
-    watcher.stdin.write("\n")
-    watcher.stdin.flush()
-    assert watcher.stdout.readline() == "host\n"
-    launcher.wait_until_assistant()
-    launcher.wait_for_icon(dbus.SessionBus())
+    launcher.wait_for_item(dbus.SessionBus())
 
 
 def test_neither_bus_nor_display(launch):
@@ -108,6 +60,15 @@ def test_both_entries_start_one_copy(launch, later, entry):
 def test_second_folder_acts_only_while_the_option_is_on(launch):
     launch("--if-enabled").assert_ends_silently()
     assert not copies()
+
+
+def test_no_runtime_folder(launch, later):
+    """Nor one that can be made: the launcher does without its lock, and puts it nowhere else."""
+    launcher = launch(XDG_RUNTIME_DIR="/dev/null/run")
+    launcher.assert_stays_waiting()
+    later(*OLDER_TRAY)
+    eventually(lambda: name_of(launcher.process.pid) == "BrelPrinterTool", "the launcher goes on")
+    assert not list(pathlib.Path("/").glob("*.lock"))
 
 
 def test_unknown_option(launch):

@@ -7,4 +7,4 @@ import dbus
 def test_panel_is_there_already(launch):
     launcher = launch()
     launcher.wait_until_assistant()
-    launcher.wait_for_icon(dbus.SessionBus())
+    launcher.wait_for_item(dbus.SessionBus())

@@ -5,7 +5,6 @@ import os
 import pathlib
 import re
 import subprocess
-import sys
 
 import dbus
 import pytest
@@ -13,6 +12,7 @@ from rig import accessibility, traces
 from rig.assistant import ENTRY, EXIT, SHOW
 from rig.tray import ItemIcon
 from rig.waiting import TIMEOUT_S, eventually, eventually_equals
+from rig.watcher import Watcher
 
 SOCKET = "wayland-test"
 COMPOSITOR_LOG = pathlib.Path("/tmp/weston.log")
@@ -39,15 +39,11 @@ def application_ids():
 @pytest.fixture(name="tray")
 def fixture_tray():
     """A host of icons on the session bus."""
-    watcher = subprocess.Popen([sys.executable, "-m", "rig.watcher_double"], cwd=pathlib.Path(__file__).parent,
-                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-    assert watcher.stdout.readline() == "there\n"
-    watcher.stdin.write("\n")
-    watcher.stdin.flush()
-    assert watcher.stdout.readline() == "host\n"
+    watcher = Watcher()
+    watcher.step("watcher")
+    watcher.step("host")
     yield watcher
-    watcher.kill()
-    watcher.wait()
+    watcher.end()
 
 
 class WaylandAssistant:
@@ -100,7 +96,7 @@ def test_application_id_is_the_installed_entry(launch):
 
 
 def test_tray(desktop, tray, launch):
-    assert tray.poll() is None
+    assert tray
     assistant = launch("-hide")
     icon = ItemIcon(desktop, assistant)
     assert assistant.rows() is None

@@ -2,6 +2,7 @@
 """The launcher that is started at login and becomes the assistant."""
 
 import pathlib
+import shutil
 import subprocess
 import time
 
@@ -9,6 +10,8 @@ from rig import accessibility
 from rig.assistant import TITLE
 from rig.screen import output_of
 from rig.waiting import TIMEOUT_S, eventually
+
+OLDER_TRAY = ("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "32")
 
 # Long enough for a launcher that does not wait to be noticed.
 NOTICE_S = 2
@@ -26,6 +29,14 @@ def copies():
     """The processes that are the assistant and have not ended."""
     numbers = [entry.name for entry in pathlib.Path("/proc").iterdir() if entry.name.isdigit()]
     return [int(number) for number in numbers if name_of(number) == "BrelPrinterTool"]
+
+
+def start_panel(later):
+    """Starts Xfce's panel with a tray and nothing else."""
+    folder = pathlib.Path.home() / ".config/xfce4/xfconf/xfce-perchannel-xml"
+    folder.mkdir(parents=True, exist_ok=True)
+    shutil.copy(pathlib.Path(__file__).parents[2] / "support/xfce4-panel.xml", folder)
+    later("xfce4-panel", "--disable-wm-check")
 
 
 class Launcher:
@@ -58,10 +69,14 @@ class Launcher:
         _, errors = self.process.communicate(timeout=TIMEOUT_S)
         assert (self.process.returncode, errors) == (0, "")
 
-    def wait_for_icon(self, bus):
-        """Waits for the icon in a tray of either kind. The window is hidden, so a visible one is the embedded icon."""
+    def wait_for_item(self, bus):
+        """Waits until it has its icon on the session bus."""
         item = f"org.kde.StatusNotifierItem-{self.process.pid}-1"
-        eventually(lambda: bus.name_has_owner(item) or self._visible_windows(), "the icon is in the tray")
+        eventually(lambda: bus.name_has_owner(item), "the icon is on the session bus")
+
+    def wait_for_embedded_icon(self):
+        """Waits for its icon in a tray of the older kind: the program's own window is hidden."""
+        eventually(self._visible_windows, "the icon is in the tray of the older kind")
 
     def _visible_windows(self):
         return output_of("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()

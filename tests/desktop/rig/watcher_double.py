@@ -1,5 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
-"""A StatusNotifierWatcher without a host, until a line comes on standard input. Writes a line after each step."""
+"""A StatusNotifierWatcher whose steps are lines on standard input: "watcher", it owns its name; "host", a host has come.
+Writes the step when it is done, and "ready" when it can take the first."""
 
 import sys
 
@@ -28,8 +29,7 @@ class Watcher:
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         interface = Gio.DBusNodeInfo.new_for_xml(_INTERFACE).interfaces[0]
         self.bus.register_object("/StatusNotifierWatcher", interface, self._call, self._get, None)
-        Gio.bus_own_name_on_connection(self.bus, _NAME, Gio.BusNameOwnerFlags.NONE, lambda *_: print("there", flush=True),
-                                       None)
+        print("ready", flush=True)
 
     def _call(self, _bus, _sender, _path, _interface, _method, arguments, invocation):
         self.items.append(arguments.unpack()[0])
@@ -40,9 +40,12 @@ class Watcher:
                 "ProtocolVersion": GLib.Variant("i", 0),
                 "RegisteredStatusNotifierItems": GLib.Variant("as", self.items)}[name]
 
-    def register_host(self, *_):
-        """A host has come."""
-        sys.stdin.readline()
+    def step(self, *_):
+        """Takes the next step."""
+        if sys.stdin.readline() == "watcher\n":
+            Gio.bus_own_name_on_connection(self.bus, _NAME, Gio.BusNameOwnerFlags.NONE,
+                                           lambda *_: print("watcher", flush=True), None)
+            return True
         self.has_host = True
         self.bus.emit_signal(None, "/StatusNotifierWatcher", _NAME, "StatusNotifierHostRegistered", None)
         print("host", flush=True)
@@ -51,5 +54,5 @@ class Watcher:
 
 if __name__ == "__main__":
     watcher = Watcher()
-    GLib.io_add_watch(GLib.IOChannel.unix_new(0), GLib.PRIORITY_DEFAULT, GLib.IOCondition.IN, watcher.register_host)
+    GLib.io_add_watch(GLib.IOChannel.unix_new(0), GLib.PRIORITY_DEFAULT, GLib.IOCondition.IN, watcher.step)
     GLib.MainLoop().run()
