@@ -48,6 +48,17 @@ def test_click_leaves_an_active_window_alone(assistant):
     assert assistant.says(SHOWING)
 
 
+# Its first click shows the window; the rest of it changes nothing.
+def test_double_click_shows_the_window_once(hidden_assistant):
+    hidden_assistant.icon.double_click()
+    window = hidden_assistant.window()
+    # Whatever the clicks did was done before this.
+    hidden_assistant.icon.open_menu()
+    hidden_assistant.icon.close_menu()
+    assert hidden_assistant.window() == window
+    assert hidden_assistant.says(SHOWING)
+
+
 def test_other_buttons_do_not_show_the_window(hidden_assistant):
     hidden_assistant.icon.click(MIDDLE)
     # The right button: the program hears of it after the other one.

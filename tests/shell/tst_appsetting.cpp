@@ -29,16 +29,31 @@ struct ExpectedGeometry
     QRect cancel;
 };
 
-ExpectedGeometry GeometryOnThisScreen()
+ExpectedGeometry GeometryOnThisDesktop()
 {
-    switch (QApplication::desktop()->width()) {
-    case 1920:
-        return {{760, 390, 400, 300}, {70, 60, 200, 25}, {70, 250, 80, 25}, {250, 250, 80, 25}};
-    case 2560:
-        return {{1013, 520, 533, 400}, {93, 80, 266, 33}, {93, 333, 106, 33}, {333, 333, 106, 33}};
-    default:
-        qFatal("no geometry is known for a desktop %d pixels wide", QApplication::desktop()->width());
+    const QRect box(70, 60, 200, 25);
+    const QRect ok(70, 250, 80, 25);
+    const QRect cancel(250, 250, 80, 25);
+    const QSize desktop = QApplication::desktop()->size();
+    if (desktop == QSize(1280, 800)) {
+        return {{440, 250, 400, 300}, box, ok, cancel};
     }
+    if (desktop == QSize(1920, 1080)) {
+        return {{760, 390, 400, 300}, box, ok, cancel};
+    }
+    if (desktop == QSize(1921, 1080)) { // a scale of 1.0005, which truncation hides
+        return {{760, 390, 400, 300}, box, ok, cancel};
+    }
+    if (desktop == QSize(2560, 1440)) {
+        return {{1013, 520, 533, 400}, {93, 80, 266, 33}, {93, 333, 106, 33}, {333, 333, 106, 33}};
+    }
+    if (desktop == QSize(3840, 2160)) {
+        return {{1520, 780, 800, 600}, {140, 120, 400, 50}, {140, 500, 160, 50}, {500, 500, 160, 50}};
+    }
+    if (desktop == QSize(3840, 1080)) { // two screens side by side
+        return {{1520, 240, 800, 600}, {140, 120, 400, 50}, {140, 500, 160, 50}, {500, 500, 160, 50}};
+    }
+    qFatal("no geometry is known for a desktop of %d x %d pixels", desktop.width(), desktop.height());
 }
 
 QString SourcePath()
@@ -85,6 +100,33 @@ void ClickBox(const AppSetting& dialog)
     QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, QPoint(markX, box.height() / 2));
 }
 
+// What is in the box and on disk at the moment in which the dialog hides.
+class HideObserver : public QObject
+{
+public:
+    explicit HideObserver(AppSetting& dialog)
+        : m_dialog(dialog)
+    {
+        dialog.installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Hide) {
+            ++times;
+            wasTicked = Box(m_dialog).isChecked();
+            hadEntry = QFile::exists(Entry());
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+    int times = 0;
+    bool wasTicked = false;
+    bool hadEntry = false;
+
+private:
+    AppSetting& m_dialog;
+};
+
 } // namespace
 
 class AppSettingTest : public QObject
@@ -110,6 +152,8 @@ private slots:
     void okSwitchesOff();
     void okSwitchesOn();
     void okWithoutSourceShowsTheTruth();
+    void hidesBeforeItSavesAndReadsAgain_data();
+    void hidesBeforeItSavesAndReadsAgain();
     void discarding_data();
     void discarding();
     void closingIsIgnored();
@@ -159,7 +203,7 @@ void AppSettingTest::formKeepsObjectNames()
 
 void AppSettingTest::geometryAndTexts()
 {
-    const ExpectedGeometry expected = GeometryOnThisScreen();
+    const ExpectedGeometry expected = GeometryOnThisDesktop();
     const AppSetting dialog(nullptr);
     QCOMPARE(dialog.geometry(), expected.window);
     QCOMPARE(dialog.minimumSize(), expected.window.size());
@@ -177,14 +221,19 @@ void AppSettingTest::geometryAndTexts()
     QCOMPARE(CancelButton(dialog).text(), QStringLiteral("取消"));
 }
 
+// Below 1920 pixels it shrinks the widget, although the dialog itself is not scaled there.
 void AppSettingTest::scaleControlDoesNotTestTheDesktop()
 {
+    const QHash<int, QRect> expected{{1280, {46, 166, 53, 16}},
+                                     {1920, {70, 250, 80, 25}},
+                                     {1921, {70, 250, 80, 25}},
+                                     {2560, {93, 333, 106, 33}},
+                                     {3840, {140, 500, 160, 50}}};
     AppSetting dialog(nullptr);
     QWidget widget;
     widget.setGeometry(70, 250, 80, 25);
     dialog.ScaleControl(&widget);
-    const bool isLayoutWidth = QApplication::desktop()->width() == 1920;
-    QCOMPARE(widget.geometry(), isLayoutWidth ? QRect(70, 250, 80, 25) : QRect(93, 333, 106, 33));
+    QCOMPARE(widget.geometry(), expected.value(QApplication::desktop()->width()));
 }
 
 void AppSettingTest::metaObjectOrder()
@@ -299,6 +348,36 @@ void AppSettingTest::okWithoutSourceShowsTheTruth()
     Click(OkButton(dialog));
     QVERIFY(!dialog.isVisible());
     QVERIFY(!Box(dialog).isChecked());
+}
+
+void AppSettingTest::hidesBeforeItSavesAndReadsAgain_data()
+{
+    QTest::addColumn<bool>("hasEntry");
+    QTest::addColumn<bool>("isConfirmed");
+    QTest::newRow("on") << false << true;
+    QTest::newRow("off") << true << true;
+    QTest::newRow("on, cancelled") << false << false;
+    QTest::newRow("off, cancelled") << true << false;
+}
+
+void AppSettingTest::hidesBeforeItSavesAndReadsAgain()
+{
+    QFETCH(const bool, hasEntry);
+    QFETCH(const bool, isConfirmed);
+    if (hasEntry) {
+        MakeEntry("");
+    }
+    AppSetting dialog(nullptr);
+    dialog.show();
+    ClickBox(dialog);
+    const HideObserver observer(dialog);
+    Click(isConfirmed ? OkButton(dialog) : CancelButton(dialog));
+    QCOMPARE(observer.times, 1);
+    QCOMPARE(observer.wasTicked, !hasEntry);
+    QCOMPARE(observer.hadEntry, hasEntry);
+    // Read before it was saved, the box would show the old state.
+    QCOMPARE(Box(dialog).isChecked(), isConfirmed ? !hasEntry : hasEntry);
+    QCOMPARE(QFile::exists(Entry()), isConfirmed ? !hasEntry : hasEntry);
 }
 
 void AppSettingTest::discarding_data()

@@ -7,6 +7,9 @@
 #include "PrinterFolder.h"
 
 #include <QDir>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
 #include <QtTest>
 
 #include <sys/prctl.h>
@@ -47,6 +50,41 @@ bool ShowsBoxAlone(const AssistantProcess& copy)
     return type.contains(QStringLiteral("_NET_WM_WINDOW_TYPE_DIALOG"));
 }
 
+// What the screen shows of the one window with the program's title, without its frame.
+QImage Picture()
+{
+    const QStringList windows = VisibleWindows(Title());
+    if (windows.size() != 1) {
+        return {};
+    }
+    return QGuiApplication::primaryScreen()->grabWindow(windows.constFirst().toULongLong()).toImage();
+}
+
+// A /proc in which this process finds itself and nobody finds anything else: a user may not list it, and root, whom
+// permissions do not bind, sees no process there.
+QStringList InUnreadableProcessTable(const QString& program)
+{
+    return {QStringLiteral("--die-with-parent"),
+            QStringLiteral("--dev-bind"),
+            QStringLiteral("/"),
+            QStringLiteral("/"),
+            QStringLiteral("--dir"),
+            QStringLiteral("/tmp/proc"),
+            QStringLiteral("--bind"),
+            QStringLiteral("/proc"),
+            QStringLiteral("/tmp/proc"),
+            QStringLiteral("--tmpfs"),
+            QStringLiteral("/proc"),
+            QStringLiteral("--symlink"),
+            QStringLiteral("/tmp/proc/self"),
+            QStringLiteral("/proc/self"),
+            QStringLiteral("--chmod"),
+            QStringLiteral("0311"),
+            QStringLiteral("/proc"),
+            QStringLiteral("--"),
+            program};
+}
+
 } // namespace
 
 class SingleInstanceTest : public QObject
@@ -57,6 +95,7 @@ private slots:
     void init();
 
     void boxOfASecondCopy();
+    void looksOfTheBox();
     void boxClosedByItsTitleBar();
     void secondCopyIgnoresHide();
     void copyUnderAnotherName();
@@ -67,6 +106,9 @@ private slots:
     void zombie();
     void toolDirectory();
     void toolDirectoryCannotBeMade();
+    void secondCopyMakesTheToolDirectory();
+    void processTableCannotBeRead();
+    void startedAtTheSameMoment();
 };
 
 void SingleInstanceTest::init()
@@ -103,6 +145,32 @@ void SingleInstanceTest::boxOfASecondCopy()
     QCOMPARE(second.waitForExit(), 0);
     QVERIFY(first.isRunning());
     QVERIFY(first.hasTrayItem());
+}
+
+// Pixel by pixel: icon, text and button.
+void SingleInstanceTest::looksOfTheBox()
+{
+    AssistantProcess first;
+    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
+    QImage picture;
+    {
+        AssistantProcess second;
+        QVERIFY(second.start());
+        QVERIFY(ShowsBoxAlone(second));
+        const auto hasSettled = [&picture]() {
+            const QImage last = picture;
+            picture = Picture();
+            return !picture.isNull() && picture == last;
+        };
+        QVERIFY(QTest::qWaitFor(hasSettled, 10000));
+    }
+    QTRY_COMPARE(VisibleWindows(Title()), QStringList());
+    QMessageBox expected(QMessageBox::Information, Title(), Title() + QStringLiteral("已经处于运行中！"),
+                         QMessageBox::Ok);
+    expected.button(QMessageBox::Ok)->setText(QStringLiteral("确  定"));
+    expected.show();
+    QVERIFY(QTest::qWaitForWindowActive(&expected));
+    QTRY_COMPARE(Picture(), picture);
 }
 
 void SingleInstanceTest::boxClosedByItsTitleBar()
@@ -244,11 +312,53 @@ void SingleInstanceTest::toolDirectoryCannotBeMade()
     PrinterFolder::WriteFile(QStringLiteral("/opt/tolmar/tolmar-printer-q727"), "");
     AssistantProcess assistant;
     const bool isStarted = assistant.startIntoTray();
-    const bool isVisible = QTest::qWaitFor([]() { return VisibleWindows(Title()).size() == 1; });
+    const bool isVisible = QTest::qWaitFor([]() { return VisibleWindows(Title()).size() == 1; }, 15000);
     QVERIFY(QFile::remove(QStringLiteral("/opt/tolmar/tolmar-printer-q727")));
     QVERIFY(isStarted);
     QVERIFY(isVisible);
 }
 
-QTEST_GUILESS_MAIN(SingleInstanceTest)
+void SingleInstanceTest::secondCopyMakesTheToolDirectory()
+{
+    AssistantProcess first;
+    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
+    PrinterFolder::Remove();
+    AssistantProcess second;
+    QVERIFY(second.start());
+    QVERIFY(ShowsBoxAlone(second));
+    const QDir folder(QString::fromLatin1(PrinterFolder::ToolDirectory));
+    QVERIFY(folder.exists());
+    QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+}
+
+// Who cannot tell starts.
+void SingleInstanceTest::processTableCannotBeRead()
+{
+    AssistantProcess first;
+    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
+    AssistantProcess second(QStringLiteral("bwrap"));
+    QVERIFY(second.startIntoTray(InUnreadableProcessTable(QStringLiteral(ASSISTANT_PROGRAM))));
+    QTRY_COMPARE(VisibleWindows(Title()).size(), 1);
+    QVERIFY(first.isRunning());
+    QVERIFY(first.hasTrayItem());
+}
+
+// Both may find the other one and give up; never do both go on.
+void SingleInstanceTest::startedAtTheSameMoment()
+{
+    for (int round = 0; round < 5; ++round) {
+        AssistantProcess first;
+        AssistantProcess second;
+        QVERIFY(first.start());
+        QVERIFY(second.start());
+        // The window of a copy that goes on and the box of one that does not have the same title.
+        QTRY_COMPARE_WITH_TIMEOUT(VisibleWindows(Title()).size(), 2, 15000);
+        QVERIFY(first.isRunning());
+        QVERIFY(second.isRunning());
+        QVERIFY(!first.hasTrayItem() || !second.hasTrayItem());
+        QVERIFY(!QFile::exists(QString::fromLatin1(PrinterFolder::ToolDirectory) + QStringLiteral("/pslist.tmp")));
+    }
+}
+
+QTEST_MAIN(SingleInstanceTest)
 #include "tst_singleinstance.moc"

@@ -59,19 +59,28 @@ QByteArray StackedWindows()
     return xprop.readAllStandardOutput();
 }
 
-// The order in which widgets hide.
+// The order in which widgets hide, and whether the icon was in the tray then.
 class HideRecorder : public QObject
 {
 public:
+    explicit HideRecorder(const QSystemTrayIcon& icon)
+        : m_icon(icon)
+    {
+    }
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (event->type() == QEvent::Hide) {
             hidden.append(watched);
+            iconWasVisible.append(m_icon.isVisible());
         }
         return QObject::eventFilter(watched, event);
     }
 
     QList<QObject*> hidden;
+    QList<bool> iconWasVisible;
+
+private:
+    const QSystemTrayIcon& m_icon;
 };
 
 } // namespace
@@ -316,7 +325,7 @@ void TrayIconTest::exitSequence()
     TestWindow window;
     window.show();
     window.SlotTrayActionSetting();
-    HideRecorder hides;
+    HideRecorder hides(window.trayIcon());
     window.installEventFilter(&hides);
     window.settingsDialog().installEventFilter(&hides);
     bool allHiddenAtQuit = false;
@@ -330,6 +339,7 @@ void TrayIconTest::exitSequence()
     QCOMPARE(threadQuit.size(), 1);
     QVERIFY(allHiddenAtQuit);
     QCOMPARE(hides.hidden, (QList<QObject*>{&window.settingsDialog(), &window}));
+    QCOMPARE(hides.iconWasVisible, (QList<bool>{true, true}));
 }
 
 void TrayIconTest::exitDiscardsSettings()

@@ -30,7 +30,7 @@ bool HasImage(const char* name)
     return isThere;
 }
 
-// The log of a start, whose first line gives the size of the desktop.
+// The log of a start: the set-up steps in their order, and first the size of the desktop.
 bool HasLog()
 {
     const QDir folder(QStringLiteral("/opt/tolmar/tolmar-printer-q727/tool"));
@@ -40,17 +40,20 @@ bool HasLog()
         std::fputs("there is no log\n", stderr);
         return false;
     }
-    const QByteArray text = log.readAll();
-    for (const char* line :
-         {" InitLog) desktop = 800, 600\n", " InitDeviceTable) InitDeviceTable start\n",
-          " InitDeviceTable) InitDeviceTable end\n", " InitTrayIcon) InitTrayIcon start\n",
-          " InitTrayIcon) InitTrayIcon end\n", " InitThread) InitThread start\n", " InitThread) InitThread end\n"}) {
-        if (!text.contains(line)) {
-            std::fprintf(stderr, "the log lacks:%sand has:\n%s", line, text.constData());
-            return false;
-        }
+    // Each line ends in the name of a function, a parenthesis and the text.
+    QList<QByteArray> texts;
+    while (!log.atEnd()) {
+        const QByteArray line = log.readLine();
+        texts.append(line.mid(line.lastIndexOf(") ") + 2).trimmed());
     }
-    return text.count('\n') == 7;
+    const QList<QByteArray> expected{"desktop = 800, 600", "InitDeviceTable start", "InitDeviceTable end",
+                                     "InitTrayIcon start", "InitTrayIcon end",      "InitThread start",
+                                     "InitThread end"};
+    if (texts != expected) {
+        std::fprintf(stderr, "the set-up steps are logged as:\n%s\n", texts.join('\n').constData());
+        return false;
+    }
+    return true;
 }
 
 } // namespace
