@@ -46,6 +46,9 @@ BrelPrinterToolWidget::BrelPrinterToolWidget(QWidget* parent)
     : QWidget(parent)
     , ui(std::make_unique<Ui_BrelPrinterToolWidget>())
 {
+    // The images register themselves before main(). Nothing else refers to their object file, which a linker would
+    // otherwise leave out of a program that uses the library.
+    Q_INIT_RESOURCE(images);
     ui->setupUi(this);
     setWindowIcon(QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")));
     if (ScreenScale::IsScaled()) {
