@@ -12,12 +12,12 @@ class SeedCorpusTest : public QObject
     Q_OBJECT
 
 private slots:
-    void SeedsAreThoseInTheTree_data();
-    void SeedsAreThoseInTheTree();
-    void CorrectStandardReplies_data();
-    void CorrectStandardReplies();
-    void CorrectQZReplies_data();
-    void CorrectQZReplies();
+    void seedsAreThoseInTheTree_data();
+    void seedsAreThoseInTheTree();
+    void correctStandardReplies_data();
+    void correctStandardReplies();
+    void correctQZReplies_data();
+    void correctQZReplies();
 };
 
 namespace {
@@ -33,7 +33,7 @@ void AddReplies(const QString& folder, std::initializer_list<const char*> names)
 
 } // namespace
 
-void SeedCorpusTest::SeedsAreThoseInTheTree_data()
+void SeedCorpusTest::seedsAreThoseInTheTree_data()
 {
     QTest::addColumn<QByteArray>("seed");
     const QMap<QString, QByteArray> seeds = SeedCorpus();
@@ -43,7 +43,7 @@ void SeedCorpusTest::SeedsAreThoseInTheTree_data()
 }
 
 // After a change of the encoders: build/tests/fuzz/write-seeds tests/fuzz/corpus
-void SeedCorpusTest::SeedsAreThoseInTheTree()
+void SeedCorpusTest::seedsAreThoseInTheTree()
 {
     QFETCH(QByteArray, seed);
     QFile file(QStringLiteral(CORPUS_DIRECTORY "/") + QString::fromUtf8(QTest::currentDataTag()));
@@ -51,7 +51,7 @@ void SeedCorpusTest::SeedsAreThoseInTheTree()
     QCOMPARE(file.readAll().toHex(' '), seed.toHex(' '));
 }
 
-void SeedCorpusTest::CorrectStandardReplies_data()
+void SeedCorpusTest::correctStandardReplies_data()
 {
     AddReplies(QStringLiteral("standard-reply"),
                {"every-field", "nothing-but-lengths", "long-texts", "many-codes", "status-20", "pages-without-prints",
@@ -59,7 +59,7 @@ void SeedCorpusTest::CorrectStandardReplies_data()
 }
 
 // From bytes to fields to bytes, and from there through the decoder to the same fields.
-void SeedCorpusTest::CorrectStandardReplies()
+void SeedCorpusTest::correctStandardReplies()
 {
     QFETCH(QByteArray, bytes);
     const StandardReply reply = StandardReplyOf(bytes);
@@ -67,13 +67,13 @@ void SeedCorpusTest::CorrectStandardReplies()
     CheckRoundTrip(reply);
 }
 
-void SeedCorpusTest::CorrectQZReplies_data()
+void SeedCorpusTest::correctQZReplies_data()
 {
     AddReplies(QStringLiteral("qz-reply"),
                {"every-item", "every-state", "many-codes", "no-items", "no-errors-said-so"});
 }
 
-void SeedCorpusTest::CorrectQZReplies()
+void SeedCorpusTest::correctQZReplies()
 {
     QFETCH(QByteArray, bytes);
     const QZReply reply = QZReplyOf(bytes);

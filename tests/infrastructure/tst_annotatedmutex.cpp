@@ -14,10 +14,10 @@ class AnnotatedMutexTest : public QObject
     Q_OBJECT
 
 private slots:
-    void GuardsPlainVariables();
+    void guardsPlainVariables();
 };
 
-void AnnotatedMutexTest::GuardsPlainVariables()
+void AnnotatedMutexTest::guardsPlainVariables()
 {
     constexpr int threadCount = 4;
     constexpr int roundsPerThread = 20000;

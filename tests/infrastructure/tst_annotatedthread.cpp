@@ -11,8 +11,8 @@ class AnnotatedThreadTest : public QObject
     Q_OBJECT
 
 private slots:
-    void LeavesItsWorkToTheWaiter();
-    void WaitMayFail();
+    void leavesItsWorkToTheWaiter();
+    void waitMayFail();
 };
 
 namespace {
@@ -21,7 +21,7 @@ constexpr unsigned long EndTimeoutMs = 30000;
 
 } // namespace
 
-void AnnotatedThreadTest::LeavesItsWorkToTheWaiter()
+void AnnotatedThreadTest::leavesItsWorkToTheWaiter()
 {
     AnnotatedThread thread;
     QObject worker;
@@ -38,7 +38,7 @@ void AnnotatedThreadTest::LeavesItsWorkToTheWaiter()
     QCOMPARE(written, 2);
 }
 
-void AnnotatedThreadTest::WaitMayFail()
+void AnnotatedThreadTest::waitMayFail()
 {
     AnnotatedThread thread;
     thread.start();

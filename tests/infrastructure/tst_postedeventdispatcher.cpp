@@ -20,16 +20,16 @@ class PostedEventDispatcherTest : public QObject
     Q_OBJECT
 
 private slots:
-    void CallsReachTheThread();
-    void CallsFromBeforeTheStart();
-    void CallFromWithinACall();
-    void NoCallIsOverslept();
-    void CallsFromManyThreads();
-    void EndsWhenAskedTo_data();
-    void EndsWhenAskedTo();
-    void ObjectsAreDeletedLater();
-    void NeedsNoDescriptor();
-    void SleepsWhenNothingIsPosted();
+    void callsReachTheThread();
+    void callsFromBeforeTheStart();
+    void callFromWithinACall();
+    void noCallIsOverslept();
+    void callsFromManyThreads();
+    void endsWhenAskedTo_data();
+    void endsWhenAskedTo();
+    void objectsAreDeletedLater();
+    void needsNoDescriptor();
+    void sleepsWhenNothingIsPosted();
 };
 
 // A thread with the dispatcher, and in it what is called from outside. The calls are handed over under a lock of the
@@ -125,7 +125,7 @@ qint64 ProcessorTicks()
 
 } // namespace
 
-void PostedEventDispatcherTest::CallsReachTheThread()
+void PostedEventDispatcherTest::callsReachTheThread()
 {
     Receiver receiver;
     receiver.start();
@@ -136,7 +136,7 @@ void PostedEventDispatcherTest::CallsReachTheThread()
     QVERIFY(receiver.isInThread());
 }
 
-void PostedEventDispatcherTest::CallsFromBeforeTheStart()
+void PostedEventDispatcherTest::callsFromBeforeTheStart()
 {
     Receiver receiver;
     receiver.post();
@@ -145,7 +145,7 @@ void PostedEventDispatcherTest::CallsFromBeforeTheStart()
     QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), 2, TimeoutMs);
 }
 
-void PostedEventDispatcherTest::CallFromWithinACall()
+void PostedEventDispatcherTest::callFromWithinACall()
 {
     Receiver receiver;
     receiver.start();
@@ -154,7 +154,7 @@ void PostedEventDispatcherTest::CallFromWithinACall()
 }
 
 // Each is posted as soon as the one before has been seen, so just when the thread is about to sleep.
-void PostedEventDispatcherTest::NoCallIsOverslept()
+void PostedEventDispatcherTest::noCallIsOverslept()
 {
     Receiver receiver;
     receiver.start();
@@ -169,7 +169,7 @@ void PostedEventDispatcherTest::NoCallIsOverslept()
     }
 }
 
-void PostedEventDispatcherTest::CallsFromManyThreads()
+void PostedEventDispatcherTest::callsFromManyThreads()
 {
     constexpr int threadCount = 4;
     constexpr int callsPerThread = 5000;
@@ -191,14 +191,14 @@ void PostedEventDispatcherTest::CallsFromManyThreads()
     QVERIFY(receiver.isInThread());
 }
 
-void PostedEventDispatcherTest::EndsWhenAskedTo_data()
+void PostedEventDispatcherTest::endsWhenAskedTo_data()
 {
     QTest::addColumn<bool>("isAtWork");
     QTest::newRow("asleep") << false;
     QTest::newRow("within a call") << true;
 }
 
-void PostedEventDispatcherTest::EndsWhenAskedTo()
+void PostedEventDispatcherTest::endsWhenAskedTo()
 {
     QFETCH(bool, isAtWork);
     Receiver receiver;
@@ -212,7 +212,7 @@ void PostedEventDispatcherTest::EndsWhenAskedTo()
     QVERIFY(receiver.thread().wait(TimeoutMs));
 }
 
-void PostedEventDispatcherTest::ObjectsAreDeletedLater()
+void PostedEventDispatcherTest::objectsAreDeletedLater()
 {
     Receiver receiver;
     receiver.start();
@@ -222,7 +222,7 @@ void PostedEventDispatcherTest::ObjectsAreDeletedLater()
     QTRY_VERIFY_WITH_TIMEOUT(object.isNull(), TimeoutMs);
 }
 
-void PostedEventDispatcherTest::NeedsNoDescriptor()
+void PostedEventDispatcherTest::needsNoDescriptor()
 {
     const int before = OpenDescriptors();
     std::vector<std::unique_ptr<Receiver>> receivers;
@@ -237,7 +237,7 @@ void PostedEventDispatcherTest::NeedsNoDescriptor()
     QCOMPARE(OpenDescriptors(), before);
 }
 
-void PostedEventDispatcherTest::SleepsWhenNothingIsPosted()
+void PostedEventDispatcherTest::sleepsWhenNothingIsPosted()
 {
     Receiver receiver;
     receiver.start();

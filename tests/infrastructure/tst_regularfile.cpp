@@ -17,20 +17,20 @@ class RegularFileTest : public QObject
 
 private slots:
     void init();
-    void WhatCanBeOpened_data();
-    void WhatCanBeOpened();
-    void FifoWithAWriterIsNotTouched();
-    void ZeroByteInThePath();
-    void NoPermission();
-    void Size_data();
-    void Size();
-    void ReadsUpToTheCapacity();
-    void ReadsOnFromWhereItStopped();
-    void ShrunkFileGivesWhatIsLeft();
-    void KeepsWhatItOpened();
-    void DescriptorIsClosed_data();
-    void DescriptorIsClosed();
-    void DescriptorIsNotInherited();
+    void whatCanBeOpened_data();
+    void whatCanBeOpened();
+    void fifoWithAWriterIsNotTouched();
+    void zeroByteInThePath();
+    void noPermission();
+    void size_data();
+    void size();
+    void readsUpToTheCapacity();
+    void readsOnFromWhereItStopped();
+    void shrunkFileGivesWhatIsLeft();
+    void keepsWhatItOpened();
+    void descriptorIsClosed_data();
+    void descriptorIsClosed();
+    void descriptorIsNotInherited();
 };
 
 namespace {
@@ -100,7 +100,7 @@ void RegularFileTest::init()
     }
 }
 
-void RegularFileTest::WhatCanBeOpened_data()
+void RegularFileTest::whatCanBeOpened_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("isOpen");
@@ -124,14 +124,14 @@ void RegularFileTest::WhatCanBeOpened_data()
     QTest::newRow("name too long") << Path(QByteArray(300, 'x').constData()) << false;
 }
 
-void RegularFileTest::WhatCanBeOpened()
+void RegularFileTest::whatCanBeOpened()
 {
     QFETCH(QString, path);
     const RegularFile file(path);
     QTEST(file.isOpen(), "isOpen");
 }
 
-void RegularFileTest::FifoWithAWriterIsNotTouched()
+void RegularFileTest::fifoWithAWriterIsNotTouched()
 {
     const int writer = open(LocalPath("fifo").constData(), O_RDWR | O_CLOEXEC);
     QVERIFY(writer >= 0);
@@ -145,13 +145,13 @@ void RegularFileTest::FifoWithAWriterIsNotTouched()
     close(writer);
 }
 
-void RegularFileTest::ZeroByteInThePath()
+void RegularFileTest::zeroByteInThePath()
 {
     const RegularFile file(Path("plain") + QChar(0) + QStringLiteral("more"));
     QVERIFY(!file.isOpen());
 }
 
-void RegularFileTest::NoPermission()
+void RegularFileTest::noPermission()
 {
     if (geteuid() == 0) {
         QSKIP("permissions do not bind root");
@@ -163,7 +163,7 @@ void RegularFileTest::NoPermission()
     QVERIFY(!link.isOpen());
 }
 
-void RegularFileTest::Size_data()
+void RegularFileTest::size_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<qint64>("size");
@@ -173,14 +173,14 @@ void RegularFileTest::Size_data()
     QTest::newRow("of what a link leads to") << "link" << qint64(7);
 }
 
-void RegularFileTest::Size()
+void RegularFileTest::size()
 {
     QFETCH(QString, name);
     const RegularFile file(Path(name.toUtf8().constData()));
     QTEST(file.size(), "size");
 }
 
-void RegularFileTest::ReadsUpToTheCapacity()
+void RegularFileTest::readsUpToTheCapacity()
 {
     QCOMPARE(Read(RegularFile(Path("plain")), 0), QByteArray());
     QCOMPARE(Read(RegularFile(Path("plain")), 3), QByteArray("con"));
@@ -189,7 +189,7 @@ void RegularFileTest::ReadsUpToTheCapacity()
     QCOMPARE(Read(RegularFile(Path("empty")), 2048), QByteArray());
 }
 
-void RegularFileTest::ReadsOnFromWhereItStopped()
+void RegularFileTest::readsOnFromWhereItStopped()
 {
     const RegularFile file(Path("plain"));
     QCOMPARE(Read(file, 3), QByteArray("con"));
@@ -198,7 +198,7 @@ void RegularFileTest::ReadsOnFromWhereItStopped()
     QCOMPARE(Read(file, 3), QByteArray());
 }
 
-void RegularFileTest::ShrunkFileGivesWhatIsLeft()
+void RegularFileTest::shrunkFileGivesWhatIsLeft()
 {
     const RegularFile file(Path("plain"));
     QVERIFY(QFile::resize(Path("plain"), 2));
@@ -206,7 +206,7 @@ void RegularFileTest::ShrunkFileGivesWhatIsLeft()
     QCOMPARE(file.size(), qint64(7)); // as it was opened
 }
 
-void RegularFileTest::KeepsWhatItOpened()
+void RegularFileTest::keepsWhatItOpened()
 {
     const RegularFile file(Path("plain"));
     QVERIFY(QFile::remove(Path("plain")));
@@ -214,7 +214,7 @@ void RegularFileTest::KeepsWhatItOpened()
     QCOMPARE(Read(file, 100), QByteArray("content"));
 }
 
-void RegularFileTest::DescriptorIsClosed_data()
+void RegularFileTest::descriptorIsClosed_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"plain", "directory", "fifo", "absent"}) {
@@ -222,7 +222,7 @@ void RegularFileTest::DescriptorIsClosed_data()
     }
 }
 
-void RegularFileTest::DescriptorIsClosed()
+void RegularFileTest::descriptorIsClosed()
 {
     QFETCH(QString, name);
     const int lowestFree = LowestFreeDescriptor();
@@ -232,7 +232,7 @@ void RegularFileTest::DescriptorIsClosed()
     QCOMPARE(LowestFreeDescriptor(), lowestFree);
 }
 
-void RegularFileTest::DescriptorIsNotInherited()
+void RegularFileTest::descriptorIsNotInherited()
 {
     const int descriptor = LowestFreeDescriptor();
     const RegularFile file(Path("plain"));

@@ -12,23 +12,23 @@ class ShellCommandTest : public QObject
     Q_OBJECT
 
 private slots:
-    void RunsTheCommand();
-    void ReturnsTheWaitStatus_data();
-    void ReturnsTheWaitStatus();
-    void WaitsForTheEnd();
-    void ArgumentsReachAShell();
-    void CommandLength_data();
-    void CommandLength();
+    void runsTheCommand();
+    void returnsTheWaitStatus_data();
+    void returnsTheWaitStatus();
+    void waitsForTheEnd();
+    void argumentsReachAShell();
+    void commandLength_data();
+    void commandLength();
 };
 
-void ShellCommandTest::RunsTheCommand()
+void ShellCommandTest::runsTheCommand()
 {
     const FakeCommand record(QStringLiteral("record"));
     QCOMPARE(RunShellCommand("record %s-%d", "打印机", 7), 0);
     QCOMPARE(record.calls(), QList<QStringList>{QStringList{QStringLiteral("打印机-7")}});
 }
 
-void ShellCommandTest::ReturnsTheWaitStatus_data()
+void ShellCommandTest::returnsTheWaitStatus_data()
 {
     QTest::addColumn<QString>("body");
     QTest::addColumn<int>("exitCode");
@@ -38,7 +38,7 @@ void ShellCommandTest::ReturnsTheWaitStatus_data()
     QTest::newRow("greatest code") << "exit 255" << 255;
 }
 
-void ShellCommandTest::ReturnsTheWaitStatus()
+void ShellCommandTest::returnsTheWaitStatus()
 {
     QFETCH(QString, body);
     const FakeCommand record(QStringLiteral("record"), body);
@@ -47,7 +47,7 @@ void ShellCommandTest::ReturnsTheWaitStatus()
     QTEST(WEXITSTATUS(status), "exitCode");
 }
 
-void ShellCommandTest::WaitsForTheEnd()
+void ShellCommandTest::waitsForTheEnd()
 {
     const FakeCommand record(QStringLiteral("record"), QStringLiteral("sleep 0.5"));
     QElapsedTimer timer;
@@ -56,7 +56,7 @@ void ShellCommandTest::WaitsForTheEnd()
     QVERIFY(timer.elapsed() >= 500);
 }
 
-void ShellCommandTest::ArgumentsReachAShell()
+void ShellCommandTest::argumentsReachAShell()
 {
     const FakeCommand record(QStringLiteral("record"));
     QCOMPARE(RunShellCommand("record %s", "one  two 'three four'"), 0);
@@ -65,7 +65,7 @@ void ShellCommandTest::ArgumentsReachAShell()
         (QList<QStringList>{QStringList{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three four")}}));
 }
 
-void ShellCommandTest::CommandLength_data()
+void ShellCommandTest::commandLength_data()
 {
     QTest::addColumn<int>("bytes");
     QTest::addColumn<bool>("isRun");
@@ -77,7 +77,7 @@ void ShellCommandTest::CommandLength_data()
     QTest::newRow("100000 bytes") << 100000 << false;
 }
 
-void ShellCommandTest::CommandLength()
+void ShellCommandTest::commandLength()
 {
     QFETCH(int, bytes);
     QFETCH(bool, isRun);

@@ -19,21 +19,21 @@ class UtilLogTest : public QObject
 private slots:
     void init();
     void cleanup();
-    void OffFromTheStart();
-    void OffWritesNothing();
-    void SwitchingOnOpensNothing();
-    void OnAgainAfterOff();
-    void LineBearsThePresentTime();
-    void TimesAreLocal();
-    void LineFields_data();
-    void LineFields();
-    void MessageIsFormatted();
-    void FormatIsLocal8Bit();
-    void LongMessageIsCut_data();
-    void LongMessageIsCut();
-    void CutInsideACharacter();
-    void EachCallAppendsOneLine();
-    void ThreadsDoNotInterleave();
+    void offFromTheStart();
+    void offWritesNothing();
+    void switchingOnOpensNothing();
+    void onAgainAfterOff();
+    void lineBearsThePresentTime();
+    void timesAreLocal();
+    void lineFields_data();
+    void lineFields();
+    void messageIsFormatted();
+    void formatIsLocal8Bit();
+    void longMessageIsCut_data();
+    void longMessageIsCut();
+    void cutInsideACharacter();
+    void eachCallAppendsOneLine();
+    void threadsDoNotInterleave();
 };
 
 namespace {
@@ -88,7 +88,7 @@ void UtilLogTest::cleanup()
 }
 
 // Must stay the first test: nothing has switched the log on yet.
-void UtilLogTest::OffFromTheStart()
+void UtilLogTest::offFromTheStart()
 {
     const QtMessageHandler before = qInstallMessageHandler(CountMessage);
     WriteStringLog(File, 1, "main", QStringLiteral("%s %d"), "text", 1);
@@ -97,7 +97,7 @@ void UtilLogTest::OffFromTheStart()
     QVERIFY(!QFile::exists(QString::fromLatin1(PrinterFolder::ToolDirectory)));
 }
 
-void UtilLogTest::OffWritesNothing()
+void UtilLogTest::offWritesNothing()
 {
     SetLogEnable(true);
     SetLogEnable(false);
@@ -109,14 +109,14 @@ void UtilLogTest::OffWritesNothing()
     QVERIFY(!QFile::exists(QString::fromLatin1(PrinterFolder::ToolDirectory)));
 }
 
-void UtilLogTest::SwitchingOnOpensNothing()
+void UtilLogTest::switchingOnOpensNothing()
 {
     SetLogEnable(true);
     QVERIFY(QFileInfo(QString::fromLatin1(PrinterFolder::ToolDirectory)).isDir());
     QCOMPARE(LogFolder::Names(), QStringList());
 }
 
-void UtilLogTest::OnAgainAfterOff()
+void UtilLogTest::onAgainAfterOff()
 {
     SetLogEnable(true);
     SetLogEnable(false);
@@ -125,7 +125,7 @@ void UtilLogTest::OnAgainAfterOff()
     QCOMPARE(OnlyMessage(), QByteArray("(../main@1 main) text"));
 }
 
-void UtilLogTest::LineBearsThePresentTime()
+void UtilLogTest::lineBearsThePresentTime()
 {
     SetLogEnable(true);
     const QDateTime before = QDateTime::currentDateTime();
@@ -142,7 +142,7 @@ void UtilLogTest::LineBearsThePresentTime()
 }
 
 // Those of the line and of the file's name.
-void UtilLogTest::TimesAreLocal()
+void UtilLogTest::timesAreLocal()
 {
     const TimeZone zone("TST-7:30"); // seven and a half hours before UTC
     SetLogEnable(true);
@@ -162,7 +162,7 @@ void UtilLogTest::TimesAreLocal()
     QVERIFY2(isLocal(name.mid(9, 15), "yyyyMMdd_hhmmss"), qPrintable(name));
 }
 
-void UtilLogTest::LineFields_data()
+void UtilLogTest::lineFields_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<int>("line");
@@ -183,7 +183,7 @@ void UtilLogTest::LineFields_data()
         << QByteArray("%s%n") << 1 << QByteArray("%d") << QByteArray("(%s%n@1 %d) text");
 }
 
-void UtilLogTest::LineFields()
+void UtilLogTest::lineFields()
 {
     QFETCH(QByteArray, file);
     QFETCH(int, line);
@@ -194,7 +194,7 @@ void UtilLogTest::LineFields()
     QTEST(OnlyMessage(), "expected");
 }
 
-void UtilLogTest::MessageIsFormatted()
+void UtilLogTest::messageIsFormatted()
 {
     SetLogEnable(true);
     WriteStringLog(File, 1, "main", QStringLiteral("%s|%d|%lu|%5.2f|%c|%%|%x"), "打印机", -3, 18446744073709551615UL,
@@ -202,14 +202,14 @@ void UtilLogTest::MessageIsFormatted()
     QCOMPARE(OnlyMessage(), QByteArray("(../main@1 main) 打印机|-3|18446744073709551615| 1.50|z|%|ff"));
 }
 
-void UtilLogTest::FormatIsLocal8Bit()
+void UtilLogTest::formatIsLocal8Bit()
 {
     SetLogEnable(true);
     WriteStringLog(File, 1, "main", QStringLiteral("打印机 %d 号"), 2);
     QCOMPARE(OnlyMessage(), QByteArray("(../main@1 main) 打印机 2 号"));
 }
 
-void UtilLogTest::LongMessageIsCut_data()
+void UtilLogTest::longMessageIsCut_data()
 {
     QTest::addColumn<int>("length");
     QTest::addColumn<int>("written");
@@ -221,7 +221,7 @@ void UtilLogTest::LongMessageIsCut_data()
     QTest::newRow("far too many") << 2000 << 1023;
 }
 
-void UtilLogTest::LongMessageIsCut()
+void UtilLogTest::longMessageIsCut()
 {
     QFETCH(int, length);
     QFETCH(int, written);
@@ -234,7 +234,7 @@ void UtilLogTest::LongMessageIsCut()
     QCOMPARE(LogFolder::WithoutTime(lines.at(1)), QByteArray("(../main@2 main) next"));
 }
 
-void UtilLogTest::CutInsideACharacter()
+void UtilLogTest::cutInsideACharacter()
 {
     SetLogEnable(true);
     const QByteArray message = QByteArray(1022, 'x') + "打印";
@@ -244,7 +244,7 @@ void UtilLogTest::CutInsideACharacter()
     QVERIFY(!line.contains("打") && !line.contains("印"));
 }
 
-void UtilLogTest::EachCallAppendsOneLine()
+void UtilLogTest::eachCallAppendsOneLine()
 {
     SetLogEnable(true);
     for (int i = 0; i < 3; ++i) {
@@ -256,7 +256,7 @@ void UtilLogTest::EachCallAppendsOneLine()
     }
 }
 
-void UtilLogTest::ThreadsDoNotInterleave()
+void UtilLogTest::threadsDoNotInterleave()
 {
     constexpr int threadCount = 4;
     constexpr int linesPerThread = 250;

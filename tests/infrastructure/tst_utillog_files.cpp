@@ -22,23 +22,23 @@ class UtilLogFilesTest : public QObject
 private slots:
     void init();
     void cleanup();
-    void NameBearsTheTimeOfSwitchingOn();
-    void PathHasTheDoubledSlash();
-    void RollOver_data();
-    void RollOver();
-    void LineThatFillsAFileStaysInIt();
-    void NextFileExists_data();
-    void NextFileExists();
-    void CurrentFileVanishes_data();
-    void CurrentFileVanishes();
-    void IndexGrowsWithoutBound();
-    void RollOverHappensOnceAmongThreads();
-    void SwitchingOnTwiceWithinASecond();
-    void SwitchingOnLaterStartsAnotherFile();
-    void SwitchingOnStartsAtIndexZero();
-    void FolderThatCannotBeMade();
-    void FolderThatCannotBeWritten();
-    void FolderThatVanishes();
+    void nameBearsTheTimeOfSwitchingOn();
+    void pathHasTheDoubledSlash();
+    void rollOver_data();
+    void rollOver();
+    void lineThatFillsAFileStaysInIt();
+    void nextFileExists_data();
+    void nextFileExists();
+    void currentFileVanishes_data();
+    void currentFileVanishes();
+    void indexGrowsWithoutBound();
+    void rollOverHappensOnceAmongThreads();
+    void switchingOnTwiceWithinASecond();
+    void switchingOnLaterStartsAnotherFile();
+    void switchingOnStartsAtIndexZero();
+    void folderThatCannotBeMade();
+    void folderThatCannotBeWritten();
+    void folderThatVanishes();
 };
 
 namespace {
@@ -105,7 +105,7 @@ void UtilLogFilesTest::cleanup()
     SetLogEnable(false);
 }
 
-void UtilLogFilesTest::NameBearsTheTimeOfSwitchingOn()
+void UtilLogFilesTest::nameBearsTheTimeOfSwitchingOn()
 {
     const QString before = SecondText();
     SetLogEnable(true);
@@ -121,7 +121,7 @@ void UtilLogFilesTest::NameBearsTheTimeOfSwitchingOn()
     QVERIFY2(match.captured(1) == before || match.captured(1) == after, qPrintable(name));
 }
 
-void UtilLogFilesTest::PathHasTheDoubledSlash()
+void UtilLogFilesTest::pathHasTheDoubledSlash()
 {
     const QString name = StartLog();
     QVERIFY(Resize(name, LimitBytes + 1));
@@ -135,7 +135,7 @@ void UtilLogFilesTest::PathHasTheDoubledSlash()
     QVERIFY(std::count(paths.begin(), paths.end(), expected) == 1);
 }
 
-void UtilLogFilesTest::RollOver_data()
+void UtilLogFilesTest::rollOver_data()
 {
     QTest::addColumn<qint64>("size");
     QTest::addColumn<int>("index");
@@ -146,7 +146,7 @@ void UtilLogFilesTest::RollOver_data()
     QTest::newRow("twice as much") << 2 * LimitBytes << 1;
 }
 
-void UtilLogFilesTest::RollOver()
+void UtilLogFilesTest::rollOver()
 {
     QFETCH(qint64, size);
     QFETCH(int, index);
@@ -161,7 +161,7 @@ void UtilLogFilesTest::RollOver()
     }
 }
 
-void UtilLogFilesTest::LineThatFillsAFileStaysInIt()
+void UtilLogFilesTest::lineThatFillsAFileStaysInIt()
 {
     const QString name = StartLog();
     QVERIFY(Resize(name, LimitBytes - 3));
@@ -176,7 +176,7 @@ void UtilLogFilesTest::LineThatFillsAFileStaysInIt()
     QCOMPARE(LastLine(WithIndex(name, 1)), ExpectedLine(3));
 }
 
-void UtilLogFilesTest::NextFileExists_data()
+void UtilLogFilesTest::nextFileExists_data()
 {
     QTest::addColumn<qint64>("size");
     QTest::addColumn<int>("indexOfTheSecondLine");
@@ -188,7 +188,7 @@ void UtilLogFilesTest::NextFileExists_data()
 }
 
 // It is continued, and a full one gets one line more: only the current file's size counts.
-void UtilLogFilesTest::NextFileExists()
+void UtilLogFilesTest::nextFileExists()
 {
     QFETCH(qint64, size);
     QFETCH(int, indexOfTheSecondLine);
@@ -206,7 +206,7 @@ void UtilLogFilesTest::NextFileExists()
     QCOMPARE(LastLine(WithIndex(name, indexOfTheSecondLine)), ExpectedLine(2));
 }
 
-void UtilLogFilesTest::CurrentFileVanishes_data()
+void UtilLogFilesTest::currentFileVanishes_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<qint64>("size");
@@ -217,7 +217,7 @@ void UtilLogFilesTest::CurrentFileVanishes_data()
 }
 
 // The next line makes it anew under the same name.
-void UtilLogFilesTest::CurrentFileVanishes()
+void UtilLogFilesTest::currentFileVanishes()
 {
     QFETCH(int, index);
     QFETCH(qint64, size);
@@ -235,7 +235,7 @@ void UtilLogFilesTest::CurrentFileVanishes()
     QCOMPARE(LastLine(current), ExpectedLine(2));
 }
 
-void UtilLogFilesTest::IndexGrowsWithoutBound()
+void UtilLogFilesTest::indexGrowsWithoutBound()
 {
     const QString name = StartLog();
     for (int index = 0; index < 12; ++index) {
@@ -248,7 +248,7 @@ void UtilLogFilesTest::IndexGrowsWithoutBound()
 }
 
 // Again and again, as the threads have to meet at the very moment.
-void UtilLogFilesTest::RollOverHappensOnceAmongThreads()
+void UtilLogFilesTest::rollOverHappensOnceAmongThreads()
 {
     constexpr int threadCount = 4;
     constexpr int linesPerThread = 5;
@@ -276,7 +276,7 @@ void UtilLogFilesTest::RollOverHappensOnceAmongThreads()
     }
 }
 
-void UtilLogFilesTest::SwitchingOnTwiceWithinASecond()
+void UtilLogFilesTest::switchingOnTwiceWithinASecond()
 {
     QString second;
     do {
@@ -289,7 +289,7 @@ void UtilLogFilesTest::SwitchingOnTwiceWithinASecond()
     QCOMPARE(LogFolder::Lines().size(), 2);
 }
 
-void UtilLogFilesTest::SwitchingOnLaterStartsAnotherFile()
+void UtilLogFilesTest::switchingOnLaterStartsAnotherFile()
 {
     const QString first = StartLog();
     const QString second = SecondText();
@@ -301,7 +301,7 @@ void UtilLogFilesTest::SwitchingOnLaterStartsAnotherFile()
     QVERIFY(LogFolder::Names().constLast().endsWith(QStringLiteral("_0.log")));
 }
 
-void UtilLogFilesTest::SwitchingOnStartsAtIndexZero()
+void UtilLogFilesTest::switchingOnStartsAtIndexZero()
 {
     const QString name = StartLog();
     QVERIFY(Resize(name, LimitBytes + 1));
@@ -313,7 +313,7 @@ void UtilLogFilesTest::SwitchingOnStartsAtIndexZero()
 }
 
 // A file stands where the folder belongs. Root's rights do not help here either.
-void UtilLogFilesTest::FolderThatCannotBeMade()
+void UtilLogFilesTest::folderThatCannotBeMade()
 {
     const QString folder = QStringLiteral("/opt/tolmar/tolmar-printer-q727/tool");
     QVERIFY(QDir().mkpath(QStringLiteral("/opt/tolmar/tolmar-printer-q727")));
@@ -330,7 +330,7 @@ void UtilLogFilesTest::FolderThatCannotBeMade()
     QCOMPARE(LastLine(LogFolder::Names().value(0)), ExpectedLine(2));
 }
 
-void UtilLogFilesTest::FolderThatCannotBeWritten()
+void UtilLogFilesTest::folderThatCannotBeWritten()
 {
     if (geteuid() == 0) {
         QSKIP("permissions do not bind root");
@@ -346,7 +346,7 @@ void UtilLogFilesTest::FolderThatCannotBeWritten()
     QCOMPARE(LastLine(LogFolder::Names().value(0)), ExpectedLine(2));
 }
 
-void UtilLogFilesTest::FolderThatVanishes()
+void UtilLogFilesTest::folderThatVanishes()
 {
     StartLog();
     PrinterFolder::Remove();

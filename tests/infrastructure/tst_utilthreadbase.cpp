@@ -15,12 +15,12 @@ class UtilThreadBaseTest : public QObject
 
 private slots:
     void initTestCase();
-    void FreshObject();
-    void TheFlagStays();
-    void MetaObject();
-    void WaitForSleep_data();
-    void WaitForSleep();
-    void WaitingRunsNoEvents();
+    void freshObject();
+    void theFlagStays();
+    void className();
+    void waitForSleep_data();
+    void waitForSleep();
+    void waitingRunsNoEvents();
 };
 
 namespace {
@@ -122,7 +122,7 @@ void UtilThreadBaseTest::initTestCase()
     }
 }
 
-void UtilThreadBaseTest::FreshObject()
+void UtilThreadBaseTest::freshObject()
 {
     QObject parent;
     auto* worker = new UtilThreadBase(&parent);
@@ -131,7 +131,7 @@ void UtilThreadBaseTest::FreshObject()
     QCOMPARE(worker->bThreadQuit.load(), false);
 }
 
-void UtilThreadBaseTest::TheFlagStays()
+void UtilThreadBaseTest::theFlagStays()
 {
     UtilThreadBase worker(nullptr);
     worker.bThreadQuit = true;
@@ -141,7 +141,7 @@ void UtilThreadBaseTest::TheFlagStays()
     QCOMPARE(worker.bTaskStarted, false);
 }
 
-void UtilThreadBaseTest::MetaObject()
+void UtilThreadBaseTest::className()
 {
     const UtilThreadBase worker(nullptr);
     const QMetaObject* meta = worker.metaObject();
@@ -151,7 +151,7 @@ void UtilThreadBaseTest::MetaObject()
     QCOMPARE(meta->propertyCount(), meta->propertyOffset());
 }
 
-void UtilThreadBaseTest::WaitForSleep_data()
+void UtilThreadBaseTest::waitForSleep_data()
 {
     QTest::addColumn<const Row*>("row");
     for (const Row& row : c_rows) {
@@ -159,7 +159,7 @@ void UtilThreadBaseTest::WaitForSleep_data()
     }
 }
 
-void UtilThreadBaseTest::WaitForSleep()
+void UtilThreadBaseTest::waitForSleep()
 {
     QFETCH(const Row*, row);
     const Outcome outcome = s_outcomes.at(row->name).get();
@@ -168,7 +168,7 @@ void UtilThreadBaseTest::WaitForSleep()
     QVERIFY2(outcome.elapsedMs < row->atLeastMs + MarginMs, qPrintable(QString::number(outcome.elapsedMs)));
 }
 
-void UtilThreadBaseTest::WaitingRunsNoEvents()
+void UtilThreadBaseTest::waitingRunsNoEvents()
 {
     UtilThreadBase worker(nullptr);
     bool wasCalled = false;

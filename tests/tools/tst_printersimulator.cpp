@@ -18,21 +18,21 @@ class PrinterSimulatorTest : public QObject
 private slots:
     void init();
     void cleanup();
-    void WritesTheFilesOfTheStart();
-    void FollowsTheSteps();
-    void WritesIntoTheFolderOfTheDriverPackage();
-    void ReplacesFilesAtomically();
-    void ReadersNeverSeeAPartlyWrittenFile();
-    void StopSignalEndsIt_data();
-    void StopSignalEndsIt();
-    void BadScenarioWritesNothing();
-    void WrongUse_data();
-    void WrongUse();
-    void UnwritableFolder_data();
-    void UnwritableFolder();
-    void UnremovableStatusFile();
-    void HelpTellsTheOptions();
-    void EverydayScenarioPlays();
+    void writesTheFilesOfTheStart();
+    void followsTheSteps();
+    void writesIntoTheFolderOfTheDriverPackage();
+    void replacesFilesAtomically();
+    void readersNeverSeeAPartlyWrittenFile();
+    void stopSignalEndsIt_data();
+    void stopSignalEndsIt();
+    void badScenarioWritesNothing();
+    void wrongUse_data();
+    void wrongUse();
+    void unwritableFolder_data();
+    void unwritableFolder();
+    void unremovableStatusFile();
+    void helpTellsTheOptions();
+    void everydayScenarioPlays();
 
 private:
     QString Path(const QString& name) const
@@ -126,7 +126,7 @@ void PrinterSimulatorTest::Stop()
     QCOMPARE(m_process->exitCode(), 0);
 }
 
-void PrinterSimulatorTest::WritesTheFilesOfTheStart()
+void PrinterSimulatorTest::writesTheFilesOfTheStart()
 {
     PlayToTheEnd("printer \"Front office, 2; \\\"new\\\"\"\n"
                  "  status printing\n"
@@ -148,7 +148,7 @@ void PrinterSimulatorTest::WritesTheFilesOfTheStart()
     QCOMPARE(list.value(QStringLiteral("printer_2/Name")).toString(), QStringLiteral("Cellar"));
 }
 
-void PrinterSimulatorTest::FollowsTheSteps()
+void PrinterSimulatorTest::followsTheSteps()
 {
     PlayToTheEnd("printer A\n"
                  "printer B\n"
@@ -176,7 +176,7 @@ void PrinterSimulatorTest::FollowsTheSteps()
     QVERIFY(list.contains("[printer_3]\nName=\"D\"\n"));
 }
 
-void PrinterSimulatorTest::WritesIntoTheFolderOfTheDriverPackage()
+void PrinterSimulatorTest::writesIntoTheFolderOfTheDriverPackage()
 {
     const QString folder = QStringLiteral("/opt/tolmar/tolmar-printer-q727/cfg");
     const QString listPath = folder + QStringLiteral("/printerlist.ini");
@@ -190,7 +190,7 @@ void PrinterSimulatorTest::WritesIntoTheFolderOfTheDriverPackage()
     QVERIFY(QFile::remove(folder + QStringLiteral("/Simulated_K4510A.dat")));
 }
 
-void PrinterSimulatorTest::ReplacesFilesAtomically()
+void PrinterSimulatorTest::replacesFilesAtomically()
 {
     Start({QStringLiteral("--directory"), m_directory->path(),
            WriteScenario("printer A\nwait 0.05\nstatus A busy\nport A USB2\nwait 60\n")});
@@ -214,7 +214,7 @@ void PrinterSimulatorTest::ReplacesFilesAtomically()
     QCOMPARE(Files(), QStringList({QStringLiteral("A.dat"), QStringLiteral("printerlist.ini")}));
 }
 
-void PrinterSimulatorTest::ReadersNeverSeeAPartlyWrittenFile()
+void PrinterSimulatorTest::readersNeverSeeAPartlyWrittenFile()
 {
     const QByteArray large = QByteArray("AB").repeated(60000);
     Start({QStringLiteral("--directory"), m_directory->path(),
@@ -236,7 +236,7 @@ void PrinterSimulatorTest::ReadersNeverSeeAPartlyWrittenFile()
     Stop();
 }
 
-void PrinterSimulatorTest::StopSignalEndsIt_data()
+void PrinterSimulatorTest::stopSignalEndsIt_data()
 {
     QTest::addColumn<int>("signalNumber");
 
@@ -244,7 +244,7 @@ void PrinterSimulatorTest::StopSignalEndsIt_data()
     QTest::newRow("SIGINT") << SIGINT;
 }
 
-void PrinterSimulatorTest::StopSignalEndsIt()
+void PrinterSimulatorTest::stopSignalEndsIt()
 {
     QFETCH(int, signalNumber);
     Start({QStringLiteral("--directory"), m_directory->path(), WriteScenario("printer A\nwait 3600\nrepeat\n")});
@@ -259,7 +259,7 @@ void PrinterSimulatorTest::StopSignalEndsIt()
     QCOMPARE(Files(), QStringList({QStringLiteral("A.dat"), QStringLiteral("printerlist.ini")}));
 }
 
-void PrinterSimulatorTest::BadScenarioWritesNothing()
+void PrinterSimulatorTest::badScenarioWritesNothing()
 {
     const QString scenario = WriteScenario("printer A\ntoner 101\nwait 1\nstatus A tired\n");
     const QString folder = Path(QStringLiteral("new"));
@@ -273,7 +273,7 @@ void PrinterSimulatorTest::BadScenarioWritesNothing()
     QVERIFY(!QFile::exists(folder));
 }
 
-void PrinterSimulatorTest::WrongUse_data()
+void PrinterSimulatorTest::wrongUse_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("error");
@@ -296,7 +296,7 @@ void PrinterSimulatorTest::WrongUse_data()
         << QByteArray("printer-simulator: /dev/zero is longer than a scenario may be (1048576 bytes)\n");
 }
 
-void PrinterSimulatorTest::WrongUse()
+void PrinterSimulatorTest::wrongUse()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QByteArray, error);
@@ -308,7 +308,7 @@ void PrinterSimulatorTest::WrongUse()
     QCOMPARE(output.count('\n'), 1);
 }
 
-void PrinterSimulatorTest::UnwritableFolder_data()
+void PrinterSimulatorTest::unwritableFolder_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("error");
@@ -319,7 +319,7 @@ void PrinterSimulatorTest::UnwritableFolder_data()
                                        << QStringLiteral("cannot create the folder /proc/new");
 }
 
-void PrinterSimulatorTest::UnwritableFolder()
+void PrinterSimulatorTest::unwritableFolder()
 {
     QFETCH(QString, folder);
     QFETCH(QString, error);
@@ -331,7 +331,7 @@ void PrinterSimulatorTest::UnwritableFolder()
     QCOMPARE(output.count(QLatin1Char('\n')), 1);
 }
 
-void PrinterSimulatorTest::UnremovableStatusFile()
+void PrinterSimulatorTest::unremovableStatusFile()
 {
     Start({QStringLiteral("--directory"), m_directory->path(),
            WriteScenario("printer A\nwait 0.3\nvanish A\nwait 3600\nrepeat\n")});
@@ -345,7 +345,7 @@ void PrinterSimulatorTest::UnremovableStatusFile()
     QCOMPARE(output.count('\n'), 1);
 }
 
-void PrinterSimulatorTest::HelpTellsTheOptions()
+void PrinterSimulatorTest::helpTellsTheOptions()
 {
     Start({QStringLiteral("--help")});
     QVERIFY(m_process->waitForFinished());
@@ -356,7 +356,7 @@ void PrinterSimulatorTest::HelpTellsTheOptions()
     QVERIFY(output.contains("scenario"));
 }
 
-void PrinterSimulatorTest::EverydayScenarioPlays()
+void PrinterSimulatorTest::everydayScenarioPlays()
 {
     Start(
         {QStringLiteral("--directory"), m_directory->path(), QStringLiteral(SCENARIO_DIRECTORY "/everyday.scenario")});

@@ -9,30 +9,30 @@ class ScenarioTest : public QObject
     Q_OBJECT
 
 private slots:
-    void DeclaredPrinterStartsWithDefaults();
-    void DeclarationSetsEveryProperty();
-    void FamilyFollowsNameUnlessStated_data();
-    void FamilyFollowsNameUnlessStated();
-    void WordsMayBeQuoted_data();
-    void WordsMayBeQuoted();
-    void StatusNames_data();
-    void StatusNames();
-    void Codes_data();
-    void Codes();
-    void Toner_data();
-    void Toner();
-    void FramesKeepThePictureOfTheirMoment();
-    void StatusFileSteps_data();
-    void StatusFileSteps();
-    void ReportBringsTheStatusFileBack();
-    void RevisionsTellWhichFilesAreWrittenAnew_data();
-    void RevisionsTellWhichFilesAreWrittenAnew();
-    void ListSteps_data();
-    void ListSteps();
-    void RenamedPrinterKeepsItsFamily();
-    void SwappedNamesGetNewRevisions();
-    void Limits();
-    void EverydayScenarioShowsAllPhases();
+    void declaredPrinterStartsWithDefaults();
+    void declarationSetsEveryProperty();
+    void familyFollowsNameUnlessStated_data();
+    void familyFollowsNameUnlessStated();
+    void wordsMayBeQuoted_data();
+    void wordsMayBeQuoted();
+    void statusNames_data();
+    void statusNames();
+    void codes_data();
+    void codes();
+    void toner_data();
+    void toner();
+    void framesKeepThePictureOfTheirMoment();
+    void statusFileSteps_data();
+    void statusFileSteps();
+    void reportBringsTheStatusFileBack();
+    void revisionsTellWhichFilesAreWrittenAnew_data();
+    void revisionsTellWhichFilesAreWrittenAnew();
+    void listSteps_data();
+    void listSteps();
+    void renamedPrinterKeepsItsFamily();
+    void swappedNamesGetNewRevisions();
+    void limits();
+    void everydayScenarioShowsAllPhases();
 };
 
 namespace {
@@ -70,7 +70,7 @@ QString ListOf(const ScenarioFrame& frame)
 
 } // namespace
 
-void ScenarioTest::DeclaredPrinterStartsWithDefaults()
+void ScenarioTest::declaredPrinterStartsWithDefaults()
 {
     const Scenario scenario = Parse("printer Desk\n");
     QCOMPARE(scenario.repeats, false);
@@ -87,7 +87,7 @@ void ScenarioTest::DeclaredPrinterStartsWithDefaults()
     QVERIFY(printer.warningCodes.isEmpty());
 }
 
-void ScenarioTest::DeclarationSetsEveryProperty()
+void ScenarioTest::declarationSetsEveryProperty()
 {
     const Scenario scenario = Parse("printer Desk absent\n"
                                     "  model K4620A\n"
@@ -137,7 +137,7 @@ void ScenarioTest::DeclarationSetsEveryProperty()
     QCOMPARE(printer.supplies, supplies);
 }
 
-void ScenarioTest::FamilyFollowsNameUnlessStated_data()
+void ScenarioTest::familyFollowsNameUnlessStated_data()
 {
     QTest::addColumn<QByteArray>("declaration");
     QTest::addColumn<bool>("isQZ");
@@ -151,7 +151,7 @@ void ScenarioTest::FamilyFollowsNameUnlessStated_data()
     QTest::newRow("stated with absent") << QByteArray("printer Lab absent qz") << true << 3;
 }
 
-void ScenarioTest::FamilyFollowsNameUnlessStated()
+void ScenarioTest::familyFollowsNameUnlessStated()
 {
     QFETCH(QByteArray, declaration);
     QFETCH(bool, isQZ);
@@ -161,7 +161,7 @@ void ScenarioTest::FamilyFollowsNameUnlessStated()
     QCOMPARE(static_cast<int>(printer.status), readyCode);
 }
 
-void ScenarioTest::WordsMayBeQuoted_data()
+void ScenarioTest::wordsMayBeQuoted_data()
 {
     QTest::addColumn<QByteArray>("word");
     QTest::addColumn<QString>("name");
@@ -181,7 +181,7 @@ void ScenarioTest::WordsMayBeQuoted_data()
     QTest::newRow("comma and semicolon") << QByteArray("a,b;c") << QStringLiteral("a,b;c");
 }
 
-void ScenarioTest::WordsMayBeQuoted()
+void ScenarioTest::wordsMayBeQuoted()
 {
     QFETCH(QByteArray, word);
     QFETCH(QString, name);
@@ -190,7 +190,7 @@ void ScenarioTest::WordsMayBeQuoted()
     QCOMPARE(scenario.frames.first().printers.first().name, name);
 }
 
-void ScenarioTest::StatusNames_data()
+void ScenarioTest::statusNames_data()
 {
     QTest::addColumn<QByteArray>("status");
     QTest::addColumn<int>("standardCode");
@@ -210,7 +210,7 @@ void ScenarioTest::StatusNames_data()
     QTest::newRow("raw:255") << QByteArray("raw:255") << 255 << -1;
 }
 
-void ScenarioTest::StatusNames()
+void ScenarioTest::statusNames()
 {
     QFETCH(QByteArray, status);
     QFETCH(int, standardCode);
@@ -229,7 +229,7 @@ void ScenarioTest::StatusNames()
     }
 }
 
-void ScenarioTest::Codes_data()
+void ScenarioTest::codes_data()
 {
     QTest::addColumn<QByteArray>("words");
     QTest::addColumn<QVector<quint16>>("codes");
@@ -242,7 +242,7 @@ void ScenarioTest::Codes_data()
                                        << QVector<quint16>({0x2100, 0x1106, 0x2100});
 }
 
-void ScenarioTest::Codes()
+void ScenarioTest::codes()
 {
     QFETCH(QByteArray, words);
     QFETCH(QVector<quint16>, codes);
@@ -254,7 +254,7 @@ void ScenarioTest::Codes()
     QCOMPARE(scenario.frames.at(2).printers.first().warningCodes, codes);
 }
 
-void ScenarioTest::Toner_data()
+void ScenarioTest::toner_data()
 {
     QTest::addColumn<QByteArray>("family");
     QTest::addColumn<QByteArray>("word");
@@ -269,7 +269,7 @@ void ScenarioTest::Toner_data()
     QTest::newRow("qz full") << QByteArray("qz") << QByteArray("100") << 100U;
 }
 
-void ScenarioTest::Toner()
+void ScenarioTest::toner()
 {
     QFETCH(QByteArray, family);
     QFETCH(QByteArray, word);
@@ -279,7 +279,7 @@ void ScenarioTest::Toner()
     QCOMPARE(scenario.frames.last().printers.first().supplies.value(SupplyField::RemainingToner), value);
 }
 
-void ScenarioTest::FramesKeepThePictureOfTheirMoment()
+void ScenarioTest::framesKeepThePictureOfTheirMoment()
 {
     const Scenario scenario = Parse("printer A\n"
                                     "printer \"B b\"\n"
@@ -302,7 +302,7 @@ void ScenarioTest::FramesKeepThePictureOfTheirMoment()
     }
 }
 
-void ScenarioTest::StatusFileSteps_data()
+void ScenarioTest::statusFileSteps_data()
 {
     QTest::addColumn<QByteArray>("family");
     QTest::addColumn<QByteArray>("step");
@@ -323,7 +323,7 @@ void ScenarioTest::StatusFileSteps_data()
                                  << QByteArray(36, '\0') + QByteArray::fromHex("04 00 06 01 01");
 }
 
-void ScenarioTest::StatusFileSteps()
+void ScenarioTest::statusFileSteps()
 {
     QFETCH(QByteArray, family);
     QFETCH(QByteArray, step);
@@ -338,7 +338,7 @@ void ScenarioTest::StatusFileSteps()
     }
 }
 
-void ScenarioTest::ReportBringsTheStatusFileBack()
+void ScenarioTest::reportBringsTheStatusFileBack()
 {
     const Scenario scenario = Parse("printer P\n"
                                     "vanish\n"
@@ -358,7 +358,7 @@ void ScenarioTest::ReportBringsTheStatusFileBack()
     QVERIFY(scenario.frames.at(4).printers.first().content == StatusFileContent::Reply);
 }
 
-void ScenarioTest::RevisionsTellWhichFilesAreWrittenAnew_data()
+void ScenarioTest::revisionsTellWhichFilesAreWrittenAnew_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<bool>("isNewForA");
@@ -374,7 +374,7 @@ void ScenarioTest::RevisionsTellWhichFilesAreWrittenAnew_data()
     QTest::newRow("reorder") << QByteArray("reorder A B") << false;
 }
 
-void ScenarioTest::RevisionsTellWhichFilesAreWrittenAnew()
+void ScenarioTest::revisionsTellWhichFilesAreWrittenAnew()
 {
     QFETCH(QByteArray, step);
     QFETCH(bool, isNewForA);
@@ -387,7 +387,7 @@ void ScenarioTest::RevisionsTellWhichFilesAreWrittenAnew()
     QVERIFY(before.at(0).revision != before.at(1).revision);
 }
 
-void ScenarioTest::ListSteps_data()
+void ScenarioTest::listSteps_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<QString>("list");
@@ -403,7 +403,7 @@ void ScenarioTest::ListSteps_data()
     QTest::newRow("reorder after add") << QByteArray("add New\nreorder New C B A") << QStringLiteral("New C B A");
 }
 
-void ScenarioTest::ListSteps()
+void ScenarioTest::listSteps()
 {
     QFETCH(QByteArray, step);
     QFETCH(QString, list);
@@ -414,7 +414,7 @@ void ScenarioTest::ListSteps()
     QCOMPARE(scenario.frames.last().printers.size(), 4);
 }
 
-void ScenarioTest::RenamedPrinterKeepsItsFamily()
+void ScenarioTest::renamedPrinterKeepsItsFamily()
 {
     const Scenario scenario = Parse("printer Lab_J4990E\nwait 1\nrename Lab_J4990E Lab\nstatus Lab busy");
     const SimulatedPrinter printer = scenario.frames.last().printers.first();
@@ -423,7 +423,7 @@ void ScenarioTest::RenamedPrinterKeepsItsFamily()
     QCOMPARE(printer.status, quint8(5));
 }
 
-void ScenarioTest::SwappedNamesGetNewRevisions()
+void ScenarioTest::swappedNamesGetNewRevisions()
 {
     const Scenario scenario = Parse("printer A\nprinter B\nwait 1\nrename A T\nrename B A\nrename T B");
     QCOMPARE(ListOf(scenario.frames.last()), QStringLiteral("B A"));
@@ -431,7 +431,7 @@ void ScenarioTest::SwappedNamesGetNewRevisions()
     QVERIFY(scenario.frames.last().printers.at(1).revision > 2);
 }
 
-void ScenarioTest::Limits()
+void ScenarioTest::limits()
 {
     const Scenario scenario = Parse("printer " + QByteArray(244, 'n') + "\nvendor " + QByteArray(255, 'v') +
                                     "\nsupply-serial " + QByteArray(64, 's') + "\nerrors" +
@@ -447,7 +447,7 @@ void ScenarioTest::Limits()
     QCOMPARE(ErrorTexts(ParseScenario(thousand + "printer One\n")), QStringLiteral("1001: more than 1000 printers"));
 }
 
-void ScenarioTest::EverydayScenarioShowsAllPhases()
+void ScenarioTest::everydayScenarioShowsAllPhases()
 {
     QFile file(QStringLiteral(SCENARIO_DIRECTORY "/everyday.scenario"));
     QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.errorString()));

@@ -9,9 +9,9 @@ class ScenarioErrorsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void BadLines_data();
-    void BadLines();
-    void EveryBadLineIsReported();
+    void badLines_data();
+    void badLines();
+    void everyBadLineIsReported();
 };
 
 namespace {
@@ -27,7 +27,7 @@ QString ErrorTexts(const ParsedScenario& parsed)
 
 } // namespace
 
-void ScenarioErrorsTest::BadLines_data()
+void ScenarioErrorsTest::badLines_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QString>("error");
@@ -138,14 +138,14 @@ void ScenarioErrorsTest::BadLines_data()
     row("reorder a stranger", "printer P\nwait 1\nreorder P Q\n", "3: there is no printer called \"Q\"");
 }
 
-void ScenarioErrorsTest::BadLines()
+void ScenarioErrorsTest::badLines()
 {
     QFETCH(QByteArray, text);
     QFETCH(QString, error);
     QCOMPARE(ErrorTexts(ParseScenario(text)), error);
 }
 
-void ScenarioErrorsTest::EveryBadLineIsReported()
+void ScenarioErrorsTest::everyBadLineIsReported()
 {
     const ParsedScenario parsed = ParseScenario("printer a/b\n"
                                                 "  toner 101\n"

@@ -14,18 +14,18 @@ class ScenarioPlayerTest : public QObject
 
 private slots:
     void init();
-    void WaitsAsTheScenarioTells();
-    void StopLeavesTheFiles();
-    void EveryRewriteHasItsOwnTimeStamp();
-    void TimeStampIsLaterThanThatOfAReplacedFile();
-    void TimeStampGrowsAcrossAGap();
-    void OnlyTouchedFilesAreRewritten_data();
-    void OnlyTouchedFilesAreRewritten();
-    void RepeatStartsFromTheDeclaration();
-    void SwappedNamesSwapTheirFiles();
-    void RemovedPrinterLeavesOthersAlone();
-    void AFileThatIsGoneAlreadyIsNoError();
-    void FailureTellsTheFile();
+    void waitsAsTheScenarioTells();
+    void stopLeavesTheFiles();
+    void everyRewriteHasItsOwnTimeStamp();
+    void timeStampIsLaterThanThatOfAReplacedFile();
+    void timeStampGrowsAcrossAGap();
+    void onlyTouchedFilesAreRewritten_data();
+    void onlyTouchedFilesAreRewritten();
+    void repeatStartsFromTheDeclaration();
+    void swappedNamesSwapTheirFiles();
+    void removedPrinterLeavesOthersAlone();
+    void aFileThatIsGoneAlreadyIsNoError();
+    void failureTellsTheFile();
 
 private:
     QString Path(const QString& name) const
@@ -84,7 +84,7 @@ void ScenarioPlayerTest::PutFile(const QString& name, const QDateTime& timeStamp
     QVERIFY(file.setFileTime(timeStamp, QFileDevice::FileModificationTime));
 }
 
-void ScenarioPlayerTest::WaitsAsTheScenarioTells()
+void ScenarioPlayerTest::waitsAsTheScenarioTells()
 {
     ScenarioPlayer player(Parse("printer A\nwait 1.5\nrefresh A\nwait 0.001\n"), m_directory->path());
     QVector<int> waits;
@@ -95,7 +95,7 @@ void ScenarioPlayerTest::WaitsAsTheScenarioTells()
     QCOMPARE(waits, QVector<int>({1500, 1}));
 }
 
-void ScenarioPlayerTest::StopLeavesTheFiles()
+void ScenarioPlayerTest::stopLeavesTheFiles()
 {
     ScenarioPlayer player(Parse("printer A\nwait 1\nremove A\n"), m_directory->path());
     QVERIFY(player.Play([](milliseconds) { return false; }));
@@ -103,7 +103,7 @@ void ScenarioPlayerTest::StopLeavesTheFiles()
     QCOMPARE(player.ErrorText(), QString());
 }
 
-void ScenarioPlayerTest::EveryRewriteHasItsOwnTimeStamp()
+void ScenarioPlayerTest::everyRewriteHasItsOwnTimeStamp()
 {
     ScenarioPlayer player(Parse("printer A\n  port 1\n" +
                                 QByteArray("wait 1\nrefresh A\nport A 1\n"
@@ -133,7 +133,7 @@ void ScenarioPlayerTest::EveryRewriteHasItsOwnTimeStamp()
     QVERIFY(Content(QStringLiteral("printerlist.ini")).contains("Port=\"2\""));
 }
 
-void ScenarioPlayerTest::TimeStampIsLaterThanThatOfAReplacedFile()
+void ScenarioPlayerTest::timeStampIsLaterThanThatOfAReplacedFile()
 {
     const QDateTime future = QDateTime::currentDateTimeUtc().addSecs(3600);
     PutFile(QStringLiteral("A.dat"), future);
@@ -142,7 +142,7 @@ void ScenarioPlayerTest::TimeStampIsLaterThanThatOfAReplacedFile()
     QCOMPARE(TimeStampMSec(Path(QStringLiteral("A.dat"))), future.toMSecsSinceEpoch() + 1);
 }
 
-void ScenarioPlayerTest::TimeStampGrowsAcrossAGap()
+void ScenarioPlayerTest::timeStampGrowsAcrossAGap()
 {
     // The file before the gap had a stamp that the clock has not reached; the one after it is later all the same.
     const QDateTime future = QDateTime::currentDateTimeUtc().addSecs(3600);
@@ -152,7 +152,7 @@ void ScenarioPlayerTest::TimeStampGrowsAcrossAGap()
     QVERIFY(TimeStampMSec(Path(QStringLiteral("A.dat"))) > future.toMSecsSinceEpoch() + 1);
 }
 
-void ScenarioPlayerTest::OnlyTouchedFilesAreRewritten_data()
+void ScenarioPlayerTest::onlyTouchedFilesAreRewritten_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<QStringList>("rewritten");
@@ -168,7 +168,7 @@ void ScenarioPlayerTest::OnlyTouchedFilesAreRewritten_data()
     QTest::newRow("remove and add") << QByteArray("remove A\nadd A") << QStringList({a, list});
 }
 
-void ScenarioPlayerTest::OnlyTouchedFilesAreRewritten()
+void ScenarioPlayerTest::onlyTouchedFilesAreRewritten()
 {
     QFETCH(QByteArray, step);
     QFETCH(QStringList, rewritten);
@@ -192,7 +192,7 @@ void ScenarioPlayerTest::OnlyTouchedFilesAreRewritten()
     QCOMPARE(changed, rewritten);
 }
 
-void ScenarioPlayerTest::RepeatStartsFromTheDeclaration()
+void ScenarioPlayerTest::repeatStartsFromTheDeclaration()
 {
     ScenarioPlayer player(Parse("printer A\nwait 1\nrename A B\ngarbage B 01\nwait 1\nrepeat\n"), m_directory->path());
     QStringList seen;
@@ -207,7 +207,7 @@ void ScenarioPlayerTest::RepeatStartsFromTheDeclaration()
     QVERIFY(Content(a).size() > 1);
 }
 
-void ScenarioPlayerTest::SwappedNamesSwapTheirFiles()
+void ScenarioPlayerTest::swappedNamesSwapTheirFiles()
 {
     ScenarioPlayer player(Parse("printer A\ngarbage 01\nprinter B\ngarbage 02\n"
                                 "wait 1\nrename A T\nrename B A\nrename T B\n"),
@@ -218,7 +218,7 @@ void ScenarioPlayerTest::SwappedNamesSwapTheirFiles()
     QCOMPARE(Files().size(), 3);
 }
 
-void ScenarioPlayerTest::RemovedPrinterLeavesOthersAlone()
+void ScenarioPlayerTest::removedPrinterLeavesOthersAlone()
 {
     PutFile(QStringLiteral("Foreign.dat"), QDateTime::currentDateTimeUtc());
     ScenarioPlayer player(Parse("printer A\nprinter B\nwait 1\nremove A\n"), m_directory->path());
@@ -227,7 +227,7 @@ void ScenarioPlayerTest::RemovedPrinterLeavesOthersAlone()
              QStringList({QStringLiteral("B.dat"), QStringLiteral("Foreign.dat"), QStringLiteral("printerlist.ini")}));
 }
 
-void ScenarioPlayerTest::AFileThatIsGoneAlreadyIsNoError()
+void ScenarioPlayerTest::aFileThatIsGoneAlreadyIsNoError()
 {
     ScenarioPlayer player(Parse("printer A\nwait 1\nvanish A\nwait 1\n"), m_directory->path());
     QVERIFY(player.Play([&](milliseconds) {
@@ -236,7 +236,7 @@ void ScenarioPlayerTest::AFileThatIsGoneAlreadyIsNoError()
     }));
 }
 
-void ScenarioPlayerTest::FailureTellsTheFile()
+void ScenarioPlayerTest::failureTellsTheFile()
 {
     QVERIFY(QDir().mkpath(Path(QStringLiteral("A.dat"))));
     ScenarioPlayer player(Parse("printer A\nwait 1\n"), m_directory->path());

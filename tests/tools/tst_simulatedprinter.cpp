@@ -10,16 +10,16 @@ class SimulatedPrinterTest : public QObject
     Q_OBJECT
 
 private slots:
-    void StandardPrinterReport();
-    void QZPrinterReport();
-    void QZPrinterWithoutCodesReportsCodeZero();
-    void RawContentReplacesTheReply();
-    void ListHoldsTheListedPrintersInOrder();
-    void ListTextsSurviveQSettings_data();
-    void ListTextsSurviveQSettings();
+    void standardPrinterReport();
+    void qzPrinterReport();
+    void qzPrinterWithoutCodesReportsCodeZero();
+    void rawContentReplacesTheReply();
+    void listHoldsTheListedPrintersInOrder();
+    void listTextsSurviveQSettings_data();
+    void listTextsSurviveQSettings();
 };
 
-void SimulatedPrinterTest::StandardPrinterReport()
+void SimulatedPrinterTest::standardPrinterReport()
 {
     SimulatedPrinter printer;
     printer.status = 3;
@@ -52,7 +52,7 @@ void SimulatedPrinterTest::StandardPrinterReport()
     QCOMPARE(EncodeStatusReply(printer).toHex(' '), expected.toHex(' '));
 }
 
-void SimulatedPrinterTest::QZPrinterReport()
+void SimulatedPrinterTest::qzPrinterReport()
 {
     SimulatedPrinter printer;
     printer.family = PrinterFamily::QZ;
@@ -65,7 +65,7 @@ void SimulatedPrinterTest::QZPrinterReport()
     QCOMPARE(EncodeStatusReply(printer).toHex(' '), expected.toHex(' '));
 }
 
-void SimulatedPrinterTest::QZPrinterWithoutCodesReportsCodeZero()
+void SimulatedPrinterTest::qzPrinterWithoutCodesReportsCodeZero()
 {
     SimulatedPrinter printer;
     printer.family = PrinterFamily::QZ;
@@ -75,7 +75,7 @@ void SimulatedPrinterTest::QZPrinterWithoutCodesReportsCodeZero()
     QCOMPARE(EncodeStatusReply(printer).toHex(' '), expected.toHex(' '));
 }
 
-void SimulatedPrinterTest::RawContentReplacesTheReply()
+void SimulatedPrinterTest::rawContentReplacesTheReply()
 {
     SimulatedPrinter printer;
     printer.rawContent = "xyz";
@@ -84,7 +84,7 @@ void SimulatedPrinterTest::RawContentReplacesTheReply()
     QCOMPARE(StatusFileBytes(printer), QByteArray("xyz"));
 }
 
-void SimulatedPrinterTest::ListHoldsTheListedPrintersInOrder()
+void SimulatedPrinterTest::listHoldsTheListedPrintersInOrder()
 {
     SimulatedPrinter first;
     first.name = QStringLiteral("Hall");
@@ -117,7 +117,7 @@ void SimulatedPrinterTest::ListHoldsTheListedPrintersInOrder()
     QCOMPARE(EncodePrinterList({}), QByteArray("[Main]\nCount=0\n"));
 }
 
-void SimulatedPrinterTest::ListTextsSurviveQSettings_data()
+void SimulatedPrinterTest::listTextsSurviveQSettings_data()
 {
     QTest::addColumn<QString>("text");
 
@@ -140,7 +140,7 @@ void SimulatedPrinterTest::ListTextsSurviveQSettings_data()
     QTest::newRow("empty") << QString();
 }
 
-void SimulatedPrinterTest::ListTextsSurviveQSettings()
+void SimulatedPrinterTest::listTextsSurviveQSettings()
 {
     QFETCH(QString, text);
     SimulatedPrinter printer;

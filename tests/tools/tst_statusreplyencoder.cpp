@@ -8,18 +8,18 @@ class StatusReplyEncoderTest : public QObject
     Q_OBJECT
 
 private slots:
-    void EmptyStandardReply();
-    void FullStandardReply();
-    void LongNamesUseBothLengthBytes();
-    void SupplyRecords_data();
-    void SupplyRecords();
-    void AnnouncedLengths_data();
-    void AnnouncedLengths();
-    void EmptyQZReply();
-    void FullQZReply();
-    void QZStatusItems_data();
-    void QZStatusItems();
-    void QZAnnouncedLengths();
+    void emptyStandardReply();
+    void fullStandardReply();
+    void longNamesUseBothLengthBytes();
+    void supplyRecords_data();
+    void supplyRecords();
+    void announcedLengths_data();
+    void announcedLengths();
+    void emptyQZReply();
+    void fullQZReply();
+    void qzStatusItems_data();
+    void qzStatusItems();
+    void qzAnnouncedLengths();
 };
 
 namespace {
@@ -45,7 +45,7 @@ QByteArray HexText(const ReplyRecord& record)
 
 } // namespace
 
-void StatusReplyEncoderTest::EmptyStandardReply()
+void StatusReplyEncoderTest::emptyStandardReply()
 {
     const QByteArray expected = Hex("00 00 00 00 00 00 00 00 00 00 00 00" // header
                                     "00 00  00 00  00 00" // three empty names
@@ -58,7 +58,7 @@ void StatusReplyEncoderTest::EmptyStandardReply()
     QCOMPARE(HexText(EncodeStandardReply({})), HexText(expected));
 }
 
-void StatusReplyEncoderTest::FullStandardReply()
+void StatusReplyEncoderTest::fullStandardReply()
 {
     StandardReply reply;
     reply.header = Hex("A0 A1 A2 A3 A4 A5 A6 A7 A8 A9 AA AB");
@@ -91,7 +91,7 @@ void StatusReplyEncoderTest::FullStandardReply()
     QCOMPARE(HexText(EncodeStandardReply(reply)), HexText(expected));
 }
 
-void StatusReplyEncoderTest::LongNamesUseBothLengthBytes()
+void StatusReplyEncoderTest::longNamesUseBothLengthBytes()
 {
     StandardReply reply;
     reply.vendorName = QByteArray(300, 'v');
@@ -100,7 +100,7 @@ void StatusReplyEncoderTest::LongNamesUseBothLengthBytes()
     QCOMPARE(bytes.size(), 12 + 2 + 300 + 2 + 2 + 2 + 1 + 1 + 1 + 1 + 1 + 5 + 1);
 }
 
-void StatusReplyEncoderTest::SupplyRecords_data()
+void StatusReplyEncoderTest::supplyRecords_data()
 {
     QTest::addColumn<int>("field");
     QTest::addColumn<quint32>("value");
@@ -117,7 +117,7 @@ void StatusReplyEncoderTest::SupplyRecords_data()
     QTest::newRow("printer prints") << 0x1102 << 0U << Hex("11 02 04 00 00 00 00");
 }
 
-void StatusReplyEncoderTest::SupplyRecords()
+void StatusReplyEncoderTest::supplyRecords()
 {
     QFETCH(int, field);
     QFETCH(quint32, value);
@@ -125,7 +125,7 @@ void StatusReplyEncoderTest::SupplyRecords()
     QCOMPARE(HexText(SupplyValue(static_cast<SupplyField>(field), value)), HexText(expected));
 }
 
-void StatusReplyEncoderTest::AnnouncedLengths_data()
+void StatusReplyEncoderTest::announcedLengths_data()
 {
     QTest::addColumn<int>("offset");
     QTest::addColumn<QByteArray>("expected");
@@ -141,7 +141,7 @@ void StatusReplyEncoderTest::AnnouncedLengths_data()
     QTest::newRow("data of a supplies record") << 40 << Hex("10 00 46 01");
 }
 
-void StatusReplyEncoderTest::AnnouncedLengths()
+void StatusReplyEncoderTest::announcedLengths()
 {
     QFETCH(int, offset);
     QFETCH(QByteArray, expected);
@@ -168,12 +168,12 @@ void StatusReplyEncoderTest::AnnouncedLengths()
     QCOMPARE(HexText(bytes.mid(offset, expected.size())), HexText(expected));
 }
 
-void StatusReplyEncoderTest::EmptyQZReply()
+void StatusReplyEncoderTest::emptyQZReply()
 {
     QCOMPARE(HexText(EncodeQZReply({})), HexText(QByteArray(37, '\0')));
 }
 
-void StatusReplyEncoderTest::FullQZReply()
+void StatusReplyEncoderTest::fullQZReply()
 {
     QZReply reply;
     reply.header = QByteArray(36, '\x5A');
@@ -188,7 +188,7 @@ void StatusReplyEncoderTest::FullQZReply()
     QCOMPARE(HexText(EncodeQZReply(reply)), HexText(expected));
 }
 
-void StatusReplyEncoderTest::QZStatusItems_data()
+void StatusReplyEncoderTest::qzStatusItems_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<QByteArray>("expected"); // empty: no item stands for the code
@@ -207,7 +207,7 @@ void StatusReplyEncoderTest::QZStatusItems_data()
     QTest::newRow("18") << 18 << QByteArray();
 }
 
-void StatusReplyEncoderTest::QZStatusItems()
+void StatusReplyEncoderTest::qzStatusItems()
 {
     QFETCH(int, code);
     QFETCH(QByteArray, expected);
@@ -215,7 +215,7 @@ void StatusReplyEncoderTest::QZStatusItems()
     QCOMPARE(item ? HexText(*item) : QByteArray(), HexText(expected));
 }
 
-void StatusReplyEncoderTest::QZAnnouncedLengths()
+void StatusReplyEncoderTest::qzAnnouncedLengths()
 {
     QZReply reply;
     reply.items = {{0x0009, Hex("11"), 9}};
