@@ -36,6 +36,14 @@ public:
     }
 };
 
+// A table measures headers that it may show, with each change, and that takes the bold face of a Chinese font: 1 MiB
+// and a fifth of a hidden start. They come with the window's first showing.
+void SetHeadersVisible(const QTableWidget& table, bool visible)
+{
+    table.horizontalHeader()->setVisible(visible);
+    table.verticalHeader()->setVisible(visible);
+}
+
 // The settings dialog lives to the end of the process, longer than the window: then this alone refers to it, so that a
 // leak checker can tell it from lost memory. Volatile, or a compiler would drop a variable that nobody reads.
 AppSetting* volatile s_pAppSetting = nullptr;
@@ -104,6 +112,7 @@ void BrelPrinterToolWidget::InitDeviceTable()
 {
     WriteStringLog(LogSource, __LINE__, "InitDeviceTable", QStringLiteral("InitDeviceTable start"));
     QTableWidget& table = *ui->tableDeviceManage;
+    SetHeadersVisible(table, false);
     table.setColumnCount(static_cast<int>(c_columnWidths.size()));
     table.horizontalHeader()->setStretchLastSection(true);
     table.setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -120,6 +129,14 @@ void BrelPrinterToolWidget::InitDeviceTable()
         table.setColumnWidth(column, ScreenScale::IsScaled() ? ScreenScale::Scaled(width) : width);
     }
     WriteStringLog(LogSource, __LINE__, "InitDeviceTable", QStringLiteral("InitDeviceTable end"));
+}
+
+void BrelPrinterToolWidget::setVisible(bool visible)
+{
+    if (visible) {
+        SetHeadersVisible(*ui->tableDeviceManage, true);
+    }
+    QWidget::setVisible(visible);
 }
 
 // Temporary files are removed where they are made; there is none to clean up at the end.

@@ -38,6 +38,7 @@ public:
     void InitTrayIcon();
     void InitThread();
     void CleanTempFile();
+    void setVisible(bool visible) override;
 
     /// Whether the queue called `name` belongs to the QZ family.
     bool isQZPrinter(QString name);

@@ -2,7 +2,7 @@
 """Pictures of all that can be seen, to be looked at, and what of the layout can be measured."""
 
 import pytest
-from rig.assistant import SETTINGS_TITLE, TITLE
+from rig.assistant import SETTINGS_TITLE, SHOW, TITLE
 from rig.screen import Box
 from rig.waiting import eventually
 
@@ -38,14 +38,25 @@ def scaled(desktop):
 
 
 @pytest.fixture
-def busy_assistant(printers, start):
-    """An assistant with printers in all kinds of states."""
+def start_busy(printers, start):
+    """Starts an assistant with printers in all kinds of states, and opens its window if it does not do so itself."""
     printers.install(PRINTERS)
     printers.vanish("Off-line")
-    copy = start(**CHINESE)
-    copy.window()
-    eventually(lambda: [row[3] for row in copy.rows()] == STATUS_TEXTS, "all states are shown")
-    return copy
+
+    def start_copy(*arguments):
+        copy = start(*arguments, **CHINESE)
+        if arguments:
+            copy.icon.choose(SHOW)
+        copy.window()
+        eventually(lambda: [row[3] for row in copy.rows()] == STATUS_TEXTS, "all states are shown")
+        return copy
+
+    return start_copy
+
+
+@pytest.fixture
+def busy_assistant(start_busy):
+    return start_busy()
 
 
 def test_table(desktop, busy_assistant, scaled):
@@ -81,6 +92,15 @@ def test_window_for_documents(desktop, printers, start):
     texts = ["就绪", "正在打印(碳粉不足)", "设备内卡纸", "就绪", "初始化"]
     eventually(lambda: [row[3] for row in copy.rows()] == texts, "all states are shown")
     desktop.screen.capture("window-for-documents", copy.window())
+
+
+def test_window_opened_later(desktop, start_busy):
+    """A hidden start leaves out what only the window needs; opened, it looks no different."""
+    first = start_busy()
+    picture = desktop.screen.capture("window", first.window())
+    first.end()
+    later = start_busy("-hide")
+    assert desktop.screen.capture("window-later", later.window()) == picture
 
 
 def test_end_of_the_table(desktop, busy_assistant):

@@ -75,7 +75,8 @@ class Screen:
         subprocess.run(["xdotool", "key", *keys], check=True)
 
     def capture(self, name, window=None, box=None):
-        """Keeps a picture of a window with its frame, of a box or of the whole screen, when it has been painted."""
+        """Keeps a picture of a window with its frame, of a box or of the whole screen, when it has been painted; returns
+        what stands for its pixels."""
         os.makedirs(self._pictures, exist_ok=True)
         if window is not None:
             box = self._with_frame(window)
@@ -94,6 +95,7 @@ class Screen:
 
         eventually(has_settled, f"{name} is painted")
         os.replace(picture, os.path.join(self._pictures, f"{name}-{self.width}x{self.height}.png"))
+        return looks[-1]
 
     def _with_frame(self, window):
         box = self.box(window)
