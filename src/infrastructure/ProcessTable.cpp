@@ -2,29 +2,46 @@
 
 #include "ProcessTable.h"
 
-#include <QDir>
-#include <QFile>
+#include <array>
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
-// The name of the process whose folder in /proc is called `entry`; empty when it is no process, or ended meanwhile.
-QString ProcessName(const QString& entry)
+// The name, and the line end behind it. The kernel's own threads have names of up to 63 bytes.
+constexpr std::size_t NameBytes = 64;
+
+// The name of the process whose folder in `table` is called `entry`; empty when it has ended meanwhile.
+QString ProcessName(int table, const char* entry)
 {
-    QFile file(QStringLiteral("/proc/%1/comm").arg(entry));
-    return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll().trimmed()) : QString();
+    const QByteArray path = QByteArray(entry) + "/comm";
+    const int file = openat(table, path.constData(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return {};
+    }
+    std::array<char, NameBytes> name{};
+    const ssize_t length = read(file, name.data(), name.size());
+    close(file);
+    return length > 0 ? QString::fromLocal8Bit(name.data(), static_cast<int>(length)).trimmed() : QString();
 }
 
 } // namespace
 
 int CountProcesses(const QString& name)
 {
+    DIR* table = opendir("/proc");
+    if (table == nullptr) {
+        return 0;
+    }
     int count = 0;
-    const QStringList entries =
-        QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QString& entry : entries) {
-        if (entry.at(0).isDigit() && ProcessName(entry).compare(name, Qt::CaseInsensitive) == 0) {
+    while (const dirent* entry = readdir(table)) {
+        const char first = entry->d_name[0];
+        if (first >= '0' && first <= '9' &&
+            ProcessName(dirfd(table), entry->d_name).compare(name, Qt::CaseInsensitive) == 0) {
             ++count;
         }
     }
+    closedir(table);
     return count;
 }
