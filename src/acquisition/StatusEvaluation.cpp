@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+#include "StatusEvaluation.h"
+
 #include "TrdGetPrinterStatus.h"
-#include "UtilPrinterStatus.h"
 
 #include <algorithm>
 #include <utility>
@@ -42,64 +43,64 @@ QList<enErrorStatus> Conditions(unsigned long count, const std::vector<unsigned 
     return conditions;
 }
 
-// What replies of both families carry.
-void TakeCommonFields(const UtilPrinterStatus& reply, const stPrinterState& before, stPrinterState& state)
+void TakeTextsAndCounts(const UtilPrinterStatus& reply, const stPrinterState& before, stPrinterState& state)
 {
-    state.listError = Conditions(reply.dwErrorCount, reply.vecErrorCode, before.listError);
-    state.listWarning = Conditions(reply.dwWarningCount, reply.vecWarningCode, before.listWarning);
-    state.strSupplySerialNumber = Text(reply.szSupplySerialNumber, before.strSupplySerialNumber);
-    state.enSpplyType = GetTonerTypeEnum(reply.dwSupplyType);
-    state.dwRemainingToner = reply.dwRemainingToner;
-    state.dwWasteToner = reply.dwWasteToner;
-    state.dwOPCRotation = reply.dwOPCRotation;
-    state.dwNumberOfPages = reply.dwNumberOfPages;
-    state.dwNumberOfPrint = reply.dwNumberOfPrint;
-    state.dwPrintDotsCount = reply.dwPrintDotsCount;
-    state.dwPrinterNumOfPages = reply.dwPrinterNumOfPages;
-    state.dwPrinterNumOfPrint = reply.dwPrinterNumOfPrint;
-    state.iFailCount = 0;
-}
-
-} // namespace
-
-int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* buf, unsigned long len)
-{
-    auto reply = UtilPrinterStatus(); // zeroed as one block; a plain definition does it array by array
-    if (reply.parseRecvBuf(buf, len) != 1) {
-        return -1;
-    }
-    const stPrinterState& before = stCurrent.stState;
-    stPrinterState state;
     state.strPrinterSerialNumber = Text(reply.szSerialNumber, before.strPrinterSerialNumber);
-    state.enCurrentStatus = GetPrinterStatusEnum(reply.dwStatus);
     state.strFWVersion = Text(reply.szFWVersion, before.strFWVersion);
     state.strVenderName = Text(reply.szVenderName, before.strVenderName);
     state.strProductName = Text(reply.szProductName, before.strProductName);
     state.iNumberOfError = static_cast<int>(reply.dwErrorCount);
     state.iNumberOfWarning = static_cast<int>(reply.dwWarningCount);
-    TakeCommonFields(reply, stCurrent.stState, state);
-    stCurrent.stState = std::move(state);
-    return 0;
+}
+
+} // namespace
+
+bool EvaluateReply(const PrinterFamily& family, unsigned char* buffer, unsigned long length, stPrinterState& state)
+{
+    auto reply = UtilPrinterStatus(); // zeroed as one block; a plain definition does it array by array
+    if ((reply.*family.decode)(buffer, length) != 1) {
+        return false;
+    }
+    stPrinterState evaluated;
+    evaluated.iNumberOfError = 1;
+    evaluated.iNumberOfWarning = 1;
+    if (family.reportsTextsAndCounts) {
+        TakeTextsAndCounts(reply, state, evaluated);
+    }
+    evaluated.enCurrentStatus = family.status(reply.dwStatus);
+    evaluated.listError = Conditions(reply.dwErrorCount, reply.vecErrorCode, state.listError);
+    evaluated.listWarning = Conditions(reply.dwWarningCount, reply.vecWarningCode, state.listWarning);
+    evaluated.strSupplySerialNumber = Text(reply.szSupplySerialNumber, state.strSupplySerialNumber);
+    evaluated.enSpplyType = GetTonerTypeEnum(reply.dwSupplyType);
+    evaluated.dwRemainingToner = reply.dwRemainingToner;
+    evaluated.dwWasteToner = reply.dwWasteToner;
+    evaluated.dwOPCRotation = reply.dwOPCRotation;
+    evaluated.dwNumberOfPages = reply.dwNumberOfPages;
+    evaluated.dwNumberOfPrint = reply.dwNumberOfPrint;
+    evaluated.dwPrintDotsCount = reply.dwPrintDotsCount;
+    evaluated.dwPrinterNumOfPages = reply.dwPrinterNumOfPages;
+    evaluated.dwPrinterNumOfPrint = reply.dwPrinterNumOfPrint;
+    state = std::move(evaluated);
+    return true;
+}
+
+bool DifferForUsers(const stPrinterState& a, const stPrinterState& b)
+{
+    return a.enCurrentStatus != b.enCurrentStatus || a.dwRemainingToner != b.dwRemainingToner ||
+        a.listError != b.listError || a.listWarning != b.listWarning;
+}
+
+int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* buf, unsigned long len)
+{
+    return EvaluateReply(StandardFamily(), buf, len, stCurrent.stState) ? 0 : -1;
 }
 
 int TrdGetPrinterStatus::CheckPrinterStatus_QZ(unsigned char* buf, unsigned long len)
 {
-    auto reply = UtilPrinterStatus();
-    if (reply.parseRecvBuf_QZ(buf, len) != 1) {
-        return -1;
-    }
-    // This family reports neither texts nor counts. Always 1: who needs the number of conditions asks the lists.
-    stPrinterState state;
-    state.enCurrentStatus = GetPrinterStatusEnum_QZ(reply.dwStatus);
-    state.iNumberOfError = 1;
-    state.iNumberOfWarning = 1;
-    TakeCommonFields(reply, stCurrent.stState, state);
-    stCurrent.stState = std::move(state);
-    return 0;
+    return EvaluateReply(QZFamily(), buf, len, stCurrent.stState) ? 0 : -1;
 }
 
 bool TrdGetPrinterStatus::CheckStatusChange(stPrinterState a, stPrinterState b)
 {
-    return a.enCurrentStatus != b.enCurrentStatus || a.dwRemainingToner != b.dwRemainingToner ||
-        a.listError != b.listError || a.listWarning != b.listWarning;
+    return DifferForUsers(a, b);
 }

@@ -2,6 +2,7 @@
 
 #include "FixedPaths.h"
 #include "RegularFile.h"
+#include "StatusEvaluation.h"
 #include "TrdGetPrinterStatus.h"
 #include "UtilLog.h"
 
@@ -44,8 +45,7 @@ int TrdGetPrinterStatus::GetPrinterStatusFile(QString name, bool force)
         case FileRead::Unchanged:
             return 1;
         case FileRead::Done:
-            return isQZPrinter(name) ? CheckPrinterStatus_QZ(byReplyBuffer, length)
-                                     : CheckPrinterStatus(byReplyBuffer, length);
+            return EvaluateReply(FamilyOf(name), byReplyBuffer, length, stCurrent.stState) ? 0 : -1;
         case FileRead::Missing:
         case FileRead::Unreadable:
             return -1;

@@ -2,6 +2,7 @@
 
 #include "brelprintertoolwidget.h"
 #include "ModelCatalogue.h"
+#include "PrinterFamily.h"
 #include "PrinterListLock.h"
 #include "ui_brelprintertoolwidget.h"
 #include "UtilLanguageCtrl.h"
@@ -19,7 +20,6 @@ enum Column
 };
 
 constexpr int MessageTimeMs = 3000;
-constexpr double HundredthsPerPercent = 100.0;
 
 QString ConnectionText(const stPrinterInfo& info)
 {
@@ -100,11 +100,8 @@ bool BrelPrinterToolWidget::CopyPrinter(int index, stPrinterManager& printer) co
 
 QString BrelPrinterToolWidget::TonerText(const stPrinterManager& printer)
 {
-    auto percent = static_cast<double>(printer.stState.dwRemainingToner);
-    if (!isQZPrinter(printer.stInfo.strPrinterName)) {
-        percent /= HundredthsPerPercent;
-    }
-    return QString::asprintf("%.2f%%", percent);
+    const double unitsPerPercent = FamilyOf(printer.stInfo.strPrinterName).tonerUnitsPerPercent;
+    return QString::asprintf("%.2f%%", static_cast<double>(printer.stState.dwRemainingToner) / unitsPerPercent);
 }
 
 // Only the first error, or without errors the first warning, is shown. Returns the row's status text.
