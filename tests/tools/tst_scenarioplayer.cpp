@@ -88,7 +88,7 @@ void ScenarioPlayerTest::waitsAsTheScenarioTells()
 {
     ScenarioPlayer player(Parse("printer A\nwait 1.5\nrefresh A\nwait 0.001\n"), m_directory->path());
     QVector<int> waits;
-    QVERIFY(player.Play([&waits](milliseconds time) {
+    QVERIFY(player.play([&waits](milliseconds time) {
         waits.append(static_cast<int>(time.count()));
         return true;
     }));
@@ -98,9 +98,9 @@ void ScenarioPlayerTest::waitsAsTheScenarioTells()
 void ScenarioPlayerTest::stopLeavesTheFiles()
 {
     ScenarioPlayer player(Parse("printer A\nwait 1\nremove A\n"), m_directory->path());
-    QVERIFY(player.Play([](milliseconds) { return false; }));
+    QVERIFY(player.play([](milliseconds) { return false; }));
     QCOMPARE(Files(), QStringList({QStringLiteral("A.dat"), QStringLiteral("printerlist.ini")}));
-    QCOMPARE(player.ErrorText(), QString());
+    QCOMPARE(player.errorText(), QString());
 }
 
 void ScenarioPlayerTest::everyRewriteHasItsOwnTimeStamp()
@@ -114,7 +114,7 @@ void ScenarioPlayerTest::everyRewriteHasItsOwnTimeStamp()
     qint64 listStamp = 0;
     int rewrites = 0;
     QByteArray list;
-    QVERIFY(player.Play([&](milliseconds) {
+    QVERIFY(player.play([&](milliseconds) {
         const qint64 stamp = TimeStampMSec(Path(QStringLiteral("A.dat")));
         rewrites += stamp > statusStamp ? 1 : 0;
         statusStamp = stamp;
@@ -138,7 +138,7 @@ void ScenarioPlayerTest::timeStampIsLaterThanThatOfAReplacedFile()
     const QDateTime future = QDateTime::currentDateTimeUtc().addSecs(3600);
     PutFile(QStringLiteral("A.dat"), future);
     ScenarioPlayer player(Parse("printer A\n"), m_directory->path());
-    QVERIFY(player.Play([](milliseconds) { return true; }));
+    QVERIFY(player.play([](milliseconds) { return true; }));
     QCOMPARE(TimeStampMSec(Path(QStringLiteral("A.dat"))), future.toMSecsSinceEpoch() + 1);
 }
 
@@ -148,7 +148,7 @@ void ScenarioPlayerTest::timeStampGrowsAcrossAGap()
     const QDateTime future = QDateTime::currentDateTimeUtc().addSecs(3600);
     PutFile(QStringLiteral("A.dat"), future);
     ScenarioPlayer player(Parse("printer A\nwait 1\nvanish A\nwait 1\nrefresh A\n"), m_directory->path());
-    QVERIFY(player.Play([](milliseconds) { return true; }));
+    QVERIFY(player.play([](milliseconds) { return true; }));
     QVERIFY(TimeStampMSec(Path(QStringLiteral("A.dat"))) > future.toMSecsSinceEpoch() + 1);
 }
 
@@ -174,7 +174,7 @@ void ScenarioPlayerTest::onlyTouchedFilesAreRewritten()
     QFETCH(QStringList, rewritten);
     ScenarioPlayer player(Parse("printer A\nprinter B\nwait 1\n" + step), m_directory->path());
     QMap<QString, qint64> before;
-    QVERIFY(player.Play([&](milliseconds) {
+    QVERIFY(player.play([&](milliseconds) {
         const QStringList names = Files();
         for (const QString& name : names) {
             before.insert(name, TimeStampMSec(Path(name)));
@@ -196,7 +196,7 @@ void ScenarioPlayerTest::repeatStartsFromTheDeclaration()
 {
     ScenarioPlayer player(Parse("printer A\nwait 1\nrename A B\ngarbage B 01\nwait 1\nrepeat\n"), m_directory->path());
     QStringList seen;
-    QVERIFY(player.Play([&](milliseconds) {
+    QVERIFY(player.play([&](milliseconds) {
         seen.append(Files().value(0));
         return seen.size() < 5;
     }));
@@ -212,7 +212,7 @@ void ScenarioPlayerTest::swappedNamesSwapTheirFiles()
     ScenarioPlayer player(Parse("printer A\ngarbage 01\nprinter B\ngarbage 02\n"
                                 "wait 1\nrename A T\nrename B A\nrename T B\n"),
                           m_directory->path());
-    QVERIFY(player.Play([](milliseconds) { return true; }));
+    QVERIFY(player.play([](milliseconds) { return true; }));
     QCOMPARE(Content(QStringLiteral("A.dat")), QByteArray("\x02"));
     QCOMPARE(Content(QStringLiteral("B.dat")), QByteArray("\x01"));
     QCOMPARE(Files().size(), 3);
@@ -222,7 +222,7 @@ void ScenarioPlayerTest::removedPrinterLeavesOthersAlone()
 {
     PutFile(QStringLiteral("Foreign.dat"), QDateTime::currentDateTimeUtc());
     ScenarioPlayer player(Parse("printer A\nprinter B\nwait 1\nremove A\n"), m_directory->path());
-    QVERIFY(player.Play([](milliseconds) { return true; }));
+    QVERIFY(player.play([](milliseconds) { return true; }));
     QCOMPARE(Files(),
              QStringList({QStringLiteral("B.dat"), QStringLiteral("Foreign.dat"), QStringLiteral("printerlist.ini")}));
 }
@@ -230,7 +230,7 @@ void ScenarioPlayerTest::removedPrinterLeavesOthersAlone()
 void ScenarioPlayerTest::aFileThatIsGoneAlreadyIsNoError()
 {
     ScenarioPlayer player(Parse("printer A\nwait 1\nvanish A\nwait 1\n"), m_directory->path());
-    QVERIFY(player.Play([&](milliseconds) {
+    QVERIFY(player.play([&](milliseconds) {
         QFile::remove(Path(QStringLiteral("A.dat")));
         return true;
     }));
@@ -240,9 +240,9 @@ void ScenarioPlayerTest::failureTellsTheFile()
 {
     QVERIFY(QDir().mkpath(Path(QStringLiteral("A.dat"))));
     ScenarioPlayer player(Parse("printer A\nwait 1\n"), m_directory->path());
-    QVERIFY(!player.Play([](milliseconds) { return true; }));
-    QVERIFY2(player.ErrorText().startsWith(QStringLiteral("cannot write %1: ").arg(Path(QStringLiteral("A.dat")))),
-             qPrintable(player.ErrorText()));
+    QVERIFY(!player.play([](milliseconds) { return true; }));
+    QVERIFY2(player.errorText().startsWith(QStringLiteral("cannot write %1: ").arg(Path(QStringLiteral("A.dat")))),
+             qPrintable(player.errorText()));
     QCOMPARE(Files(), QStringList());
 }
 

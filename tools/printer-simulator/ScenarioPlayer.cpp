@@ -21,14 +21,14 @@ ScenarioPlayer::ScenarioPlayer(Scenario scenario, const QDir& directory)
 {
 }
 
-bool ScenarioPlayer::Play(const Waiter& wait)
+bool ScenarioPlayer::play(const Waiter& wait)
 {
     do {
         for (const ScenarioFrame& frame : m_scenario.frames) {
             if (frame.delay > std::chrono::milliseconds::zero() && !wait(frame.delay)) {
                 return true;
             }
-            if (!Show(frame)) {
+            if (!show(frame)) {
                 return false;
             }
         }
@@ -38,7 +38,7 @@ bool ScenarioPlayer::Play(const Waiter& wait)
 
 // Status files come before the list that names them and go after it, so that a listed printer has its file unless
 // the scenario made it vanish.
-bool ScenarioPlayer::Show(const ScenarioFrame& frame)
+bool ScenarioPlayer::show(const ScenarioFrame& frame)
 {
     QHash<QString, int> current;
     for (const SimulatedPrinter& printer : frame.printers) {
@@ -50,24 +50,24 @@ bool ScenarioPlayer::Show(const ScenarioFrame& frame)
         if (m_statusRevisions.value(name) == printer.revision) {
             continue;
         }
-        if (!ReplaceFile(name, StatusFileBytes(printer))) {
+        if (!replaceFile(name, StatusFileBytes(printer))) {
             return false;
         }
         m_statusRevisions.insert(name, printer.revision);
     }
-    return ShowList(EncodePrinterList(frame.printers)) && RemoveOldStatusFiles(current);
+    return showList(EncodePrinterList(frame.printers)) && removeOldStatusFiles(current);
 }
 
-bool ScenarioPlayer::ShowList(const QByteArray& list)
+bool ScenarioPlayer::showList(const QByteArray& list)
 {
     if (list == m_list) {
         return true;
     }
     m_list = list;
-    return ReplaceFile(QLatin1String(ListFileName), list);
+    return replaceFile(QLatin1String(ListFileName), list);
 }
 
-bool ScenarioPlayer::RemoveOldStatusFiles(const QHash<QString, int>& current)
+bool ScenarioPlayer::removeOldStatusFiles(const QHash<QString, int>& current)
 {
     const QStringList names = m_statusRevisions.keys();
     for (const QString& name : names) {
@@ -84,10 +84,10 @@ bool ScenarioPlayer::RemoveOldStatusFiles(const QHash<QString, int>& current)
     return true;
 }
 
-bool ScenarioPlayer::ReplaceFile(const QString& name, const QByteArray& bytes)
+bool ScenarioPlayer::replaceFile(const QString& name, const QByteArray& bytes)
 {
     const QString path = m_directory.filePath(name);
-    const QDateTime timeStamp = NextTimeStamp(path);
+    const QDateTime timeStamp = nextTimestamp(path);
     QSaveFile file(path);
     // The time is set after the bytes have left Qt's buffer, as writing them would change it again.
     const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
@@ -101,16 +101,16 @@ bool ScenarioPlayer::ReplaceFile(const QString& name, const QByteArray& bytes)
 // Readers notice a new status reply by the file's modification time in milliseconds alone, and the system's own
 // stamps come from a clock that ticks only every few milliseconds. So each file gets a stamp of its own: later than
 // every stamp given before and than that of the file it replaces.
-QDateTime ScenarioPlayer::NextTimeStamp(const QString& path)
+QDateTime ScenarioPlayer::nextTimestamp(const QString& path)
 {
     QDateTime stamp = QDateTime::currentDateTimeUtc();
     const QDateTime replaced = QFileInfo(path).lastModified();
-    if (m_lastTimeStamp.isValid()) {
-        stamp = std::max(stamp, m_lastTimeStamp.addMSecs(1));
+    if (m_lastTimestamp.isValid()) {
+        stamp = std::max(stamp, m_lastTimestamp.addMSecs(1));
     }
     if (replaced.isValid()) {
         stamp = std::max(stamp, replaced.toUTC().addMSecs(1));
     }
-    m_lastTimeStamp = stamp;
+    m_lastTimestamp = stamp;
     return stamp;
 }

@@ -22,25 +22,25 @@ public:
 
     ScenarioPlayer(Scenario scenario, const QDir& directory);
 
-    // Plays until the end of the scenario or a stop, whereupon the files stay as they are. False when a file could
-    // not be written or removed; ErrorText() then says which and why.
-    bool Play(const Waiter& wait);
-    QString ErrorText() const
+    // Plays until the end of the scenario or a stop, after which the files stay as they are. False when a file could
+    // not be written or removed; errorText() then says which and why.
+    bool play(const Waiter& wait);
+    QString errorText() const
     {
         return m_errorText;
     }
 
 private:
-    bool Show(const ScenarioFrame& frame);
-    bool ShowList(const QByteArray& list);
-    bool RemoveOldStatusFiles(const QHash<QString, int>& current);
-    bool ReplaceFile(const QString& name, const QByteArray& bytes);
-    QDateTime NextTimeStamp(const QString& path);
+    bool show(const ScenarioFrame& frame);
+    bool showList(const QByteArray& list);
+    bool removeOldStatusFiles(const QHash<QString, int>& current);
+    bool replaceFile(const QString& name, const QByteArray& bytes);
+    QDateTime nextTimestamp(const QString& path);
 
     const Scenario m_scenario;
     const QDir m_directory;
     QHash<QString, int> m_statusRevisions; // of the status files in place, by file name
     QByteArray m_list; // the printer list in place
-    QDateTime m_lastTimeStamp;
+    QDateTime m_lastTimestamp;
     QString m_errorText;
 };

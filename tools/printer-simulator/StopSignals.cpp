@@ -12,7 +12,7 @@ StopSignals::StopSignals()
     sigprocmask(SIG_BLOCK, &m_signals, nullptr);
 }
 
-bool StopSignals::Sleep(std::chrono::milliseconds time) const
+bool StopSignals::sleep(std::chrono::milliseconds time) const
 {
     using std::chrono::nanoseconds;
     using std::chrono::seconds;

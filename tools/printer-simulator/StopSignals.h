@@ -12,7 +12,7 @@ public:
     StopSignals();
 
     // False, at once, when a stop signal has come; true when the time is over.
-    bool Sleep(std::chrono::milliseconds time) const;
+    bool sleep(std::chrono::milliseconds time) const;
 
 private:
     sigset_t m_signals = {};

@@ -57,9 +57,9 @@ int PlayFile(const QString& fileName, const QString& directory, const StopSignal
     }
     ScenarioPlayer player(parsed.scenario, QDir(directory));
     const auto wait = [&stopSignals](std::chrono::milliseconds time) {
-        return stopSignals.Sleep(time);
+        return stopSignals.sleep(time);
     };
-    return player.Play(wait) ? ExitDone : Fail(player.ErrorText());
+    return player.play(wait) ? ExitDone : Fail(player.errorText());
 }
 
 } // namespace
