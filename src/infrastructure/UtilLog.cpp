@@ -88,9 +88,14 @@ void SetLogEnable(bool bEnable)
     s_strLogName = LogFileName(s_iLogIndex);
 }
 
+bool IsLogEnabled()
+{
+    return s_bEnable.load(std::memory_order_relaxed);
+}
+
 void WriteStringLog(const char* file, int line, const char* function, QString format, ...)
 {
-    if (!s_bEnable.load(std::memory_order_relaxed)) {
+    if (!IsLogEnabled()) {
         return;
     }
     va_list arguments;

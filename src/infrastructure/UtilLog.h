@@ -11,6 +11,9 @@
 /// are read by writers without a lock of their own.
 void SetLogEnable(bool bEnable);
 
+/// Whether lines are written, for callers that would format texts in vain.
+bool IsLogEnabled();
+
 /// Appends one line "[date time] (file@line function) message" to the log; does nothing while the log is off.
 ///
 /// `format` and the arguments are printf-style; text arguments are in the local 8-bit encoding. A message is cut to

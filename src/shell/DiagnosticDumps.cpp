@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
-#include "brelprintertoolwidget.h"
-#include "PrinterListLock.h"
+#include "DiagnosticDumps.h"
+
 #include "UtilLog.h"
 
 #include <QStringList>
@@ -31,10 +31,12 @@ QString CodeList(const QList<enErrorStatus>& codes)
 
 } // namespace
 
-void BrelPrinterToolWidget::DebugOutputPrinterInfo()
+void DumpPrinters(const QList<stPrinterInfo>& printers)
 {
+    if (!IsLogEnabled()) {
+        return;
+    }
     const char* function = "DebugOutputPrinterInfo";
-    const QList<stPrinterInfo> printers = CopyPrinterInfo();
     DumpLine(__LINE__, function, QString::asprintf("printer number=%d", printers.size()));
     for (int i = 0; i < printers.size(); ++i) {
         const stPrinterInfo& info = printers.at(i);
@@ -47,10 +49,9 @@ void BrelPrinterToolWidget::DebugOutputPrinterInfo()
     }
 }
 
-void BrelPrinterToolWidget::DebugOutputPrinterStatus(int index)
+void DumpPrinter(int index, const stPrinterManager& printer)
 {
-    stPrinterManager printer;
-    if (!CopyPrinter(index, printer)) {
+    if (!IsLogEnabled()) {
         return;
     }
     const stPrinterState& state = printer.stState;

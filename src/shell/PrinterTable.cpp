@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "brelprintertoolwidget.h"
+#include "DiagnosticDumps.h"
 #include "ModelCatalogue.h"
 #include "PrinterFamily.h"
 #include "PrinterListLock.h"
@@ -50,7 +51,7 @@ void BrelPrinterToolWidget::SlotUpdatePrinterList()
     StartWaitingWorkers();
     // Also when the list has shrunk: the workers beyond it idle on, and a list that grows again gets new ones.
     iStatusThreadCount = printers.size();
-    DebugOutputPrinterInfo();
+    DumpPrinters(printers);
 }
 
 // A row starts off-line without toner whatever is known of the printer: its worker's next change fills it.
@@ -72,7 +73,7 @@ void BrelPrinterToolWidget::SlotUpdatePrinterStatus(int index)
     }
     ui->tableDeviceManage->item(index, TonerColumn)->setText(TonerText(printer));
     ui->tableDeviceManage->item(index, StatusColumn)->setText(AnnounceStatus(printer));
-    DebugOutputPrinterStatus(index);
+    DumpPrinter(index, printer);
 }
 
 // Record by record. A copy of the list would share its elements until a worker writes one: read here without the lock,

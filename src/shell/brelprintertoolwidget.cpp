@@ -3,6 +3,7 @@
 #include "brelprintertoolwidget.h"
 
 #include "AppSetting.h"
+#include "DiagnosticDumps.h"
 #include "ScreenScale.h"
 #include "ShellCommand.h"
 #include "ui_brelprintertoolwidget.h"
@@ -160,6 +161,19 @@ bool BrelPrinterToolWidget::eventFilter(QObject* watched, QEvent* event)
         hide();
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void BrelPrinterToolWidget::DebugOutputPrinterInfo()
+{
+    DumpPrinters(CopyPrinterInfo());
+}
+
+void BrelPrinterToolWidget::DebugOutputPrinterStatus(int index)
+{
+    stPrinterManager printer;
+    if (CopyPrinter(index, printer)) {
+        DumpPrinter(index, printer);
+    }
 }
 
 int BrelPrinterToolWidget::ChmodFile(QString path)

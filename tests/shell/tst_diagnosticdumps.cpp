@@ -49,6 +49,38 @@ QStringList Messages(const QVector<LogLine>& lines)
     return messages;
 }
 
+// Counts what is made ready for the log. It belongs to Qt, like every codec.
+class CountingCodec : public QTextCodec
+{
+public:
+    int conversions() const
+    {
+        return m_conversions;
+    }
+    QByteArray name() const override
+    {
+        return "counting";
+    }
+    int mibEnum() const override
+    {
+        return -1;
+    }
+
+protected:
+    QString convertToUnicode(const char* bytes, int length, ConverterState* /*state*/) const override
+    {
+        return QString::fromUtf8(bytes, length);
+    }
+    QByteArray convertFromUnicode(const QChar* text, int length, ConverterState* /*state*/) const override
+    {
+        ++m_conversions;
+        return QString(text, length).toUtf8();
+    }
+
+private:
+    mutable int m_conversions = 0;
+};
+
 } // namespace
 
 class DiagnosticDumpsTest : public QObject
@@ -71,6 +103,7 @@ private slots:
     void lastStepOfTheSlots();
     void localEncoding();
     void switchedOff();
+    void recordThatIsShown();
     void indexOutOfRange();
 
 private:
@@ -348,11 +381,43 @@ void DiagnosticDumpsTest::localEncoding()
 
 void DiagnosticDumpsTest::switchedOff()
 {
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    auto* const codec = new CountingCodec;
+    QTextCodec::setCodecForLocale(codec);
     SetLogEnable(false);
     m_window->SlotUpdatePrinterList();
     m_window->SlotUpdatePrinterStatus(0);
-    QCOMPARE(LogFolder().entryList(QDir::Files), QStringList());
+    m_window->DebugOutputPrinterInfo();
+    m_window->DebugOutputPrinterStatus(0);
+    const int conversionsWhileOff = codec->conversions();
+    const QStringList filesWhileOff = LogFolder().entryList(QDir::Files);
     SetLogEnable(true);
+    m_window->DebugOutputPrinterStatus(0);
+    const int conversions = codec->conversions();
+    QTextCodec::setCodecForLocale(before);
+    QCOMPARE(conversionsWhileOff, 0);
+    QCOMPARE(filesWhileOff, QStringList());
+    QVERIFY(conversions >= 20); // so that the codec counts at all
+}
+
+// A worker may write its next state while the window still shows the last one.
+void DiagnosticDumpsTest::recordThatIsShown()
+{
+    stPrinterState next;
+    next.enCurrentStatus = PS_BUSY;
+    next.dwRemainingToner = 1200;
+    QObject observer;
+    connect(&m_window->table(), &QTableWidget::itemChanged, &observer, [&] { m_window->setState(1, next); });
+    stPrinterState shown;
+    shown.enCurrentStatus = PS_PRINTING;
+    shown.dwRemainingToner = 3400;
+    m_window->setState(1, shown);
+    m_window->SlotUpdatePrinterStatus(1);
+    QCOMPARE(m_window->printers().at(1).stState.enCurrentStatus, static_cast<int>(PS_BUSY));
+    QCOMPARE(m_window->row(1).at(2), QStringLiteral("34.00%"));
+    const QStringList messages = Messages(takeLog());
+    QCOMPARE(messages.at(2), QStringLiteral("50%s%n%d: enCurrentStatus=8"));
+    QCOMPARE(messages.at(12), QStringLiteral("50%s%n%d: dwRemainingToner=3400"));
 }
 
 void DiagnosticDumpsTest::indexOutOfRange()
