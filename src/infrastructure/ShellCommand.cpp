@@ -2,6 +2,8 @@
 
 #include "ShellCommand.h"
 
+#include "UtilLog.h"
+
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -9,18 +11,20 @@
 
 namespace {
 
-constexpr std::size_t CommandBufferBytes = 256;
+constexpr int MaximumCommandBytes = 255;
 
 } // namespace
 
 int RunShellCommand(const char* format, ...)
 {
-    std::array<char, CommandBufferBytes> command{};
+    std::array<char, MaximumCommandBytes + 1> command{};
     va_list arguments;
     va_start(arguments, format);
     const int length = vsnprintf(command.data(), command.size(), format, arguments);
     va_end(arguments);
     if (length < 0 || static_cast<std::size_t>(length) >= command.size()) {
+        WriteStringLog("ShellCommand", __LINE__, "RunShellCommand",
+                       QStringLiteral("command refused: %d bytes do not fit into %d"), length, MaximumCommandBytes);
         return -1;
     }
     // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment while workers run

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
+#include "LogFolder.h"
 #include "PrinterFolder.h"
 #include "ShellCommand.h"
+#include "UtilLog.h"
 
 #include <QtTest>
 
@@ -81,13 +83,23 @@ void ShellCommandTest::commandLength()
 {
     QFETCH(int, bytes);
     QFETCH(bool, isRun);
+    PrinterFolder::Create();
+    SetLogEnable(true);
     const FakeCommand record(QStringLiteral("record"));
     const QByteArray argument(bytes - static_cast<int>(sizeof "record ") + 1, 'x');
     QCOMPARE(RunShellCommand("record %s", argument.constData()), isRun ? 0 : -1);
     QCOMPARE(record.calls().size(), isRun ? 1 : 0);
     if (isRun) {
         QCOMPARE(record.calls().constFirst(), QStringList{QString::fromLatin1(argument)});
+        QCOMPARE(LogFolder::Names(), QStringList());
+    } else {
+        QCOMPARE(LogFolder::Lines().size(), 1);
+        const QByteArray line = LogFolder::WithoutTime(LogFolder::Lines().constFirst());
+        QVERIFY2(line.endsWith("RunShellCommand) command refused: " + QByteArray::number(bytes) +
+                               " bytes do not fit into 255"),
+                 line.constData());
     }
+    SetLogEnable(false);
 }
 
 QTEST_GUILESS_MAIN(ShellCommandTest)
