@@ -23,10 +23,11 @@ constexpr std::size_t MessageBufferBytes = 1024;
 // Read before the lock by every writer: while the log is off, a call costs this load and a branch.
 std::atomic<bool> s_bEnable{false};
 int s_iLogIndex = 0;
-QString s_strLogNameTmp;
-QString s_strLogName;
+// Never destroyed: a worker that was let go may write a line while static objects are being destroyed.
+QString& s_strLogNameTmp = *new QString;
+QString& s_strLogName = *new QString;
 // Serialises every write and every change of file.
-AnnotatedMutex s_mutexLog;
+AnnotatedMutex& s_mutexLog = *new AnnotatedMutex;
 
 QString LogFileName(int index)
 {

@@ -49,7 +49,7 @@ constexpr std::array<ProductPattern, 5> c_productPatterns{{
 
 const std::array<stModelInfo, SupportedModelCount> c_stModelInfoList = SupportedModels();
 const std::array<stModelInfo, SupportedModelCount> c_stModelInfoList_net = SupportedModels();
-const QStringList QZModelName{QStringLiteral("J4990E")};
+const QStringList& QZModelName = *new QStringList{QStringLiteral("J4990E")};
 
 bool IsQZPrinterName(const QString& name)
 {

@@ -15,8 +15,9 @@ constexpr int SupportedModelCount = 8;
 extern const std::array<stModelInfo, SupportedModelCount> c_stModelInfoList;
 /// The supported models on the network: the same rows, but a table of its own, so that it can diverge.
 extern const std::array<stModelInfo, SupportedModelCount> c_stModelInfoList_net;
-/// Model codes of the QZ family, whose status replies have a format of their own.
-extern const QStringList QZModelName;
+/// Model codes of the QZ family, whose status replies have a format of their own. Never destroyed: a worker that was
+/// let go may ask for a name while static objects are being destroyed.
+extern const QStringList& QZModelName;
 
 /// Whether the print queue `name` holds a model code of the QZ family, anywhere and in exactly that case.
 bool IsQZPrinterName(const QString& name);
