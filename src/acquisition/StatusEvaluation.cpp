@@ -2,8 +2,6 @@
 
 #include "StatusEvaluation.h"
 
-#include "TrdGetPrinterStatus.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -82,25 +80,4 @@ bool EvaluateReply(const PrinterFamily& family, unsigned char* buffer, unsigned 
     evaluated.dwPrinterNumOfPrint = reply.dwPrinterNumOfPrint;
     state = std::move(evaluated);
     return true;
-}
-
-bool DifferForUsers(const stPrinterState& a, const stPrinterState& b)
-{
-    return a.enCurrentStatus != b.enCurrentStatus || a.dwRemainingToner != b.dwRemainingToner ||
-        a.listError != b.listError || a.listWarning != b.listWarning;
-}
-
-int TrdGetPrinterStatus::CheckPrinterStatus(unsigned char* buf, unsigned long len)
-{
-    return EvaluateReply(StandardFamily(), buf, len, stCurrent.stState) ? 0 : -1;
-}
-
-int TrdGetPrinterStatus::CheckPrinterStatus_QZ(unsigned char* buf, unsigned long len)
-{
-    return EvaluateReply(QZFamily(), buf, len, stCurrent.stState) ? 0 : -1;
-}
-
-bool TrdGetPrinterStatus::CheckStatusChange(stPrinterState a, stPrinterState b)
-{
-    return DifferForUsers(a, b);
 }

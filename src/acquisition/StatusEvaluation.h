@@ -7,6 +7,3 @@
 /// Turns a reply of `length` bytes from a printer of `family` into a state. Returns false when the decoder rejects the
 /// reply, which leaves `state` as it was.
 bool EvaluateReply(const PrinterFamily& family, unsigned char* buffer, unsigned long length, stPrinterState& state);
-
-/// Whether two states differ in what users are told: status, remaining toner, errors and warnings.
-bool DifferForUsers(const stPrinterState& a, const stPrinterState& b);

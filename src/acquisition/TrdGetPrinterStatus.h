@@ -3,25 +3,22 @@
 #pragma once
 
 #include "PrinterRecords.h"
+#include "SharedPrinterList.h"
+#include "StatusFile.h"
 #include "UtilThreadBase.h"
 
-#include <QDateTime>
-
-#include <tuple>
+#include <atomic>
 
 /// Keeps the status of one printer up to date: about once a second it reads the printer's status file, writes the
 /// result into the shared printer list and says when something has changed that a user must see.
 ///
 /// Lives on a thread of its own; its loop runs inside SlotTaskStart(). The printer is the one at the worker's index
-/// of the shared list, whose elements are reached under PrinterListMutex() alone. All else belongs to the worker.
+/// of the shared list.
 class TrdGetPrinterStatus : public UtilThreadBase
 {
     Q_OBJECT
 
 public:
-    /// A printer as several workers may know it: list, index, name.
-    using PrinterPlace = std::tuple<const void*, int, QString>;
-
     explicit TrdGetPrinterStatus(QObject* parent);
 
     /// Gives the worker its place in the shared list, which stays the caller's; to be called before the loop starts.
@@ -69,31 +66,13 @@ protected:
     stPrinterManager stCurrent;
 
 private:
-    enum class FileRead
-    {
-        Missing,
-        Unchanged,
-        Unreadable,
-        Done
-    };
-
     void PollPrinter();
-    bool CopyFromList();
     void CountFailedRead();
-    void WriteBackAndTell();
-    bool IsStillListed() const;
-    bool CancelAndWriteBack(const PrinterPlace& place);
-    void CancelPrintJob() const;
-    bool IsQueuePrinting() const;
-    FileRead ReadStatusFile(const QString& name, bool force, unsigned long& length);
-    const QByteArray& StatusFilePath(const QString& name);
 
     static constexpr unsigned long ReplyBufferBytes = 2048;
 
-    int iPrinterIndex = -1; ///< guarded by PrinterListMutex()
-    QList<stPrinterManager>* pPrinterList = nullptr; ///< not owned; guarded by PrinterListMutex()
+    std::atomic<int> iPrinterIndex{-1};
+    SharedPrinterList pPrinterList; ///< none until Init() and after letting go
     unsigned char byReplyBuffer[ReplyBufferBytes] = {};
-    QString strStatusFileName; ///< the printer's name that the next path was made from
-    QByteArray byStatusFilePath; ///< null: none yet
-    QDateTime tLastModified; ///< of the status file at the last read, UTC; null: none yet, or it was missing
+    StatusFile statusFile;
 };

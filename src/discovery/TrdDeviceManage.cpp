@@ -5,7 +5,6 @@
 #include "FixedPaths.h"
 #include "FreeMemory.h"
 #include "LateWakeUps.h"
-#include "PrinterListLock.h"
 #include "PrinterListSnapshot.h"
 
 #include <QSettings>
@@ -23,18 +22,6 @@ constexpr int MaximumPrinterCount = 1000;
 // pass, on a busy machine by the second.
 constexpr int PassesToReturnMemory = 2;
 
-bool IsSamePrinter(const stPrinterInfo& a, const stPrinterInfo& b)
-{
-    return a.strPrinterName == b.strPrinterName && a.strPort == b.strPort;
-}
-
-bool AreSamePrinters(const QList<stPrinterInfo>& printers, const QList<stPrinterManager>& list)
-{
-    return std::equal(
-        printers.begin(), printers.end(), list.begin(), list.end(),
-        [](const stPrinterInfo& info, const stPrinterManager& listed) { return IsSamePrinter(info, listed.stInfo); });
-}
-
 } // namespace
 
 TrdDeviceManage::TrdDeviceManage(QObject* parent)
@@ -45,8 +32,7 @@ TrdDeviceManage::TrdDeviceManage(QObject* parent)
 
 void TrdDeviceManage::Init(QList<stPrinterManager>* list)
 {
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    pPrinterList = list;
+    pPrinterList.assign(list);
 }
 
 void TrdDeviceManage::InitStPrinterInfo(stPrinterInfo& info)
@@ -128,14 +114,6 @@ void TrdDeviceManage::SlotThreadQuit()
 // record and speak of it first: the rows, made afresh after that, would keep their initial texts until the next change.
 bool TrdDeviceManage::ReplaceListIfChanged(const QList<stPrinterInfo>& printers)
 {
-    // Declared before the lock: the old list is freed after the lock is released.
-    QList<stPrinterManager> list;
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    if (pPrinterList == nullptr || AreSamePrinters(printers, *pPrinterList)) {
-        return false;
-    }
-    list = GetInitPrinterList(printers);
-    pPrinterList->swap(list);
-    emit SgnUpdatePrinterList();
-    return true;
+    return pPrinterList.replaceIfChanged(
+        printers, [&] { return GetInitPrinterList(printers); }, [this] { emit SgnUpdatePrinterList(); });
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "PrinterRecords.h"
+#include "SharedPrinterList.h"
 #include "UtilThreadBase.h"
 
 class QTextCodec;
@@ -10,9 +11,8 @@ class QTextCodec;
 /// Reads the driver package's printer list every three seconds and, when the set of printers has changed, replaces
 /// the shared printer list and says so.
 ///
-/// Lives on a thread of its own; its loop runs inside SlotTaskStart(). Holds PrinterListMutex() only to compare and
-/// replace the shared list and to say so. A list file that is missing or cannot be used lists no printers; nothing is
-/// reported.
+/// Lives on a thread of its own; its loop runs inside SlotTaskStart(). A list file that is missing or cannot be used
+/// lists no printers; nothing is reported.
 class TrdDeviceManage : public UtilThreadBase
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ public:
     void InitStPrinterState(stPrinterState& state);
 
 signals:
-    /// The shared list has been replaced. Emitted with PrinterListMutex() held: for queued connections.
+    /// The shared list has been replaced. Emitted with the list's lock held: for queued connections.
     void SgnUpdatePrinterList();
 
 public slots:
@@ -44,6 +44,6 @@ private:
     /// Returns whether the list was replaced.
     bool ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
 
-    QList<stPrinterManager>* pPrinterList = nullptr; ///< not owned; guarded by PrinterListMutex()
+    SharedPrinterList pPrinterList; ///< none until Init()
     QTextCodec* pTextCodec; ///< UTF-8; unused, kept for keys in other encodings
 };

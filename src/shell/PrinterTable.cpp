@@ -4,7 +4,7 @@
 #include "DiagnosticDumps.h"
 #include "ModelCatalogue.h"
 #include "PrinterFamily.h"
-#include "PrinterListLock.h"
+#include "SharedPrinterList.h"
 #include "ui_brelprintertoolwidget.h"
 #include "UtilLanguageCtrl.h"
 
@@ -39,7 +39,7 @@ bool BrelPrinterToolWidget::isQZPrinter(QString name)
 
 void BrelPrinterToolWidget::SlotUpdatePrinterList()
 {
-    const QList<stPrinterInfo> printers = CopyPrinterInfo();
+    const QList<stPrinterInfo> printers = SharedPrinterList(&listPrinter).copyInfos();
     ui->tableDeviceManage->clearContents();
     ui->tableDeviceManage->setRowCount(printers.size());
     for (int row = 0; row < printers.size(); ++row) {
@@ -68,35 +68,12 @@ void BrelPrinterToolWidget::SlotUpdatePrinterStatus(int index)
 {
     stPrinterManager printer;
     // The list may have been replaced since the worker spoke, and its rows may be still to come.
-    if (!CopyPrinter(index, printer) || index >= ui->tableDeviceManage->rowCount()) {
+    if (!SharedPrinterList(&listPrinter).copy(index, printer) || index >= ui->tableDeviceManage->rowCount()) {
         return;
     }
     ui->tableDeviceManage->item(index, TonerColumn)->setText(TonerText(printer));
     ui->tableDeviceManage->item(index, StatusColumn)->setText(AnnounceStatus(printer));
     DumpPrinter(index, printer);
-}
-
-// Record by record. A copy of the list would share its elements until a worker writes one: read here without the lock,
-// written there with it, and the worker would first copy them all.
-QList<stPrinterInfo> BrelPrinterToolWidget::CopyPrinterInfo() const
-{
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    QList<stPrinterInfo> printers;
-    printers.reserve(listPrinter.size());
-    for (const stPrinterManager& printer : listPrinter) {
-        printers.append(printer.stInfo);
-    }
-    return printers;
-}
-
-bool BrelPrinterToolWidget::CopyPrinter(int index, stPrinterManager& printer) const
-{
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    if (index < 0 || index >= listPrinter.size()) {
-        return false;
-    }
-    printer = listPrinter.at(index);
-    return true;
 }
 
 QString BrelPrinterToolWidget::TonerText(const stPrinterManager& printer)

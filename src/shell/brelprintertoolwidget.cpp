@@ -5,6 +5,7 @@
 #include "AppSetting.h"
 #include "DiagnosticDumps.h"
 #include "ScreenScale.h"
+#include "SharedPrinterList.h"
 #include "ShellCommand.h"
 #include "ui_brelprintertoolwidget.h"
 #include "UtilLog.h"
@@ -165,13 +166,13 @@ bool BrelPrinterToolWidget::eventFilter(QObject* watched, QEvent* event)
 
 void BrelPrinterToolWidget::DebugOutputPrinterInfo()
 {
-    DumpPrinters(CopyPrinterInfo());
+    DumpPrinters(SharedPrinterList(&listPrinter).copyInfos());
 }
 
 void BrelPrinterToolWidget::DebugOutputPrinterStatus(int index)
 {
     stPrinterManager printer;
-    if (CopyPrinter(index, printer)) {
+    if (SharedPrinterList(&listPrinter).copy(index, printer)) {
         DumpPrinter(index, printer);
     }
 }

@@ -80,8 +80,6 @@ private:
     void FillPrinterRow(int row, const stPrinterInfo& info);
     void StartWaitingWorkers();
     void StartStatusWorker(int index);
-    QList<stPrinterInfo> CopyPrinterInfo() const;
-    bool CopyPrinter(int index, stPrinterManager& printer) const;
     QString TonerText(const stPrinterManager& printer);
     QString AnnounceStatus(const stPrinterManager& printer);
     void StopWorkers();
@@ -98,7 +96,7 @@ private:
     TrdDeviceManage* pDeviceManage = nullptr;
     QThread* pDeviceManageThread = nullptr;
     AppSetting* pAppSetting = nullptr; ///< top-level, never deleted
-    QList<stPrinterManager> listPrinter; ///< shared with the workers; guarded by PrinterListMutex()
+    QList<stPrinterManager> listPrinter; ///< shared with the workers: see SharedPrinterList
     int iStatusThreadCount = 0; ///< printers for which a worker was started when the list was last rebuilt
     QList<int> listWaitingIndex; ///< those among them whose worker is still to be started, in order
     int iLanguage = 0; ///< column of the text tables

@@ -3,7 +3,7 @@
 #include "StatusWorker.h"
 
 #include "PrinterFolder.h"
-#include "PrinterListLock.h"
+#include "SharedPrinterList.h"
 
 #include <QStringList>
 
@@ -36,18 +36,6 @@ int StatusWorker::runCycle()
     bTaskStarted = false;
     bThreadQuit = true;
     SlotTaskStart();
-    return m_signals;
-}
-
-int StatusWorker::runCancelCycle()
-{
-    const auto connection =
-        connect(this, &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this, &TrdGetPrinterStatus::SlotThreadQuit);
-    m_signals = 0;
-    bTaskStarted = false;
-    bThreadQuit = false;
-    SlotTaskStart();
-    disconnect(connection);
     return m_signals;
 }
 
@@ -164,8 +152,29 @@ stPrinterManager FilledPrinter(const QString& name)
     return {PrinterFolder::Printer(name), FilledState()};
 }
 
-stPrinterManager Listed(const QList<stPrinterManager>& list, int index)
+stPrinterManager Listed(QList<stPrinterManager>& list, int index)
 {
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    return list.at(index);
+    stPrinterManager printer;
+    if (!SharedPrinterList(&list).copy(index, printer)) {
+        qFatal("the list has no printer %d", index);
+    }
+    return printer;
+}
+
+void ReplaceList(QList<stPrinterManager>& list, const QList<stPrinterManager>& newList)
+{
+    QList<stPrinterInfo> infos;
+    for (const stPrinterManager& printer : newList) {
+        infos.append(printer.stInfo);
+    }
+    SharedPrinterList shared(&list);
+    const auto replace = [&] {
+        return shared.replaceIfChanged(
+            infos, [&newList] { return newList; }, [] {});
+    };
+    if (!replace()) {
+        shared.replaceIfChanged(
+            {}, [] { return QList<stPrinterManager>(); }, [] {});
+        replace();
+    }
 }

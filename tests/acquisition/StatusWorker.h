@@ -21,9 +21,6 @@ public:
     /// One cycle of the loop in the calling thread, by a stop that is requested beforehand: the pause, which comes
     /// last, ends at once. Returns how many signals were emitted.
     int runCycle();
-    /// The same for a cycle that runs `cancel`, after which a stop request counts: it is made by the signal. The loop
-    /// goes on until there is one.
-    int runCancelCycle();
 
 private:
     int m_signals = 0;
@@ -71,5 +68,7 @@ QString Words(const stPrinterManager& printer);
 stPrinterState FilledState();
 stPrinterManager FilledPrinter(const QString& name);
 
-/// The element at `index`, copied under the list's lock.
-stPrinterManager Listed(const QList<stPrinterManager>& list, int index);
+/// The element at `index`, copied as workers do.
+stPrinterManager Listed(QList<stPrinterManager>& list, int index);
+/// Replaces the list as the device manager does, but also by one of the same printers; then it is empty in between.
+void ReplaceList(QList<stPrinterManager>& list, const QList<stPrinterManager>& newList);

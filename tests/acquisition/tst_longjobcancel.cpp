@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "PrinterFolder.h"
-#include "PrinterListLock.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 
 #include <QtTest>
 
+#include <chrono>
 #include <functional>
-#include <mutex>
+#include <future>
 
 // What becomes of a cycle whose `cancel` command takes long: the list may be another by its end, or the program about
 // to end.
@@ -22,12 +22,13 @@ private slots:
     void ListChangedMeanwhile();
     void ListUnchangedMeanwhile();
     void StopMeanwhile();
+    void LetGoMeanwhile();
     void ListShrunkMeanwhile();
     void SecondWorkerOfThePrinter();
     void SecondPrinterOfTheName();
 };
 
-using ListChange = std::function<void(QList<stPrinterManager>&)>;
+using ListChange = std::function<void(stPrinterManager&)>;
 Q_DECLARE_METATYPE(ListChange)
 
 namespace {
@@ -46,26 +47,16 @@ QString LongCancel()
     return QStringLiteral("touch %1; while [ ! -e %2 ]; do sleep 0.02; done").arg(CancelRuns, CancelMayEnd);
 }
 
-// Takes the list's lock as long as it lives, if it is to be had: not while somebody else works under it.
-class ListLock
+// Replaces the list while the command runs. False when its lock was held as long as that.
+bool ReplaceMeanwhile(QList<stPrinterManager>& list, const QList<stPrinterManager>& newList)
 {
-public:
-    ListLock()
-    {
-        QElapsedTimer timer;
-        timer.start();
-        while (!m_lock.try_lock() && timer.elapsed() < TimeoutMs) {
-            QTest::qWait(10);
-        }
+    const auto replaced = std::async(std::launch::async, [&] { ReplaceList(list, newList); });
+    const bool isInTime = replaced.wait_for(std::chrono::milliseconds(TimeoutMs)) == std::future_status::ready;
+    if (!isInTime) {
+        PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
     }
-    bool isTaken() const
-    {
-        return m_lock.owns_lock();
-    }
-
-private:
-    std::unique_lock<std::mutex> m_lock{PrinterListMutex(), std::defer_lock};
-};
+    return isInTime;
+}
 
 } // namespace
 
@@ -82,10 +73,10 @@ void LongJobCancelTest::ListChangedMeanwhile_data()
     const auto row = [](const char* name, const ListChange& change) {
         QTest::newRow(name) << change;
     };
-    row("another name", [](auto& list) { list[0].stInfo.strPrinterName = QStringLiteral("other"); });
-    row("another URI", [](auto& list) {
+    row("another name", [](auto& printer) { printer.stInfo.strPrinterName = QStringLiteral("other"); });
+    row("another URI", [](auto& printer) {
         // Its file says nothing new, so that what the next cycle makes of it can be told from what this one would.
-        list[0].stInfo.strURI = QStringLiteral("usb://other");
+        printer.stInfo.strURI = QStringLiteral("usb://other");
         PrinterFolder::RemoveStatusFile(Name);
     });
 }
@@ -99,13 +90,9 @@ void LongJobCancelTest::ListChangedMeanwhile()
     RunningStatusWorker running(0, &list);
     running.start();
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
-    stPrinterManager expected;
-    {
-        const ListLock lock;
-        QVERIFY(lock.isTaken());
-        change(list);
-        expected = list.first();
-    }
+    stPrinterManager expected = FilledPrinter(Name);
+    change(expected);
+    QVERIFY(ReplaceMeanwhile(list, {expected}));
     PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
     // The next cycle finds no file for what is listed now: one failure more, and nothing else.
     ++expected.stState.iFailCount;
@@ -130,6 +117,7 @@ void LongJobCancelTest::ListUnchangedMeanwhile()
     QCOMPARE(Listed(list, 0).stState.enCurrentStatus, 6);
 }
 
+// A cycle that has begun is finished: the stop request counts in the pause alone.
 void LongJobCancelTest::StopMeanwhile()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
@@ -139,6 +127,21 @@ void LongJobCancelTest::StopMeanwhile()
     running.start();
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
     running.worker().SlotThreadQuit();
+    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    QVERIFY(running.stop());
+    QCOMPARE(list.first().stState.enCurrentStatus, 6);
+    QCOMPARE(running.signalledIndices(), QList<int>{0});
+}
+
+void LongJobCancelTest::LetGoMeanwhile()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
+    QList<stPrinterManager> list{FilledPrinter(Name)};
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    RunningStatusWorker running(0, &list);
+    running.start();
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
+    running.worker().Init(-1, nullptr);
     PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
     QVERIFY(running.stop());
     QCOMPARE(Words(list.first()), Words(FilledPrinter(Name)));
@@ -153,11 +156,7 @@ void LongJobCancelTest::ListShrunkMeanwhile()
     RunningStatusWorker running(1, &list);
     running.start();
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
-    {
-        const ListLock lock;
-        QVERIFY(lock.isTaken());
-        list.removeLast();
-    }
+    QVERIFY(ReplaceMeanwhile(list, {FilledPrinter(QStringLiteral("first"))}));
     PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
     QTest::qWait(SettleMs); // for what must not happen
     QVERIFY(running.stop());

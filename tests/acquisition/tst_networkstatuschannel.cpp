@@ -287,11 +287,15 @@ void NetworkStatusChannelTest::EverySocketIsClosed()
     QCOMPARE(LowestFreeDescriptor(), lowestFree);
     QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("127.7.7.8")), -5);
     QCOMPARE(LowestFreeDescriptor(), lowestFree);
+    const UdpPeer rejectedPeer("127.7.7.9", {RejectedBytes()});
+    const int lowestFreeBesideIt = LowestFreeDescriptor();
+    QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("127.7.7.9")), -1);
+    QCOMPARE(LowestFreeDescriptor(), lowestFreeBesideIt);
     QCOMPARE(worker.GetPrinterStatusUDP(QStringLiteral("203.0.113.1")), -3);
-    QCOMPARE(LowestFreeDescriptor(), lowestFree);
+    QCOMPARE(LowestFreeDescriptor(), lowestFreeBesideIt);
     SocketCalls::Reset(SocketCalls::Failure::Timeout);
     QCOMPARE(worker.GetPrinterStatusUDP(Address), -4);
-    QCOMPARE(LowestFreeDescriptor(), lowestFree);
+    QCOMPARE(LowestFreeDescriptor(), lowestFreeBesideIt);
 }
 
 QTEST_GUILESS_MAIN(NetworkStatusChannelTest)

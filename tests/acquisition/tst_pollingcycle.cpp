@@ -2,8 +2,8 @@
 
 #include "OpenHook.h"
 #include "PrinterFolder.h"
-#include "PrinterListLock.h"
 #include "SampleReplies.h"
+#include "SharedPrinterList.h"
 #include "StatusWorker.h"
 
 #include <QtTest>
@@ -378,8 +378,7 @@ void PollingCycleTest::ListChangedMeanwhile()
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
     QString changed;
     OnNextStatusFile([&] {
-        PrinterListMutex().lock(); // free while a file is read
-        PrinterListMutex().unlock();
+        SharedPrinterList(&setting.list).copyInfos(); // the lock is free while a file is read
         change(setting.list, setting.worker);
         changed = AllWords(setting.list);
     });

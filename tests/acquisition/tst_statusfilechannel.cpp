@@ -8,6 +8,7 @@
 
 #include <QtTest>
 
+#include <ctime>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -28,6 +29,8 @@ private slots:
     void AnyTimeServes();
     void MissingFile();
     void ReturnsWithAnOlderTime();
+    void ReturnsWithTheFirstTimeOf1970_data();
+    void ReturnsWithTheFirstTimeOf1970();
     void RejectedFileIsRememberedToo();
     void EachWorkerRemembersForItself();
     void EmptyFile();
@@ -42,6 +45,7 @@ private slots:
     void SilentOnAllResults();
     void ExceptionIsLogged_data();
     void ExceptionIsLogged();
+    void ExceptionLeavesTheFailureCount();
 };
 
 namespace {
@@ -90,6 +94,28 @@ public:
 
 private:
     rlimit m_before = {};
+};
+
+// The process's time zone as long as it lives.
+class TimeZone
+{
+public:
+    explicit TimeZone(const QByteArray& name)
+    {
+        qputenv("TZ", name);
+        tzset();
+    }
+    ~TimeZone()
+    {
+        m_hadOne ? qputenv("TZ", m_before) : qunsetenv("TZ");
+        tzset();
+    }
+    TimeZone(const TimeZone&) = delete;
+    TimeZone& operator=(const TimeZone&) = delete;
+
+private:
+    const bool m_hadOne = qEnvironmentVariableIsSet("TZ");
+    const QByteArray m_before = qgetenv("TZ");
 };
 
 } // namespace
@@ -212,6 +238,33 @@ void StatusFileChannelTest::ReturnsWithAnOlderTime()
     QCOMPARE(worker.GetPrinterStatusFile(Name, true), -1);
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), SomeTimeMs);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+}
+
+void StatusFileChannelTest::ReturnsWithTheFirstTimeOf1970_data()
+{
+    QTest::addColumn<QByteArray>("timeZone");
+    QTest::newRow("UTC") << QByteArray("UTC");
+    QTest::newRow("China") << QByteArray("Asia/Shanghai");
+    QTest::newRow("China, without the zone's file") << QByteArray("CST-8");
+}
+
+// Local midnight: before Qt 5.14 a null time equals it.
+void StatusFileChannelTest::ReturnsWithTheFirstTimeOf1970()
+{
+    QFETCH(const QByteArray, timeZone);
+    const TimeZone zone(timeZone);
+    StatusWorker worker;
+    for (const qint64 time : {QDateTime(QDate(1970, 1, 1), QTime(0, 0)).toMSecsSinceEpoch(), qint64(0)}) {
+        QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), time);
+        QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+        QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
+        PrinterFolder::RemoveStatusFile(Name);
+    }
+    StatusWorker fresh;
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady),
+                                   QDateTime(QDate(1970, 1, 1), QTime(0, 0)).toMSecsSinceEpoch());
+    QCOMPARE(fresh.GetPrinterStatusFile(Name, false), 0);
 }
 
 void StatusFileChannelTest::RejectedFileIsRememberedToo()
@@ -405,6 +458,33 @@ void StatusFileChannelTest::ExceptionIsLogged()
     QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
     QCOMPARE(LogFolder::Lines().size(), 1);
     QTEST(LogFolder::WithoutTime(LogFolder::Lines().constFirst()), "line");
+}
+
+// As it was, through the whole cycle: neither a failure nor a success.
+void StatusFileChannelTest::ExceptionLeavesTheFailureCount()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("a sanitizer's allocator does not throw");
+#endif
+    if (!MemoryLimit::Binds()) {
+        QSKIP("memory cannot be limited here");
+    }
+    QList<stPrinterManager> list{FilledPrinter(QString(50000000, QLatin1Char('x')))};
+    SetLogEnable(true);
+    StatusWorker worker;
+    worker.Init(0, &list);
+    for (const int count : {0, 7, 10}) {
+        list.first().stState.iFailCount = count;
+        const QString before = Words(list.first().stState);
+        int signalCount = -1;
+        {
+            const MemoryLimit limit;
+            signalCount = worker.runCycle();
+        }
+        QCOMPARE(signalCount, 0);
+        QCOMPARE(Words(list.first().stState), before);
+    }
+    QCOMPARE(LogFolder::Lines().size(), 3); // there was one each time
 }
 
 QTEST_GUILESS_MAIN(StatusFileChannelTest)

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "PrinterFolder.h"
-#include "PrinterListLock.h"
 #include "SampleReplies.h"
+#include "SharedPrinterList.h"
 #include "StatusWorker.h"
 
 #include <QtTest>
@@ -174,8 +174,7 @@ void StatusPollingLoopTest::VanishedFileGoesOfflineAfterElevenCycles()
 void StatusPollingLoopTest::BeyondTheEndNothingHappens()
 {
     QCOMPARE(s_run.workers[PrinterCount]->signalledIndices().size(), 0);
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    QCOMPARE(s_run.list.size(), int(PrinterCount));
+    QCOMPARE(SharedPrinterList(&s_run.list).copyInfos().size(), int(PrinterCount));
 }
 
 void StatusPollingLoopTest::SignalsBearTheIndex()
@@ -226,14 +225,14 @@ void StatusPollingLoopTest::RebuiltListKeepsPrintersApart()
         for (int i = 0; i < 1 + round % printerCount; ++i) {
             rebuilt.append(PrinterFolder::ListedPrinter(name((i + round) % printerCount)));
         }
-        const std::lock_guard<std::mutex> lock(PrinterListMutex());
-        for (const stPrinterManager& printer : qAsConst(list)) {
+        stPrinterManager printer;
+        for (int i = 0; SharedPrinterList(&list).copy(i, printer); ++i) {
             const int number = printer.stInfo.strPrinterName.rightRef(1).toInt();
             const auto toner = static_cast<int>(printer.stState.dwRemainingToner);
             QVERIFY2(toner == 0 || toner == 1000 + number, qPrintable(Words(printer)));
             written += toner == 0 ? 0 : 1;
         }
-        list.swap(rebuilt);
+        ReplaceList(list, rebuilt);
     }
     CloseTogether(workers);
     QVERIFY(written > 0);

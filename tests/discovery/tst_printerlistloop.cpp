@@ -2,7 +2,7 @@
 
 #include "AnnotatedThread.h"
 #include "PrinterFolder.h"
-#include "PrinterListLock.h"
+#include "SharedPrinterList.h"
 #include "TrdDeviceManage.h"
 
 #include <QElapsedTimer>
@@ -151,10 +151,15 @@ private:
     std::unique_ptr<TrdDeviceManage> m_worker = std::make_unique<TrdDeviceManage>(nullptr);
 };
 
-QString LockedWords(const QList<stPrinterManager>& list)
+// What others see while the worker runs.
+QString LockedWords(QList<stPrinterManager>& list)
 {
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    return Words(list);
+    QList<stPrinterManager> copies;
+    const QList<stPrinterInfo> printers = SharedPrinterList(&list).copyInfos();
+    for (const stPrinterInfo& info : printers) {
+        copies.append({info, stPrinterState()});
+    }
+    return Words(copies);
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include "TestWindow.h"
 
-#include "PrinterListLock.h"
+#include "SharedPrinterList.h"
 
 #include <QTableWidget>
 
@@ -106,14 +106,12 @@ QList<stPrinterManager>* TestWindow::sharedList()
     return &(this->*MemberOf(SharedList()));
 }
 
-// Record by record, as the window does: a copy of the list would share its elements with the workers.
-QList<stPrinterManager> TestWindow::printers() const
+QList<stPrinterManager> TestWindow::printers()
 {
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    const QList<stPrinterManager>& shared = this->*MemberOf(SharedList());
+    const SharedPrinterList shared(sharedList());
     QList<stPrinterManager> printers;
-    printers.reserve(shared.size());
-    for (const stPrinterManager& printer : shared) {
+    stPrinterManager printer;
+    while (shared.copy(printers.size(), printer)) {
         printers.append(printer);
     }
     return printers;
@@ -121,8 +119,14 @@ QList<stPrinterManager> TestWindow::printers() const
 
 void TestWindow::setState(int index, const stPrinterState& state)
 {
-    const std::lock_guard<std::mutex> lock(PrinterListMutex());
-    (this->*MemberOf(SharedList()))[index].stState = state;
+    SharedPrinterList shared(sharedList());
+    stPrinterManager printer;
+    SharedPrinterList::Origin origin;
+    shared.copy(index, printer, &origin);
+    printer.stState = state;
+    if (shared.writeBack(printer, true, origin) == SharedPrinterList::WriteBack::CancelFirst) {
+        shared.writeBackCancelled(printer, origin);
+    }
 }
 
 // Called before a new worker's start request is queued: the stop request is queued first.

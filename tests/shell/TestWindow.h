@@ -36,7 +36,7 @@ public:
     /// The shared list itself, for a worker of the test's own.
     QList<stPrinterManager>* sharedList();
     /// A copy of its records.
-    QList<stPrinterManager> printers() const;
+    QList<stPrinterManager> printers();
     /// Puts a state into the shared list that no printer can send.
     void setState(int index, const stPrinterState& state);
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
 #include "PrinterFolder.h"
-#include "PrinterListLock.h"
 #include "SampleReplies.h"
+#include "SharedPrinterList.h"
 #include "StatusWorker.h"
 #include "TestWindow.h"
 #include "TrdDeviceManage.h"
@@ -147,7 +147,7 @@ private:
 class ListReader
 {
 public:
-    explicit ListReader(const QList<stPrinterManager>& list)
+    explicit ListReader(QList<stPrinterManager>& list)
         : m_thread([this, &list] {
             while (!m_isEnding) {
                 for (int i = 0; i < LongestList && look(list, i); ++i) { }
@@ -181,15 +181,11 @@ public:
     }
 
 private:
-    bool look(const QList<stPrinterManager>& list, int index)
+    bool look(QList<stPrinterManager>& list, int index)
     {
         stPrinterManager printer;
-        {
-            const std::lock_guard<std::mutex> lock(PrinterListMutex());
-            if (index >= list.size()) {
-                return false;
-            }
-            printer = list.at(index);
+        if (!SharedPrinterList(&list).copy(index, printer)) {
+            return false;
         }
         const auto toner = static_cast<int>(printer.stState.dwRemainingToner);
         m_filledRecords += toner == 0 ? 0 : 1;

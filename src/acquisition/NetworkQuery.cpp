@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 
-#include "TrdGetPrinterStatus.h"
+#include "NetworkQuery.h"
 
 #include <arpa/inet.h>
 #include <array>
@@ -49,7 +49,7 @@ public:
 
 } // namespace
 
-int TrdGetPrinterStatus::GetPrinterStatusUDP(QString address)
+int QueryPrinter(const QString& address, unsigned char* buffer, unsigned long capacity, unsigned long& length)
 {
     if (address.isEmpty()) {
         return -1;
@@ -70,10 +70,11 @@ int TrdGetPrinterStatus::GetPrinterStatusUDP(QString address)
     if (setsockopt(udp.descriptor, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout) != 0) {
         return -4;
     }
-    std::memset(byReplyBuffer, 0, sizeof byReplyBuffer);
-    const ssize_t received = recvfrom(udp.descriptor, byReplyBuffer, sizeof byReplyBuffer, 0, peerAddress, &peerBytes);
+    std::memset(buffer, 0, capacity);
+    const ssize_t received = recvfrom(udp.descriptor, buffer, capacity, 0, peerAddress, &peerBytes);
     if (received <= UselessReplyBytes) {
         return -5;
     }
-    return CheckPrinterStatus(byReplyBuffer, static_cast<unsigned long>(received));
+    length = static_cast<unsigned long>(received);
+    return 0;
 }

@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+
+#include "PrinterFolder.h"
+#include "ReadHook.h"
+#include "SampleReplies.h"
+#include "StatusWorker.h"
+
+#include <QtTest>
+
+#include <vector>
+
+// Status files that cannot be read in one go, and what happens between a read and its write-back.
+class StatusFileReadsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void inPieces();
+    void failing_data();
+    void failing();
+    void secondWorkerReadsNewerState();
+    void secondWorkerCancels();
+    void secondWorkerIsSlower();
+    void rejectedFileCountsOnceEach();
+};
+
+namespace {
+
+const QString Name = QStringLiteral("Office_K4510A");
+
+// A printer with two workers, as a list that has shrunk and grown leaves it.
+struct TwoWorkers
+{
+    TwoWorkers()
+    {
+        first.Init(0, &list);
+        second.Init(0, &list);
+    }
+
+    QList<stPrinterManager> list{FilledPrinter(Name)};
+    StatusWorker first;
+    StatusWorker second;
+};
+
+} // namespace
+
+void StatusFileReadsTest::init()
+{
+    PrinterFolder::Create();
+}
+
+void StatusFileReadsTest::cleanup()
+{
+    ReadHook::AfterNextFile(nullptr);
+    ReadHook::Disturb(0, -1);
+}
+
+void StatusFileReadsTest::inPieces()
+{
+    PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
+    StatusWorker worker;
+    ReadHook::Disturb(1, -1);
+    QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
+    QCOMPARE(Words(worker.stCurrent.stState), Words(FullReplyState()));
+}
+
+void StatusFileReadsTest::failing_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::newRow("at once") << 0;
+    QTest::newRow("after a byte") << 1;
+    QTest::newRow("before the last byte") << EncodeStandardReply(FullReply()).size() - 1;
+}
+
+// As with a file cut off there: the last good state stays, and the file is left alone until it changes.
+void StatusFileReadsTest::failing()
+{
+    QFETCH(const int, bytes);
+    QList<stPrinterManager> list{FilledPrinter(Name)};
+    stPrinterState expected = list.first().stState;
+    StatusWorker worker;
+    worker.Init(0, &list);
+    PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
+    ReadHook::Disturb(0, bytes);
+    for (int cycle = 0; cycle < 2; ++cycle) {
+        QCOMPARE(worker.runCycle(), 0);
+        expected.iFailCount = FilledState().iFailCount + 1;
+        QCOMPARE(Words(list.first().stState), Words(expected));
+    }
+    ReadHook::Disturb(0, -1);
+    QCOMPARE(worker.runCycle(), 0);
+    PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
+    QCOMPARE(worker.runCycle(), 1);
+    QCOMPARE(Words(list.first().stState), Words(FullReplyState()));
+}
+
+void StatusFileReadsTest::secondWorkerReadsNewerState()
+{
+    TwoWorkers both;
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, 100));
+    ReadHook::AfterNextFile([&both] {
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy, 200));
+        QCOMPARE(both.second.runCycle(), 1);
+    });
+    QCOMPARE(both.first.runCycle(), 0);
+    QCOMPARE(both.list.first().stState.dwRemainingToner, 200UL);
+    for (int cycle = 0; cycle < 2; ++cycle) {
+        QCOMPARE(both.first.runCycle(), 0);
+        QCOMPARE(both.second.runCycle(), 0);
+    }
+    QCOMPARE(both.list.first().stState.dwRemainingToner, 200UL);
+}
+
+void StatusFileReadsTest::secondWorkerCancels()
+{
+    const FakeCommand cancel(QStringLiteral("cancel"));
+    TwoWorkers both;
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, 100));
+    ReadHook::AfterNextFile([&both] {
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob, 100));
+        QCOMPARE(both.second.runCycle(), 1);
+    });
+    QCOMPARE(both.first.runCycle(), 0);
+    for (int cycle = 0; cycle < 2; ++cycle) {
+        QCOMPARE(both.first.runCycle(), 0);
+        QCOMPARE(both.second.runCycle(), 0);
+    }
+    QCOMPARE(both.list.first().stState.enCurrentStatus, 6);
+    QCOMPARE(cancel.calls().size(), 1);
+}
+
+// Its unchanged state is written first; what the first one has read is written a cycle later, not lost.
+void StatusFileReadsTest::secondWorkerIsSlower()
+{
+    TwoWorkers both;
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, 100));
+    QCOMPARE(both.second.runCycle(), 1);
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, 200));
+    ReadHook::AfterNextFile([&both] {
+        // Another worker wrote what it had copied, which it can do once it has found the old file unchanged.
+        stPrinterManager printer;
+        SharedPrinterList shared(&both.list);
+        SharedPrinterList::Origin origin;
+        QVERIFY(shared.copy(0, printer, &origin));
+        QCOMPARE(shared.writeBack(printer, false, origin), SharedPrinterList::WriteBack::Unchanged);
+    });
+    QCOMPARE(both.first.runCycle(), 0);
+    QCOMPARE(both.list.first().stState.dwRemainingToner, 100UL);
+    QCOMPARE(both.first.runCycle(), 1);
+    QCOMPARE(both.list.first().stState.dwRemainingToner, 200UL);
+    QCOMPARE(both.second.runCycle(), 0);
+}
+
+// A worker that finds nothing new and is overtaken does not read the file again.
+void StatusFileReadsTest::rejectedFileCountsOnceEach()
+{
+    TwoWorkers both;
+    both.list.first().stState.iFailCount = 0;
+    PrinterFolder::WriteStatusFile(Name, RejectedBytes());
+    for (int cycle = 0; cycle < 12; ++cycle) {
+        ReadHook::AfterNextFile([&both] { both.second.runCycle(); });
+        both.first.runCycle();
+        both.second.runCycle();
+    }
+    QVERIFY2(both.list.first().stState.iFailCount <= 2, qPrintable(Words(both.list.first().stState)));
+    QCOMPARE(both.list.first().stState.enCurrentStatus, 3);
+}
+
+QTEST_GUILESS_MAIN(StatusFileReadsTest)
+#include "tst_statusfilereads.moc"
