@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
-"""Usage: report.py [--quick] [--note FILE] RESULTS.json PROCESS.json [MICRO.json]
+"""Usage: report.py [--quick] [--flags TEXT] [--note FILE] RESULTS.json PROCESS.json [MICRO.json]
 Joins the results of bench/process and bench/micro and prints them, after a quick run without verdicts."""
 
 import argparse
@@ -69,6 +69,7 @@ def machine():
 
 def report(results):
     yield results["machine"]
+    yield f"built with {results['flags']}"
     yield from table(results["rows"])
     yield from curve_lines(results["curves"])
     yield from latency_lines(results["latency"])
@@ -88,6 +89,7 @@ def main():
     parser = argparse.ArgumentParser(usage=__doc__.splitlines()[0][len("Usage: "):],
                                      description=__doc__.splitlines()[1])
     parser.add_argument("--quick", action="store_true", help="judge nothing")
+    parser.add_argument("--flags", default="unknown flags", help="what the programs were built with")
     parser.add_argument("--note", type=pathlib.Path, help="where to put the last run")
     parser.add_argument("results")
     parser.add_argument("process")
@@ -98,6 +100,7 @@ def main():
     if options.micro:
         results["rows"] += micro_rows(options.micro)
     results["machine"] = machine()
+    results["flags"] = options.flags
     if options.quick:
         for row in results["rows"]:
             row.update(goal=None, met=None)

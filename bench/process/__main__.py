@@ -7,6 +7,7 @@ import json
 import time
 from collections import namedtuple
 
+import closing
 import desktop
 import exits
 import latency
@@ -14,18 +15,20 @@ import rebuild
 import startup
 import steady
 import steady_figures
+import wayland
 
 PROGRAMS = {"assistant": "src/BrelPrinterTool", "bare-window": "bench/floors/bare-window",
             "bare-threads": "bench/floors/bare-threads", "stat-loop": "bench/floors/stat-loop",
             "window-observer": "bench/probes/window-observer"}
 
-# `steady` and `exits` give rounds by number of printers; `latency` windows and rounds. A window of idleness is as long
-# as the pause between two looks at the printer list, so that it holds one look.
-Plan = namedtuple("Plan", "starts window_s steady few many most exits rebuild latency")
-FULL = Plan(starts=20, window_s=3, steady={1: (5, 1), 10: (3, 2), 100: (5, 5), 1000: (2, 2)}, few=10, many=100,
-            most=1000, exits={1: 5, 50: 3, 1000: 5}, rebuild=1000, latency={1: (8, 6), 100: (1, 3)})
-QUICK = Plan(starts=1, window_s=0.5, steady={1: (1, 1), 5: (1, 1)}, few=1, many=5, most=5, exits={1: 1}, rebuild=5,
-             latency={1: (2, 1)})
+# `closing` gives rounds and the seconds to wait; `steady` and `exits` rounds by number of printers; `latency` windows
+# and rounds. A window of idleness is as long as the pause between two looks at the printer list, so that it holds one.
+Plan = namedtuple("Plan", "starts closing wayland window_s steady few many most exits rebuild latency")
+FULL = Plan(starts=20, closing=(2, 60), wayland=10, window_s=3,
+            steady={1: (5, 1), 10: (3, 2), 100: (5, 5), 1000: (2, 2)}, few=10, many=100, most=1000,
+            exits={1: 5, 50: 3, 1000: 5}, rebuild=1000, latency={1: (8, 6), 100: (1, 3)})
+QUICK = Plan(starts=1, closing=(1, 1), wayland=1, window_s=0.5, steady={1: (1, 1), 5: (1, 1)}, few=1, many=5, most=5,
+             exits={1: 1}, rebuild=5, latency={1: (2, 1)})
 
 
 def main():
@@ -46,6 +49,10 @@ def measure(programs, plan):
     _say("start-up")
     startup.measure(programs, watch, 1)  # caches
     rows = startup.measure(programs, watch, plan.starts)
+    _say("a closed window")
+    rows += closing.measure(programs, watch, *plan.closing)
+    _say("Wayland")
+    rows += wayland.measure(programs, plan.wayland)
     _say("memory and idling")
     samples = steady.run(programs, plan.steady, plan.window_s, (plan.few, plan.many))
     rows += steady_figures.rows(samples, plan.few, plan.many, plan.most)

@@ -8,6 +8,7 @@ import time
 
 from Xlib import X, XK, display, error
 from Xlib.ext import xtest
+from Xlib.protocol import event
 
 TIMEOUT_S = 30
 RIGHT_BUTTON = 3
@@ -27,7 +28,7 @@ def start():
     watch = WindowWatch()
     subprocess.Popen(["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "32"],
                      stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    watch.wait(lambda event: watch.has_tray())
+    watch.wait(lambda _: watch.has_tray())
 
 
 class WindowWatch:
@@ -49,11 +50,24 @@ class WindowWatch:
 
     def wait_for_window(self):
         """Returns when (monotonic seconds) a window of the assistant's size was mapped."""
-        return self.wait(lambda event: event.type == X.MapNotify and self._is_large(event.window))
+        return self.wait(lambda seen: seen.type == X.MapNotify and self._is_large(seen.window))
+
+    def close_windows(self):
+        """Of all programs, as the window manager's title bars do."""
+        clients = self._root.get_full_property(self._display.intern_atom("_NET_CLIENT_LIST"), X.AnyPropertyType)
+        close = self._display.intern_atom("_NET_CLOSE_WINDOW")
+        for client in clients.value:
+            window = self._display.create_resource_object("window", client)
+            message = event.ClientMessage(window=window, client_type=close, data=(32, [X.CurrentTime, 2, 0, 0, 0]))
+            self._root.send_event(message, event_mask=X.SubstructureRedirectMask)
+        self._display.sync()
 
     def wait_for_icon(self):
         """Returns when a window became a part of another one: the tray's, while no other window is shown."""
         return self.wait(self._is_embedding)
+
+    def wait_until_hidden(self):
+        self.wait(lambda seen: seen.type == X.UnmapNotify)
 
     def open_menu(self):
         """Of the icon that was waited for last."""
@@ -62,7 +76,7 @@ class WindowWatch:
         xtest.fake_input(self._display, X.MotionNotify, detail=True, x=size.width // 2 - place.win_x,
                          y=size.height // 2 - place.win_y)
         self._press(X.ButtonPress, X.ButtonRelease, RIGHT_BUTTON)
-        self.wait(lambda event: event.type == X.MapNotify and event.override)
+        self.wait(lambda seen: seen.type == X.MapNotify and seen.override)
         time.sleep(MENU_READY_S)
 
     def choose_last_entry(self):
@@ -88,10 +102,10 @@ class WindowWatch:
             xtest.fake_input(self._display, kind, detail)
         self._display.sync()
 
-    def _is_embedding(self, event):
-        if event.type != X.ReparentNotify or event.parent == self._root:
+    def _is_embedding(self, seen):
+        if seen.type != X.ReparentNotify or seen.parent == self._root:
             return False
-        self._icon = event.window
+        self._icon = seen.window
         return True
 
     def _is_large(self, window):

@@ -14,9 +14,9 @@ def rows(samples, few, many, most):
     """Memory grows from `few` to `many` printers by a slope; at `many` the costs a printer are judged, and again at
     `most`, where they must be no higher than at `few`."""
     return [
-        row("PSS, 1 printer, hidden", "MiB", samples["assistant PSS", 1], samples["window PSS", 1], limit=1.15),
+        row("PSS, 1 printer, hidden", "MiB", samples["assistant PSS", 1], samples["window PSS", 1], limit=0.97),
         row("private dirty, 1 printer, hidden", "MiB", samples["assistant private", 1], samples["window private", 1],
-            limit=1.3),
+            limit=0.95),
         row(f"private memory a printer, {few} to {many} / thread", "KiB", _slopes(samples, "assistant", few, many),
             _slopes(samples, "threads", few, many), limit=1.3),
         row(f"private memory a printer, {few} to {many} / started thread", "KiB",

@@ -1,0 +1,62 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""The same starts under Wayland: a compositor without a screen, which leaves title bars to the programs."""
+
+import os
+import pathlib
+import subprocess
+import time
+
+import startup
+
+SOCKET = "wayland-bench"
+LOG = pathlib.Path("/tmp/weston.log")
+TIMEOUT_S = 30
+POLL_S = 0.001
+
+# A hidden start shows nothing that could be waited for.
+LIMITS = {"-hide": (1, None, 1, 1), "-show": (1, 1, 1, 1)}
+
+ENVIRONMENT = {"QT_QPA_PLATFORM": "wayland", "WAYLAND_DISPLAY": SOCKET,
+               # The machine's graphics driver, which the tests' sandbox hides.
+               "__EGL_VENDOR_LIBRARY_DIRS": "/etc/glvnd/egl_vendor.d:/usr/share/glvnd/egl_vendor.d"}
+
+
+class SurfaceWatch:
+    """Reads in the compositor's log which requests it gets."""
+
+    def __init__(self):
+        self._seen = 0
+
+    def forget(self):
+        """Drops what has been logged so far."""
+        self._seen = LOG.stat().st_size
+
+    def wait_for_icon(self):
+        """There is no tray."""
+        return time.monotonic()
+
+    def wait_for_window(self):
+        """Returns when (monotonic seconds) a picture was given to a surface."""
+        return _wait(lambda: b".attach(" in LOG.read_bytes()[self._seen:])
+
+
+def measure(programs, rounds):
+    compositor = subprocess.Popen(["weston", "--backend=headless-backend.so", "--width=1920", "--height=1080",
+                                   f"--socket={SOCKET}", "--idle-time=0", f"--log={LOG}", "--logger-scopes=log,proto"],
+                                  stderr=subprocess.DEVNULL)
+    try:
+        _wait(pathlib.Path(os.environ["XDG_RUNTIME_DIR"], SOCKET).is_socket)
+        startup.measure(programs, SurfaceWatch(), 1, LIMITS, environment=ENVIRONMENT)  # caches
+        return startup.measure(programs, SurfaceWatch(), rounds, LIMITS, "Wayland, ", ENVIRONMENT)
+    finally:
+        compositor.kill()
+        compositor.wait()
+
+
+def _wait(has_happened):
+    deadline = time.monotonic() + TIMEOUT_S
+    while not has_happened():
+        if time.monotonic() > deadline:
+            raise TimeoutError("the compositor or a window does not appear")
+        time.sleep(POLL_S)
+    return time.monotonic()
