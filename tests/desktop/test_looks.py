@@ -82,7 +82,9 @@ def test_table(desktop, busy_assistant, scaled):
 def test_window_for_documents(desktop, printers, start):
     printers.install({
         "财务室_K4510A": dict(toner="87.5"),
-        "前台_J4500A": dict(toner="8.32", status="printing", warnings=["0x110D"], connection="network", port="192.168.10.21"),
+        "前台_J4500A": dict(
+            toner="8.32", status="printing", warnings=["0x110D"], connection="network", port="192.168.10.21"
+        ),
         "会议室_K4620A": dict(toner="55.27", errors=["0x11B0"]),
         "档案室_J4990E": dict(toner="64", connection="network", port="192.168.10.35"),
         "仓库_J4610A": dict(toner="31.4", status="initialize"),

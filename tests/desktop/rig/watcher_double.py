@@ -1,5 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
-"""A StatusNotifierWatcher whose steps are lines on standard input: "watcher", it owns its name; "host", a host has come.
+"""A StatusNotifierWatcher whose steps are lines on standard input: "watcher", it owns its name; "host", a host comes.
 Writes the step when it is done, and "ready" when it can take the first."""
 
 import sys
