@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Usage: report.py [--quick] [--flags TEXT] [--note FILE] RESULTS.json PROCESS.json [MICRO.json]
 Joins the results of bench/process and bench/micro and prints them, after a quick run without verdicts."""
 

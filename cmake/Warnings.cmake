@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 
 # Linked PRIVATE by every target of this project: its warnings, and what makes a hostile input harder to exploit.
 add_library(brelprintertool_warnings INTERFACE)

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 
 # Builds for ARM64 with Debian's cross compiler and foreign libraries; what is built runs under an emulator.
 set(CMAKE_SYSTEM_NAME Linux)

@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 //
 // bare-threads COUNT [-started]: what COUNT Qt threads cost before they do anything. Each has its event loop and one
 // object that lives on it. With -started each new object also makes a start signal be sent, by queued connections, to

@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 //
 // stat-loop COUNT [SPREAD_MS]: what watching COUNT status files costs when nothing but the watching is done. As many
 // threads, each with one stat and two pauses of 500 ms a second; POSIX calls alone. They are started at once, or evenly

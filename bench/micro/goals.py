@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """What the results of brelprintertool_micro_bench say, each figure beside its floor.
 
 Usage: goals.py RESULT.json

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Usage: process [--quick] BUILD_FOLDER RESULT.json
 Measures the built assistant against its floors, in the tests' sandbox, and writes rows and curves."""
 

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """What a program holds when its window has been closed for a while; it only hides."""
 
 import time

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The private desktop's session bus and tray, and an eye on its windows."""
 
 import os

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """From the exit entry of the tray menu to the end of the process."""
 
 import time

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """What a run says: rows that stand beside their floors, and curves over the number of printers."""
 
 import math

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Plays the driver package in the sandbox's own /opt: the printer list and a status file for each printer."""
 
 import os

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The list is made anew, because a printer's port has changed, and all its printers come back from off-line."""
 
 import folder

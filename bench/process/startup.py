@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """From the start of the program to its tray icon or window, and what it holds once it has gone quiet."""
 
 import time

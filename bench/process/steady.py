@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Runs the assistant and its floors with nothing changing, and notes what they hold and do."""
 
 import time

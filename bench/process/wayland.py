@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The same starts under Wayland: a compositor without a screen, which leaves title bars to the programs."""
 
 import os

@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // A worker that was let go may come back from a command while static objects are being destroyed. Everything that it
 // can still reach is used here after that, from the last of all destructors.

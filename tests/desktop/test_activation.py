@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """All that a panel may tell a StatusNotifierItem. Each call returns when it has been acted on."""
 
 import pytest

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """A tray of the older kind knows no messages: Qt draws them as a balloon beside the icon, a window of the program. It
 comes and goes while no other window is open, and the program goes on."""
 

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """A job that is cancelled at the printer leaves the printer's queue in CUPS."""
 
 import shutil

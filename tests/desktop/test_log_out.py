@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The user logs out: the session manager asks every program, and each may refuse. Its double also tells of a program
 that lets itself be started again at the next login, so that every test here checks that."""
 

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The launcher that is started at login, before the desktop's panel is there."""
 
 import pathlib

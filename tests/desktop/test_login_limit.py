@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The launcher that is started at login where no tray ever comes: each of these takes the half minute that it waits."""
 
 import socket

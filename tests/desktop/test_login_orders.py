@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Orders in which parts of a desktop may come while the login launcher waits, and which tray the assistant takes."""
 
 import pathlib

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Pictures of all that can be seen, to be looked at, and what of the layout can be measured."""
 
 import pytest

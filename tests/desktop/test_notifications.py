@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Messages as the desktop's notification service receives them. That none comes is seen by the one that comes next."""
 
 import os

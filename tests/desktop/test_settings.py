@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Start at login as the settings dialog switches it: it is on while a file exists."""
 
 import os

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The program on Wayland: a compositor without a screen, and a tray on the session bus."""
 
 import os

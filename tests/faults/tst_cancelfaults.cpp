@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // The `cancel` command goes wrong. It runs before the printer's new state is written back, so that a command that hangs
 // leaves its own printer's row as it was, and nobody else's.

@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // The system clock is set while the assistant runs. To be run with libfaketime, told to read the offset from a file.
 

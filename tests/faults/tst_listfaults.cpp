@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // What a user sees when the printer list goes wrong: one window, one fault after another. The device manager looks
 // every three seconds, so that is what each takes; between two faults that leave no printers stands one that leaves

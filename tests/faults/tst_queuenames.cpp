@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // Queue names as nobody should choose them: shown as they are, found as files, harmless in commands and in the log.
 

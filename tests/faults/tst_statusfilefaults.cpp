@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // What a user sees when status files go wrong: one window, a printer for every fault. All are ready with 80 % of toner;
 // then all files are spoilt together, left so for longer than it takes to count as off-line, and made good again.

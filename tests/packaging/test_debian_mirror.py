@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """Which mirror packages' systems are made from: the one of the machine's APT, in either format of its files."""
 import hashlib
 import os

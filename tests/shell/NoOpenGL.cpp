@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 //
 // Part of every test program that opens windows: fails it if a window has made Qt load OpenGL. Mesa allocates memory
 // that it never frees, how much depends on the processor, and is unloaded before a leak checker looks.

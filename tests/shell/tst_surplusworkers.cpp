@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // The window's workers in what seldom happens to them: started again, left over from a longer list, hanging.
 

@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // What the soak run does to the files, and what it takes the assistant to make of it, against the assistant's own
 // readers.

@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """What a screen reader finds in a program's windows, asked of the program itself each time: nothing is cached."""
 
 import contextlib

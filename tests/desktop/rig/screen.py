@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 
 import os
 import re
@@ -64,7 +65,7 @@ class Screen:
         return output_of("xprop", "-id", window, *names)
 
     def click(self, box, button=1, repeat=1):
-        """Presses and releases a mouse button (1 left, 2 middle, 3 right) in the middle of a box, as often in quick
+        """Presses and releases a mouse button (1 left, 2 middle, 3 right) in the middle of a box, so often in quick
         succession."""
         x, y = box.x + box.width // 2, box.y + box.height // 2
         times = ["--repeat", str(repeat), "--delay", "60"]

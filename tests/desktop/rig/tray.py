@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The assistant's icon in the tray, on both roads that Qt takes to it. They are used alike."""
 
 import re

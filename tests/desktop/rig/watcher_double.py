@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """A StatusNotifierWatcher whose steps are lines on standard input: "watcher", it owns its name; "host", a host comes.
 Writes the step when it is done, and "ready" when it can take the first."""
 

@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // Plays the desktop on the session bus for the tests: the tray and the notification service. Writes one line when
 // both are there, then serves until it is killed.

@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 // Plays the session manager of a desktop (XSMP) for one program at a time. Its first line is the value for
 // SESSION_MANAGER. Then it reports each step of the program on a line: "registered", "asks to interact", "cancels",
