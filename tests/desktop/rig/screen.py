@@ -76,8 +76,8 @@ class Screen:
         subprocess.run(["xdotool", "key", *keys], check=True)
 
     def capture(self, name, window=None, box=None):
-        """Keeps a picture of a window with its frame, of a box or of the whole screen, when it has been painted; returns
-        what stands for its pixels."""
+        """Keeps a picture of a window with its frame, of a box or of the whole screen, when it has been painted;
+        returns what stands for its pixels."""
         os.makedirs(self._pictures, exist_ok=True)
         if window is not None:
             box = self._with_frame(window)
