@@ -12,7 +12,7 @@
 
 namespace {
 
-// Labels under which support looks these lines up in logs; they do not follow the source.
+// Labels under which support finds these lines in logs; see docs/contract.md.
 constexpr char LogSource[] = "../TrdGetPrinterStatus";
 constexpr char LogFunction[] = "SlotTaskStart";
 constexpr int CancelLogLine = 513;

@@ -23,7 +23,7 @@ constexpr int IdleQueryIntervalMs = 100;
 constexpr int OfflineQueryIntervalMs = 10000;
 constexpr int ActiveQueryIntervalMs = 1000;
 
-// Labels under which support looks these lines up in logs; they do not follow the source.
+// Labels under which support finds these lines in logs; see docs/contract.md.
 constexpr char LogSource[] = "../TrdGetPrinterStatus";
 constexpr int FileErrorLogLine = 268;
 constexpr int UsbErrorLogLine = 216;

@@ -25,12 +25,12 @@ public:
     /// Gives the worker its place in the shared list, which stays the caller's; to be called before the loop starts.
     /// With -1 and null, also while the loop runs, the worker lets go of the list and never touches it again.
     void Init(int index, QList<stPrinterManager>* list);
-    /// Whether the current printer is worth a query now, and in which `interval` (ms) to ask again. Belongs to a
-    /// schedule by need that the loop, with its fixed second, does without.
+    /// Whether the current printer is worth a query now, and in which `interval` (ms) to ask again; see
+    /// docs/contract.md.
     bool CheckNeedStatus(int& interval);
     /// Whether the queue called `name` belongs to the QZ family.
     bool isQZPrinter(QString name);
-    /// USB identifiers by product name. Kept with the catalogue for a device search of its own; nothing calls it.
+    /// USB identifiers by product name; see docs/contract.md.
     bool GetPrinterVidPid(QString productName, int& vid, int& pid);
 
     /// Reads and evaluates the status file of the printer called `name` unless its modification time is the one
@@ -38,12 +38,12 @@ public:
     /// is missing, cannot be read or was rejected; also 0 after an exception, which is logged.
     int GetPrinterStatusFile(QString name, bool force);
     /// Reads, but does not evaluate, the current printer's status file; the argument has no effect. Returns 1 when it
-    /// is unchanged, 0 after an exception and otherwise -1. Nothing calls it.
+    /// is unchanged, 0 after an exception and otherwise -1. See docs/contract.md.
     int GetPrinterStatusUSB(QString name);
     /// Asks the printer at the IPv4 `address` with one datagram and evaluates the answer as one of the standard
     /// family; blocks for up to a second. Returns 0 when evaluated, -1 for an empty address or a rejected answer,
     /// -2 without a socket, -3 when sending failed, -4 when the time-out could not be set, -5 without an answer of
-    /// more than 7 bytes. Nothing calls it: printers on the network are watched through their status files too.
+    /// more than 7 bytes. See docs/contract.md.
     int GetPrinterStatusUDP(QString address);
 
     /// Evaluates a reply of `len` bytes of the standard or the QZ family. Returns 0 when the current state was

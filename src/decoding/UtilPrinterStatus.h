@@ -41,7 +41,7 @@ public:
     /// Stores a supplies record; an unknown `type` is ignored. `data` holds at least one byte, and n of them up to
     /// the longest field, 64.
     void setSuppliesData(unsigned long type, const unsigned char* data, unsigned long n);
-    /// The raw status code. Nothing calls it: it stays for tools that show the reply as it came.
+    /// The raw status code; see docs/contract.md.
     unsigned char* getPrinterStatusValue();
 
     std::vector<unsigned long> vecErrorCode; ///< in the order of the reply

@@ -46,5 +46,5 @@ private:
     bool ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
 
     SharedPrinterList pPrinterList; ///< none until Init()
-    QTextCodec* pTextCodec; ///< UTF-8; unused, kept for keys in other encodings
+    QTextCodec* pTextCodec; ///< UTF-8; see docs/contract.md
 };

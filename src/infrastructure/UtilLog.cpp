@@ -84,7 +84,7 @@ void SetLogEnable(bool bEnable)
     s_iLogIndex = 0;
     s_strLogNameTmp = QString::fromLatin1(FixedPaths::ToolDirectory);
     QDir().mkpath(s_strLogNameTmp);
-    // The directory ends in a slash already; the second one is part of the name that support scripts look for.
+    // The directory ends in a slash already; for the second one see docs/contract.md.
     s_strLogNameTmp += QStringLiteral("/") + QStringLiteral("log_tool") +
         QDateTime::currentDateTime().toString(QStringLiteral("_yyyyMMdd_hhmmss_"));
     s_strLogName = LogFileName(s_iLogIndex);

@@ -11,8 +11,8 @@
 
 constexpr int SupportedModelCount = 8;
 
-/// The supported models when attached by USB. Nothing reads the two tables at run time; they are what the program
-/// knows of its printers. Built before main() and never written: readable from every thread.
+/// The supported models when attached by USB; see docs/contract.md. Built before main() and never written: readable
+/// from every thread.
 extern const std::array<stModelInfo, SupportedModelCount> c_stModelInfoList;
 /// The supported models on the network: the same rows, but a table of its own, so that it can diverge.
 extern const std::array<stModelInfo, SupportedModelCount> c_stModelInfoList_net;

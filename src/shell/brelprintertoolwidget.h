@@ -51,7 +51,7 @@ public:
     void DebugOutputPrinterStatus(int index);
 
     /// Opens `path` to everybody and returns the command's status; -1 when the path is too long for the command.
-    /// This and the next are kept for packages whose folders a desktop has locked; nothing calls them.
+    /// See docs/contract.md.
     int ChmodFile(QString path);
     /// The same for a directory, its entries and all directories below it; links are not followed.
     void ChmodVendorPath(QString path);

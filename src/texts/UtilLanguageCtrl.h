@@ -16,5 +16,5 @@ constexpr int ErrorTextRows = 51;
 extern const QString c_strStatusLanguageText[StatusTextRows][TextLanguages];
 /// Descriptions of errors and warnings by enErrorStatus. Several conditions share a text.
 extern const QString c_strErrorDescText[ErrorTextRows][TextLanguages];
-/// Remedies by enErrorStatus; empty where there is none. Kept ready: nothing shows them yet.
+/// Remedies by enErrorStatus; empty where there is none. See docs/contract.md.
 extern const QString c_strErrorSolutionText[ErrorTextRows][TextLanguages];
