@@ -42,14 +42,14 @@ QList<enErrorStatus> Conditions(unsigned long count, const std::vector<unsigned 
     return conditions;
 }
 
-void TakeTextsAndCounts(const UtilPrinterStatus& reply, const stPrinterState& before, stPrinterState& state)
+void TakeTextsAndCounts(const UtilPrinterStatus& reply, const stPrinterState& before, stPrinterState& evaluated)
 {
-    state.strPrinterSerialNumber = Text(reply.szSerialNumber, before.strPrinterSerialNumber);
-    state.strFWVersion = Text(reply.szFWVersion, before.strFWVersion);
-    state.strVenderName = Text(reply.szVenderName, before.strVenderName);
-    state.strProductName = Text(reply.szProductName, before.strProductName);
-    state.iNumberOfError = static_cast<int>(reply.dwErrorCount);
-    state.iNumberOfWarning = static_cast<int>(reply.dwWarningCount);
+    evaluated.strPrinterSerialNumber = Text(reply.szSerialNumber, before.strPrinterSerialNumber);
+    evaluated.strFWVersion = Text(reply.szFWVersion, before.strFWVersion);
+    evaluated.strVenderName = Text(reply.szVenderName, before.strVenderName);
+    evaluated.strProductName = Text(reply.szProductName, before.strProductName);
+    evaluated.iNumberOfError = static_cast<int>(reply.dwErrorCount);
+    evaluated.iNumberOfWarning = static_cast<int>(reply.dwWarningCount);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "QZStatusReply.h"
+
 #include "UtilPrinterStatus.h"
 
 #include <algorithm>
@@ -41,34 +43,28 @@ unsigned long CodeValue(const unsigned char* buffer, unsigned long length, unsig
     return dataStart < length ? UtilPrinterStatus::byteToDWORD(buffer + dataStart, n) : 0;
 }
 
-} // namespace
-
-unsigned int UtilPrinterStatus::parseRecvBuf_QZ(unsigned char* buffer, unsigned long length)
+void StoreStatus(UtilPrinterStatus& reply, unsigned long type, unsigned char value)
 {
-    // Not a broken reply but one that says nothing: the printer then counts as answering, with its status unknown.
-    if (length < MinimumReplyBytes || buffer[ItemCountOffset] == 0) {
-        return 1;
-    }
-    unsigned long position = FirstItemOffset;
-    for (unsigned int itemsLeft = buffer[ItemCountOffset]; itemsLeft > 0; --itemsLeft) {
-        if (position + ItemHeaderBytes > length) {
-            return 1;
+    const auto store = [&reply, value](const auto& codes) {
+        const auto index = static_cast<unsigned char>(value - 1);
+        if (index < codes.size()) {
+            reply.byStatus[0] = codes[index];
+            reply.dwStatus = codes[index];
         }
-        const unsigned long type = byteToDWORD(buffer + position, 2);
-        const unsigned long dataLength = buffer[position + 2];
-        if (IsKnownItem(type) && position + ItemHeaderBytes + dataLength > length) {
-            return 0;
-        }
-        position += ItemHeaderBytes + storeQZItem(buffer, length, position);
+    };
+    if (type == QZ_MACHINE_STATE) {
+        store(c_machineState);
+    } else {
+        store(c_jobState);
     }
-    return 1;
 }
 
 // Returns how many bytes of the item's data to skip: none for an item that is not stored, whose data are then read as
 // the next item's header.
-unsigned long UtilPrinterStatus::storeQZItem(const unsigned char* buffer, unsigned long length, unsigned long position)
+unsigned long StoreItem(UtilPrinterStatus& reply, const unsigned char* buffer, unsigned long length,
+                        unsigned long position)
 {
-    const unsigned long type = byteToDWORD(buffer + position, 2);
+    const unsigned long type = UtilPrinterStatus::byteToDWORD(buffer + position, 2);
     const unsigned long dataLength = buffer[position + 2];
     const unsigned long dataStart = position + ItemHeaderBytes;
     const auto storeCode = [&](auto& field, std::vector<unsigned long>& codes, unsigned long& isSet) {
@@ -82,18 +78,18 @@ unsigned long UtilPrinterStatus::storeQZItem(const unsigned char* buffer, unsign
         if (dataLength != 1) {
             return 0;
         }
-        storeQZStatus(type, buffer[dataStart]);
+        StoreStatus(reply, type, buffer[dataStart]);
         return dataLength;
     case QZ_ERROR:
-        storeCode(byErrorCode, vecErrorCode, dwErrorCount);
+        storeCode(reply.byErrorCode, reply.vecErrorCode, reply.dwErrorCount);
         return dataLength;
     case QZ_WARNING:
-        storeCode(byWarningCode, vecWarningCode, dwWarningCount);
+        storeCode(reply.byWarningCode, reply.vecWarningCode, reply.dwWarningCount);
         return dataLength;
     case QZ_TONER:
         // The level is the third data byte whatever the length says.
         if (position + TonerLevelItemOffset < length) {
-            setSuppliesData(RemainingTonerRecord, buffer + position + TonerLevelItemOffset, 1);
+            reply.setSuppliesData(RemainingTonerRecord, buffer + position + TonerLevelItemOffset, 1);
         }
         return dataLength;
     default:
@@ -101,18 +97,25 @@ unsigned long UtilPrinterStatus::storeQZItem(const unsigned char* buffer, unsign
     }
 }
 
-void UtilPrinterStatus::storeQZStatus(unsigned long type, unsigned char value)
+} // namespace
+
+unsigned int DecodeQZReply(UtilPrinterStatus& reply, const unsigned char* buffer, unsigned long length)
 {
-    const auto store = [this, value](const auto& codes) {
-        const auto index = static_cast<unsigned char>(value - 1);
-        if (index < codes.size()) {
-            byStatus[0] = codes[index];
-            dwStatus = codes[index];
-        }
-    };
-    if (type == QZ_MACHINE_STATE) {
-        store(c_machineState);
-    } else {
-        store(c_jobState);
+    // Not a broken reply but one that says nothing: the printer then counts as answering, with its status unknown.
+    if (length < MinimumReplyBytes || buffer[ItemCountOffset] == 0) {
+        return 1;
     }
+    unsigned long position = FirstItemOffset;
+    for (unsigned int itemsLeft = buffer[ItemCountOffset]; itemsLeft > 0; --itemsLeft) {
+        if (position + ItemHeaderBytes > length) {
+            return 1;
+        }
+        const unsigned long type = UtilPrinterStatus::byteToDWORD(buffer + position, 2);
+        const unsigned long dataLength = buffer[position + 2];
+        if (IsKnownItem(type) && position + ItemHeaderBytes + dataLength > length) {
+            return 0;
+        }
+        position += ItemHeaderBytes + StoreItem(reply, buffer, length, position);
+    }
+    return 1;
 }

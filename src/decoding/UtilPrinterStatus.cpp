@@ -3,6 +3,8 @@
 
 #include "UtilPrinterStatus.h"
 
+#include "QZStatusReply.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -163,6 +165,11 @@ unsigned int UtilPrinterStatus::parseRecvBuf(unsigned char* buffer, unsigned lon
         reply.readSupplies(dwSupplyCount, *this);
     // clang-format on
     return complete ? 1 : 0;
+}
+
+unsigned int UtilPrinterStatus::parseRecvBuf_QZ(unsigned char* buffer, unsigned long length)
+{
+    return DecodeQZReply(*this, buffer, length);
 }
 
 void UtilPrinterStatus::setSuppliesData(unsigned long type, const unsigned char* data, unsigned long n)

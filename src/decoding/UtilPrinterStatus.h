@@ -99,8 +99,4 @@ public:
     unsigned long dwPrintDotsCount = 0;
     unsigned long dwPrinterNumOfPages = 0;
     unsigned long dwPrinterNumOfPrint = 0;
-
-private:
-    unsigned long storeQZItem(const unsigned char* buffer, unsigned long length, unsigned long position);
-    void storeQZStatus(unsigned long type, unsigned char value);
 };
