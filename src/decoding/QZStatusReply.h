@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
 
 #pragma once
 
