@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "brelprintertoolwidget.h"
-#include "DiagnosticDumps.h"
-#include "ModelCatalogue.h"
-#include "PrinterFamily.h"
-#include "SharedPrinterList.h"
-#include "ui_brelprintertoolwidget.h"
-#include "UtilLanguageCtrl.h"
+#include "PrinterTable.h"
 
-#include <QTableWidgetItem>
+#include "PrinterFamily.h"
+#include "ScreenScale.h"
+
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+
+#include <array>
 
 namespace {
 
@@ -21,7 +21,21 @@ enum Column
     StatusColumn
 };
 
-constexpr int MessageTimeMs = 3000;
+constexpr std::array<int, 4> c_columnWidths{{120, 150, 85, 185}};
+constexpr int DrawnCharacters = 1000;
+
+// Nothing bounds a name but the size of the printer list, and all of a text is laid out whenever a part of it is drawn:
+// a single one of 1 MB would hold the window up for a third of a second each time. No column is as wide as this.
+class CutTextDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale& locale) const override
+    {
+        return QStyledItemDelegate::displayText(value.toString().left(DrawnCharacters), locale);
+    }
+};
 
 QString ConnectionText(const stPrinterInfo& info)
 {
@@ -31,77 +45,60 @@ QString ConnectionText(const stPrinterInfo& info)
     return QStringLiteral("网络") + QLatin1Char('(') + info.strPort + QLatin1Char(')');
 }
 
-} // namespace
-
-bool BrelPrinterToolWidget::isQZPrinter(QString name)
-{
-    return IsQZPrinterName(name);
-}
-
-void BrelPrinterToolWidget::SlotUpdatePrinterList()
-{
-    const QList<stPrinterInfo> printers = SharedPrinterList(&listPrinter).copyInfos();
-    ui->tableDeviceManage->clearContents();
-    ui->tableDeviceManage->setRowCount(printers.size());
-    for (int row = 0; row < printers.size(); ++row) {
-        FillPrinterRow(row, printers.at(row));
-    }
-    for (int k = iStatusThreadCount; k < printers.size(); ++k) {
-        listWaitingIndex.append(k);
-    }
-    StartWaitingWorkers();
-    // Also when the list has shrunk: the workers beyond it idle on, and a list that grows again gets new ones.
-    iStatusThreadCount = printers.size();
-    DumpPrinters(printers);
-}
-
-// A row starts off-line without toner whatever is known of the printer: its worker's next change fills it.
-void BrelPrinterToolWidget::FillPrinterRow(int row, const stPrinterInfo& info)
-{
-    QTableWidget& table = *ui->tableDeviceManage;
-    table.setItem(row, NameColumn, new QTableWidgetItem(info.strPrinterName));
-    table.setItem(row, ConnectionColumn, new QTableWidgetItem(ConnectionText(info)));
-    table.setItem(row, TonerColumn, new QTableWidgetItem(QStringLiteral("0.00%")));
-    table.setItem(row, StatusColumn, new QTableWidgetItem(c_strStatusLanguageText[PS_OFFLINE][iLanguage]));
-}
-
-void BrelPrinterToolWidget::SlotUpdatePrinterStatus(int index)
-{
-    stPrinterManager printer;
-    // The list may have been replaced since the worker spoke, and its rows may be still to come.
-    if (!SharedPrinterList(&listPrinter).copy(index, printer) || index >= ui->tableDeviceManage->rowCount()) {
-        return;
-    }
-    ui->tableDeviceManage->item(index, TonerColumn)->setText(TonerText(printer));
-    ui->tableDeviceManage->item(index, StatusColumn)->setText(AnnounceStatus(printer));
-    DumpPrinter(index, printer);
-}
-
-QString BrelPrinterToolWidget::TonerText(const stPrinterManager& printer)
+QString TonerText(const stPrinterManager& printer)
 {
     const double unitsPerPercent = FamilyOf(printer.stInfo.strPrinterName).tonerUnitsPerPercent;
     return QString::asprintf("%.2f%%", static_cast<double>(printer.stState.dwRemainingToner) / unitsPerPercent);
 }
 
-// Only the first error, or without errors the first warning, is shown. Returns the row's status text.
-QString BrelPrinterToolWidget::AnnounceStatus(const stPrinterManager& printer)
+} // namespace
+
+void PrinterTable::setUp()
 {
-    const QString& name = printer.stInfo.strPrinterName;
-    const stPrinterState& state = printer.stState;
-    if (!state.listError.isEmpty()) {
-        const QString& error = c_strErrorDescText[state.listError.first()][iLanguage];
-        pTrayIcon->showMessage(name, error, QSystemTrayIcon::Critical, MessageTimeMs);
-        return error;
+    setHeadersVisible(false);
+    setColumnCount(static_cast<int>(c_columnWidths.size()));
+    horizontalHeader()->setStretchLastSection(true);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setItemDelegate(new CutTextDelegate(this));
+    setHorizontalHeaderLabels({QStringLiteral("打印机名称"), QStringLiteral("连接方式"), QStringLiteral("剩余碳粉量"),
+                               QStringLiteral("状态")});
+    resizeRowsToContents();
+    if (ScreenScale::IsScaled()) {
+        resize(ScreenScale::Scaled(width()), ScreenScale::Scaled(height()));
+        move(ScreenScale::Scaled(x()), ScreenScale::Scaled(y()));
     }
-    const QString& status = c_strStatusLanguageText[state.enCurrentStatus][iLanguage];
-    if (state.listWarning.isEmpty()) {
-        pTrayIcon->setIcon(windowIcon());
-        return status;
+    for (int column = 0; column < columnCount(); ++column) {
+        const int width = c_columnWidths.at(static_cast<std::size_t>(column));
+        setColumnWidth(column, ScreenScale::IsScaled() ? ScreenScale::Scaled(width) : width);
     }
-    const QString& warning = c_strErrorDescText[state.listWarning.first()][iLanguage];
-    pTrayIcon->showMessage(name, warning, QSystemTrayIcon::Warning, MessageTimeMs);
-    if (state.enCurrentStatus == PS_PRINTING) {
-        return status + QLatin1Char('(') + warning + QLatin1Char(')');
+}
+
+// A table measures headers that it may show, with each change, and that takes the bold face of a Chinese font: 1 MiB
+// and a fifth of a hidden start. They come with the window's first showing.
+void PrinterTable::setHeadersVisible(bool visible)
+{
+    horizontalHeader()->setVisible(visible);
+    verticalHeader()->setVisible(visible);
+}
+
+void PrinterTable::showPrinters(const QList<stPrinterInfo>& printers, const QString& initialStatus)
+{
+    clearContents();
+    setRowCount(printers.size());
+    for (int row = 0; row < printers.size(); ++row) {
+        setItem(row, NameColumn, new QTableWidgetItem(printers.at(row).strPrinterName));
+        setItem(row, ConnectionColumn, new QTableWidgetItem(ConnectionText(printers.at(row))));
+        setItem(row, TonerColumn, new QTableWidgetItem(QStringLiteral("0.00%")));
+        setItem(row, StatusColumn, new QTableWidgetItem(initialStatus));
     }
-    return status;
+}
+
+void PrinterTable::showToner(int row, const stPrinterManager& printer)
+{
+    item(row, TonerColumn)->setText(TonerText(printer));
+}
+
+void PrinterTable::showStatus(int row, const QString& status)
+{
+    item(row, StatusColumn)->setText(status);
 }

@@ -5,47 +5,35 @@
 
 #include "AppSetting.h"
 #include "DiagnosticDumps.h"
+#include "FixedPaths.h"
+#include "ModelCatalogue.h"
 #include "ScreenScale.h"
 #include "SharedPrinterList.h"
 #include "ShellCommand.h"
+#include "TrdDeviceManage.h"
+#include "TrdGetPrinterStatus.h"
 #include "ui_brelprintertoolwidget.h"
+#include "UtilLanguageCtrl.h"
 #include "UtilLog.h"
+#include "WorkerThread.h"
 
+#include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDir>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QStyledItemDelegate>
-
-#include <array>
+#include <QMenu>
+#include <QProcess>
+#include <QThread>
+#include <QTimer>
 
 namespace {
 
 constexpr char LogSource[] = "brelprintertoolwidget";
 constexpr int ChineseColumn = 1;
-constexpr std::array<int, 4> c_columnWidths{{120, 150, 85, 185}};
-constexpr int DrawnCharacters = 1000;
-
-// Nothing bounds a name but the size of the printer list, and all of a text is laid out whenever a part of it is drawn:
-// a single one of 1 MB would hold the window up for a third of a second each time. No column is as wide as this.
-class CutTextDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QString displayText(const QVariant& value, const QLocale& locale) const override
-    {
-        return QStyledItemDelegate::displayText(value.toString().left(DrawnCharacters), locale);
-    }
-};
-
-// A table measures headers that it may show, with each change, and that takes the bold face of a Chinese font: 1 MiB
-// and a fifth of a hidden start. They come with the window's first showing.
-void SetHeadersVisible(const QTableWidget& table, bool visible)
-{
-    table.horizontalHeader()->setVisible(visible);
-    table.verticalHeader()->setVisible(visible);
-}
+constexpr int MessageTimeMs = 3000;
+constexpr int SignalsPerTurn = 10000;
 
 // The settings dialog lives to the end of the process, longer than the window: then this alone refers to it, so that a
 // leak checker can tell it from lost memory. Volatile, or a compiler would drop a variable that nobody reads.
@@ -114,30 +102,14 @@ void BrelPrinterToolWidget::InitLanguage()
 void BrelPrinterToolWidget::InitDeviceTable()
 {
     WriteStringLog(LogSource, __LINE__, "InitDeviceTable", QStringLiteral("InitDeviceTable start"));
-    QTableWidget& table = *ui->tableDeviceManage;
-    SetHeadersVisible(table, false);
-    table.setColumnCount(static_cast<int>(c_columnWidths.size()));
-    table.horizontalHeader()->setStretchLastSection(true);
-    table.setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table.setItemDelegate(new CutTextDelegate(&table));
-    table.setHorizontalHeaderLabels({QStringLiteral("打印机名称"), QStringLiteral("连接方式"),
-                                     QStringLiteral("剩余碳粉量"), QStringLiteral("状态")});
-    table.resizeRowsToContents();
-    if (ScreenScale::IsScaled()) {
-        table.resize(ScreenScale::Scaled(table.width()), ScreenScale::Scaled(table.height()));
-        table.move(ScreenScale::Scaled(table.x()), ScreenScale::Scaled(table.y()));
-    }
-    for (int column = 0; column < table.columnCount(); ++column) {
-        const int width = c_columnWidths.at(static_cast<std::size_t>(column));
-        table.setColumnWidth(column, ScreenScale::IsScaled() ? ScreenScale::Scaled(width) : width);
-    }
+    ui->tableDeviceManage->setUp();
     WriteStringLog(LogSource, __LINE__, "InitDeviceTable", QStringLiteral("InitDeviceTable end"));
 }
 
 void BrelPrinterToolWidget::setVisible(bool visible)
 {
     if (visible) {
-        SetHeadersVisible(*ui->tableDeviceManage, true);
+        ui->tableDeviceManage->setHeadersVisible(true);
     }
     QWidget::setVisible(visible);
 }
@@ -176,6 +148,189 @@ void BrelPrinterToolWidget::DebugOutputPrinterStatus(int index)
     if (SharedPrinterList(&listPrinter).copy(index, printer)) {
         DumpPrinter(index, printer);
     }
+}
+
+void BrelPrinterToolWidget::InitTrayIcon()
+{
+    WriteStringLog(LogSource, __LINE__, "InitTrayIcon", QStringLiteral("InitTrayIcon start"));
+    pTrayIcon = new QSystemTrayIcon(this);
+    // Shared with the window: read anew, the picture would be decoded and kept once more, 256 KiB each time.
+    pTrayIcon->setIcon(windowIcon());
+    pTrayIcon->setToolTip(QStringLiteral("拓玛激光打印助手"));
+    connect(pTrayIcon, &QSystemTrayIcon::activated, this, &BrelPrinterToolWidget::SlotActivatedTrayIcon);
+    pActionShow = AddTrayAction(QStringLiteral("显示主界面"), &BrelPrinterToolWidget::SlotTrayActionShow);
+    pActionUpdateFW = AddTrayAction(QStringLiteral("打印机更新助手"), &BrelPrinterToolWidget::SlotTrayActionUpdateFW);
+    pActionSetting = AddTrayAction(QStringLiteral("设置"), &BrelPrinterToolWidget::SlotTrayActionSetting);
+    pActionExit = AddTrayAction(QStringLiteral("退出"), &BrelPrinterToolWidget::SlotTrayActionExit);
+    pTrayMenu = new QMenu(this);
+    pTrayMenu->addActions({pActionShow, pActionUpdateFW, pActionSetting, pActionExit});
+    pTrayIcon->setContextMenu(pTrayMenu);
+    pTrayIcon->show();
+    WriteStringLog(LogSource, __LINE__, "InitTrayIcon", QStringLiteral("InitTrayIcon end"));
+}
+
+QAction* BrelPrinterToolWidget::AddTrayAction(const QString& text, void (BrelPrinterToolWidget::*slot)())
+{
+    auto* action = new QAction(text, this);
+    connect(action, &QAction::triggered, this, slot);
+    return action;
+}
+
+void BrelPrinterToolWidget::SlotActivatedTrayIcon(QSystemTrayIcon::ActivationReason reason)
+{
+    if (reason == QSystemTrayIcon::Trigger) {
+        SlotTrayActionShow();
+    }
+}
+
+void BrelPrinterToolWidget::SlotTrayActionShow()
+{
+    if (!isActiveWindow()) {
+        showNormal();
+    }
+}
+
+void BrelPrinterToolWidget::SlotTrayActionUpdateFW()
+{
+    QProcess::startDetached(QString::fromLatin1(FixedPaths::FirmwareUpdateTool), QStringList());
+}
+
+void BrelPrinterToolWidget::SlotTrayActionSetting()
+{
+    pAppSetting->show();
+}
+
+void BrelPrinterToolWidget::SlotTrayActionExit()
+{
+    pAppSetting->close();
+    hide();
+    pTrayIcon->hide();
+    emit SgnThreadQuit();
+    QCoreApplication::quit();
+}
+
+void BrelPrinterToolWidget::InitThread()
+{
+    WriteStringLog(LogSource, __LINE__, "InitThread", QStringLiteral("InitThread start"));
+    pDeviceManage = new TrdDeviceManage(nullptr);
+    pDeviceManageThread = StartThreadOf(pDeviceManage);
+    pDeviceManage->Init(&listPrinter);
+    connect(this, &BrelPrinterToolWidget::SgnManageThreadStart, pDeviceManage, &TrdDeviceManage::SlotTaskStart);
+    connect(this, &BrelPrinterToolWidget::SgnThreadQuit, pDeviceManage, &TrdDeviceManage::SlotThreadQuit);
+    connect(pDeviceManage, &TrdDeviceManage::SgnUpdatePrinterList, this, &BrelPrinterToolWidget::SlotUpdatePrinterList);
+    emit SgnManageThreadStart();
+    WriteStringLog(LogSource, __LINE__, "InitThread", QStringLiteral("InitThread end"));
+}
+
+// Each start costs the more the more workers there are: a thousand at once would hold the window up for a second. So
+// what goes beyond a desktop's handful is left to later turns of the event loop.
+void BrelPrinterToolWidget::StartWaitingWorkers()
+{
+    for (int sent = 0; sent < SignalsPerTurn && !listWaitingIndex.isEmpty(); sent += listStatusWorker.size()) {
+        StartStatusWorker(listWaitingIndex.takeFirst());
+    }
+    if (!listWaitingIndex.isEmpty()) {
+        QTimer::singleShot(0, this, &BrelPrinterToolWidget::StartWaitingWorkers);
+    }
+}
+
+// The start signal reaches all workers started so far; those that run already take no notice.
+void BrelPrinterToolWidget::StartStatusWorker(int index)
+{
+    auto* worker = new TrdGetPrinterStatus(nullptr);
+    QThread* thread = StartThreadOf(worker);
+    worker->Init(index, &listPrinter);
+    connect(this, &BrelPrinterToolWidget::SgnStatusThreadStart, worker, &TrdGetPrinterStatus::SlotTaskStart);
+    connect(this, &BrelPrinterToolWidget::SgnThreadQuit, worker, &TrdGetPrinterStatus::SlotThreadQuit);
+    connect(worker, &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this,
+            &BrelPrinterToolWidget::SlotUpdatePrinterStatus);
+    emit SgnStatusThreadStart();
+    listStatusWorker.append(worker);
+    listStatusThread.append(thread);
+}
+
+// Signals do not reach a looping worker, the flag does. All are told before the first is waited for, so that each ends
+// with its pause, without this thread's help. A worker that hangs in a command keeps itself and its thread, and nothing
+// else.
+void BrelPrinterToolWidget::StopWorkers()
+{
+    pDeviceManage->bThreadQuit = true;
+    for (TrdGetPrinterStatus* worker : qAsConst(listStatusWorker)) {
+        worker->bThreadQuit = true;
+    }
+    pDeviceManageThread->quit();
+    for (QThread* thread : qAsConst(listStatusThread)) {
+        thread->quit();
+    }
+    if (AwaitEnd(pDeviceManageThread)) {
+        delete pDeviceManage;
+    } else {
+        pDeviceManage->Init(nullptr);
+        DeleteWhenFinished(pDeviceManageThread, pDeviceManage);
+    }
+    for (int k = 0; k < listStatusWorker.size(); ++k) {
+        TrdGetPrinterStatus* worker = listStatusWorker.at(k);
+        QThread* thread = listStatusThread.at(k);
+        if (AwaitEnd(thread)) {
+            delete worker;
+        } else {
+            worker->Init(-1, nullptr);
+            DeleteWhenFinished(thread, worker);
+        }
+    }
+}
+
+void BrelPrinterToolWidget::SlotUpdatePrinterList()
+{
+    const QList<stPrinterInfo> printers = SharedPrinterList(&listPrinter).copyInfos();
+    ui->tableDeviceManage->showPrinters(printers, c_strStatusLanguageText[PS_OFFLINE][iLanguage]);
+    for (int k = iStatusThreadCount; k < printers.size(); ++k) {
+        listWaitingIndex.append(k);
+    }
+    StartWaitingWorkers();
+    // Also when the list has shrunk: the workers beyond it idle on, and a list that grows again gets new ones.
+    iStatusThreadCount = printers.size();
+    DumpPrinters(printers);
+}
+
+void BrelPrinterToolWidget::SlotUpdatePrinterStatus(int index)
+{
+    stPrinterManager printer;
+    // The list may have been replaced since the worker spoke, and its rows may be still to come.
+    if (!SharedPrinterList(&listPrinter).copy(index, printer) || index >= ui->tableDeviceManage->rowCount()) {
+        return;
+    }
+    ui->tableDeviceManage->showToner(index, printer);
+    ui->tableDeviceManage->showStatus(index, AnnounceStatus(printer));
+    DumpPrinter(index, printer);
+}
+
+// Only the first error, or without errors the first warning, is shown. Returns the row's status text.
+QString BrelPrinterToolWidget::AnnounceStatus(const stPrinterManager& printer)
+{
+    const QString& name = printer.stInfo.strPrinterName;
+    const stPrinterState& state = printer.stState;
+    if (!state.listError.isEmpty()) {
+        const QString& error = c_strErrorDescText[state.listError.first()][iLanguage];
+        pTrayIcon->showMessage(name, error, QSystemTrayIcon::Critical, MessageTimeMs);
+        return error;
+    }
+    const QString& status = c_strStatusLanguageText[state.enCurrentStatus][iLanguage];
+    if (state.listWarning.isEmpty()) {
+        pTrayIcon->setIcon(windowIcon());
+        return status;
+    }
+    const QString& warning = c_strErrorDescText[state.listWarning.first()][iLanguage];
+    pTrayIcon->showMessage(name, warning, QSystemTrayIcon::Warning, MessageTimeMs);
+    if (state.enCurrentStatus == PS_PRINTING) {
+        return status + QLatin1Char('(') + warning + QLatin1Char(')');
+    }
+    return status;
+}
+
+bool BrelPrinterToolWidget::isQZPrinter(QString name)
+{
+    return IsQZPrinterName(name);
 }
 
 int BrelPrinterToolWidget::ChmodFile(QString path)

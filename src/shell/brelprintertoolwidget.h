@@ -78,10 +78,8 @@ protected:
 private:
     void StayUntilToldToExit();
     QAction* AddTrayAction(const QString& text, void (BrelPrinterToolWidget::*slot)());
-    void FillPrinterRow(int row, const stPrinterInfo& info);
     void StartWaitingWorkers();
     void StartStatusWorker(int index);
-    QString TonerText(const stPrinterManager& printer);
     QString AnnounceStatus(const stPrinterManager& printer);
     void StopWorkers();
 
