@@ -2,7 +2,9 @@
 # SPDX-License-Identifier: MIT
 """The launcher that is started at login, before the desktop's panel is there."""
 
+import os
 import pathlib
+import pwd
 import time
 
 import dbus
@@ -64,12 +66,15 @@ def test_second_folder_acts_only_while_the_option_is_on(launch):
 
 
 def test_no_runtime_folder(launch, later):
-    """Nor one that can be made: the launcher does without its lock, and puts it nowhere else."""
-    launcher = launch(XDG_RUNTIME_DIR="/dev/null/run")
+    """Nor one that can be made in its stead: the launcher does without its lock, and puts it nowhere else."""
+    in_its_stead = pathlib.Path(f"/tmp/runtime-{pwd.getpwuid(os.getuid()).pw_name}")
+    in_its_stead.touch()
+    launcher = launch(XDG_RUNTIME_DIR="/nonexistent/run")
     launcher.assert_stays_waiting()
     later(*OLDER_TRAY)
     eventually(lambda: name_of(launcher.process.pid) == "BrelPrinterTool", "the launcher goes on")
-    assert not list(pathlib.Path("/").glob("*.lock"))
+    assert not pathlib.Path("/tolmar-q727-tool-login.lock").exists()
+    in_its_stead.unlink()
 
 
 def test_unknown_option(launch):

@@ -2,10 +2,8 @@
 # SPDX-License-Identifier: MIT
 """The launcher that is started at login where no tray ever comes: each of these takes the half minute that it waits."""
 
-import socket
-
-from rig.launcher import name_of
-from rig.waiting import eventually
+from rig.launcher import OLDER_TRAY
+from rig.watcher import Watcher
 
 
 def test_no_tray_at_all(launch):
@@ -14,11 +12,12 @@ def test_no_tray_at_all(launch):
     launcher.wait_until_assistant()
 
 
-def test_bus_that_does_not_answer(launch, tmp_path):
-    """A socket that accepts and says nothing must not hold the assistant back for ever."""
-    path = tmp_path / "bus"
-    with socket.socket(socket.AF_UNIX) as bus:
-        bus.bind(str(path))
-        bus.listen()
-        launcher = launch(DBUS_SESSION_BUS_ADDRESS=f"unix:path={path}")
-        eventually(lambda: name_of(launcher.process.pid) == "BrelPrinterTool", "the launcher gives up")
+def test_watcher_without_host_beside_older_tray(launch, later):
+    """In the end any tray is better than none."""
+    watcher = Watcher()
+    watcher.step("watcher")
+    later(*OLDER_TRAY)
+    launcher = launch()
+    launcher.assert_stays_waiting(25)
+    launcher.wait_for_embedded_icon()
+    watcher.end()

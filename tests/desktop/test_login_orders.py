@@ -3,11 +3,12 @@
 """Orders in which parts of a desktop may come while the login launcher waits, and which tray the assistant takes."""
 
 import pathlib
+import socket
 import subprocess
 
 import dbus.bus
 import pytest
-from rig.launcher import OLDER_TRAY
+from rig.launcher import OLDER_TRAY, name_of
 from rig.screen import output_of
 from rig.waiting import eventually
 from rig.watcher import Watcher
@@ -152,6 +153,17 @@ def test_bus_lost_and_found(launch, bus, monkeypatch):
     second.step("host")
     expect_item(launcher, dbus.bus.BusConnection(bus.address))
     second.end()
+
+
+def test_host_beside_an_x_server_that_does_not_answer(launch, watcher):
+    watcher.step("watcher")
+    watcher.step("host")
+    with socket.socket(socket.AF_UNIX) as server:
+        # The abstract address, which clients try first.
+        server.bind("\0/tmp/.X11-unix/X77")
+        server.listen()
+        launcher = launch(DISPLAY=":77", QT_QPA_PLATFORM="offscreen")
+        eventually(lambda: name_of(launcher.process.pid) == "BrelPrinterTool", "the launcher goes on", timeout=20)
 
 
 def test_bus_comes_later(launch, bus, monkeypatch):

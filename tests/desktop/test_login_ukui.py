@@ -1,0 +1,44 @@
+# SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+"""The login launcher while UKUI's own programs start, in the order of its sessions: what lets older icons through takes
+the older tray's selection long before the panel is there."""
+
+import pathlib
+import subprocess
+
+import dbus
+from rig.launcher import NOTICE_S, OLDER_TRAY, name_of
+from rig.waiting import eventually
+
+WATCHER = "org.kde.StatusNotifierWatcher"
+
+
+def hosts_icons(bus):
+    watcher = bus.get_object(WATCHER, "/StatusNotifierWatcher", introspect=False)
+    return watcher.Get(WATCHER, "IsStatusNotifierHostRegistered", dbus_interface=dbus.PROPERTIES_IFACE)
+
+
+def older_tray_is_taken(later):
+    """Whether somebody plays the older tray: a second one says so."""
+    tray = later("timeout", "60", *OLDER_TRAY, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+    line = tray.stdout.readline()
+    tray.terminate()
+    return "another systray already running" in line
+
+
+def test_icon_and_message(launch, later, printers, notifications, monkeypatch):
+    monkeypatch.setenv("XDG_CURRENT_DESKTOP", "UKUI")
+    monkeypatch.setenv("GSETTINGS_BACKEND", "memory")
+    pathlib.Path.home().joinpath(".config").mkdir(exist_ok=True)
+    bus = dbus.SessionBus()
+    launcher = launch()
+    later("sni-daemon")
+    eventually(lambda: bus.name_has_owner(WATCHER), "the watcher")
+    later("sni-xembed-proxy")
+    launcher.assert_stays_waiting(2 * NOTICE_S + 1)
+    assert older_tray_is_taken(later) and not hosts_icons(bus)
+    printers.install({"Office": dict(model="K4510A", warnings=["0x110D"])})
+    later("ukui-panel")
+    eventually(lambda: hosts_icons(bus), "the panel hosts icons")
+    eventually(lambda: name_of(launcher.process.pid) == "BrelPrinterTool", "the launcher goes on")
+    launcher.wait_for_item(bus)
+    notifications.wait_for_texts(("Office", "碳粉不足"))
