@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int CurrentDirectory = -100; // AT_FDCWD, whose header also has an open() of its own
+constexpr int CurrentDirectory = -100; // AT_FDCWD; its header declares open(), too
 
 std::function<void()> s_hook;
 
@@ -29,7 +29,7 @@ void OnNextStatusFile(const std::function<void()>& hook)
     s_hook = hook;
 }
 
-// In front of the C library's function of this name.
+// Replaces the C library's open().
 extern "C" int open(const char* path, int flags, ...)
 {
     va_list arguments;

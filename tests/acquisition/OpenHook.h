@@ -5,6 +5,6 @@
 
 #include <functional>
 
-/// Called once, when this process next opens a status file; then forgotten. So a test acts in the middle of a cycle,
-/// when the printer has been copied from the list and nothing written back.
+/// Calls the hook once, when this process next opens a status file. So a test can act in the middle of a cycle, after
+/// the printer was copied from the list and before the write-back.
 void OnNextStatusFile(const std::function<void()>& hook);

@@ -10,7 +10,7 @@
 #include <sys/types.h>
 #include <utility>
 
-// Not by its header, which also has a read() of its own.
+// Declared here because its header declares read(), too.
 extern "C" long syscall(long number, ...);
 
 namespace {
@@ -69,7 +69,7 @@ void ReadHook::Disturb(std::size_t bytesAtOnce, long bytesUntilFailure)
     s_isInterrupted = false;
 }
 
-// In front of the C library's function of this name.
+// Replaces the C library's read().
 extern "C" ssize_t read(int fd, void* buf, size_t nbytes)
 {
     if (IsDisturbed() && IsRegularFile(fd)) {

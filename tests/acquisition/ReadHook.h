@@ -6,15 +6,15 @@
 #include <cstddef>
 #include <functional>
 
-/// The reads of regular files in this process, in front of the C library's.
+/// Replaces the C library's read() in this process, for regular files only.
 namespace ReadHook {
 
-/// Runs the hook once, after the next read that finds the end of a file: what was read is older than what the hook
-/// does.
+/// Runs the hook once, after the next read that reaches the end of a file. The hook can then make the data that was
+/// read obsolete.
 void AfterNextFile(const std::function<void()>& hook);
 
 /// From now on a read returns no more than `bytesAtOnce` bytes, is interrupted by a signal before each of them, and
-/// fails for good after `bytesUntilFailure`; 0 and -1 mean without a limit.
+/// fails for good after `bytesUntilFailure` bytes. 0 and -1 mean no limit.
 void Disturb(std::size_t bytesAtOnce, long bytesUntilFailure);
 
 } // namespace ReadHook

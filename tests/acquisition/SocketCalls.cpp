@@ -8,7 +8,7 @@
 
 namespace {
 
-// Of the test's own thread alone: a peer on another thread uses the same calls.
+// One record per thread: a peer on another thread uses the same calls and must not appear here.
 thread_local std::vector<std::string> t_order;
 thread_local SocketCalls::Failure t_failure = SocketCalls::Failure::None;
 

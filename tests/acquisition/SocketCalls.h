@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-/// The socket calls of this process, in front of those of the C library: what was called in which order, and calls
-/// that fail as they hardly ever do.
+/// Replaces the C library's socket calls in this process: records their order and simulates rare failures.
 namespace SocketCalls {
 
 enum class Failure
@@ -17,9 +16,9 @@ enum class Failure
     Timeout, ///< setsockopt fails
 };
 
-/// Forgets the calls so far; from now on calls fail like this.
+/// Forgets the calls so far. From now on calls fail as `failure` says.
 void Reset(Failure failure);
-/// "sendto" and "setsockopt", in the order of the calls.
+/// The names "sendto" and "setsockopt", in the order of the calls.
 std::vector<std::string> Order();
 
 } // namespace SocketCalls

@@ -11,7 +11,7 @@
 #include <memory>
 #include <mutex>
 
-/// A status worker whose current record a test can reach, and whose loop it can run cycle by cycle.
+/// A status worker that gives tests access to its current record and runs its loop cycle by cycle.
 class StatusWorker : public TrdGetPrinterStatus
 {
 public:
@@ -19,15 +19,15 @@ public:
 
     using TrdGetPrinterStatus::stCurrent;
 
-    /// One cycle of the loop in the calling thread, by a stop that is requested beforehand: the pause, which comes
-    /// last, ends at once. Returns how many signals were emitted.
+    /// Runs one cycle of the loop in the calling thread: the stop is requested beforehand, so that the final pause ends
+    /// at once. Returns the number of signals.
     int runCycle();
 
 private:
     int m_signals = 0;
 };
 
-/// A status worker that loops on a thread of its own, as the window has it.
+/// A status worker on its own thread, as in the window.
 class RunningStatusWorker
 {
 public:
@@ -36,9 +36,9 @@ public:
     RunningStatusWorker(const RunningStatusWorker&) = delete;
     RunningStatusWorker& operator=(const RunningStatusWorker&) = delete;
 
-    /// What the window's start signal does.
+    /// Does what the window's start signal does.
     void start();
-    /// Requests the stop and waits for the loop's end; false when it does not end in time.
+    /// Requests the stop and waits for the end of the loop. Returns false on a timeout.
     bool stop();
     StatusWorker& worker()
     {
@@ -46,7 +46,7 @@ public:
     }
     /// The argument of each signal so far.
     QList<int> signalledIndices() const;
-    /// When each was emitted, in ms on the monotonic clock.
+    /// The time of each signal, in ms on the monotonic clock.
     QList<qint64> signalTimesMs() const;
 
 private:
@@ -57,19 +57,19 @@ private:
     std::unique_ptr<StatusWorker> m_worker = std::make_unique<StatusWorker>();
 };
 
-/// Milliseconds on the monotonic clock.
+/// The time in ms on the monotonic clock.
 qint64 MonotonicMs();
 
-/// Every field, a line each, so that a failed comparison can be read.
+/// Every field on its own line, so that a failed comparison is readable.
 QString Words(const stPrinterInfo& info);
 QString Words(const stPrinterState& state);
 QString Words(const stPrinterManager& printer);
 
-/// A state none of whose fields has its default; ready, so that nothing is read twice.
+/// A state in which every field differs from its default. Its status is ready, so that no file is read twice.
 stPrinterState FilledState();
 stPrinterManager FilledPrinter(const QString& name);
 
-/// The element at `index`, copied as workers do.
+/// A copy of the element at `index`, made as workers make it.
 stPrinterManager Listed(QList<stPrinterManager>& list, int index);
-/// Replaces the list as the device manager does, but also by one of the same printers; then it is empty in between.
+/// Replaces the list as the device manager does. A list of the same printers is replaced, too, and is empty in between.
 void ReplaceList(QList<stPrinterManager>& list, const QList<stPrinterManager>& newList);

@@ -13,14 +13,14 @@
 class UdpPeer
 {
 public:
-    /// `answers` are sent one after another to whoever asks, each after `delayMs`, from `answerAddress`.
+    /// Sends `answers` one after another to whoever asks, each after `delayMs`, from `answerAddress`.
     UdpPeer(const char* address, const QList<QByteArray>& answers, const char* answerAddress = nullptr,
             int delayMs = 0);
     ~UdpPeer();
     UdpPeer(const UdpPeer&) = delete;
     UdpPeer& operator=(const UdpPeer&) = delete;
 
-    /// Everything that has been received; ends the listening, after what is still under way.
+    /// Waits until the peer has finished, stops it and returns everything that it received.
     QList<QByteArray> takeRequests();
 
 private:

@@ -8,7 +8,7 @@
 
 #include <memory>
 
-// Whether a printer is worth a query, and how `lpstat` is asked about it.
+// Tests which printers are worth a query and how `lpstat` is called for them.
 class CheckNeedStatusTest : public QObject
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ private slots:
 
 namespace {
 
-// So that a value that is not set is noticed.
+// An impossible value, so that the test notices if it is not replaced.
 constexpr int NoInterval = -4711;
 constexpr char FilesAtTheCall[] = "/tmp/files-at-the-call";
 
@@ -49,7 +49,7 @@ QStringList ToolFiles()
     return QDir(QString::fromLatin1(PrinterFolder::ToolDirectory)).entryList(QDir::Files | QDir::Hidden);
 }
 
-// As an earlier query would have left it, had it been stopped half-way.
+// Leaves the output file of an earlier query that was interrupted.
 void LeaveOutput(const QString& fileName)
 {
     PrinterFolder::WriteFile(QString::fromLatin1(PrinterFolder::ToolDirectory) + fileName,
@@ -165,7 +165,7 @@ void CheckNeedStatusTest::Command_data()
     }
 }
 
-// In double quotes, most characters are themselves.
+// Inside double quotes most characters have no special meaning.
 void CheckNeedStatusTest::Command()
 {
     QFETCH(QString, name);
@@ -255,7 +255,7 @@ void CheckNeedStatusTest::OutputFile()
         worker.Init(index, &list);
     }
     MakeNetworkPrinter(worker, QStringLiteral("Office"), PS_READY);
-    // What an earlier run has left there is overwritten.
+    // The query overwrites what an earlier run has left.
     const QString left =
         QString::fromLatin1(PrinterFolder::ToolDirectory) + QStringLiteral("printer_%1.tmp").arg(index);
     PrinterFolder::WriteFile(left, "printing\n");

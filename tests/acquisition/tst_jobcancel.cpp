@@ -12,7 +12,7 @@
 
 #include <string>
 
-// The `cancel` command, on a printer's entering the cancelling status.
+// Tests the `cancel` command, which runs when a printer enters the cancelling status.
 class JobCancelTest : public QObject
 {
     Q_OBJECT
@@ -81,7 +81,7 @@ void JobCancelTest::init()
 {
     PrinterFolder::Create();
     QVERIFY(QDir().mkpath(QString::fromLatin1(EmptyFolder)));
-    QVERIFY(QDir::setCurrent(QString::fromLatin1(EmptyFolder))); // where a pattern finds no file
+    QVERIFY(QDir::setCurrent(QString::fromLatin1(EmptyFolder))); // no pattern matches a file here
     SetLogEnable(true);
 }
 
@@ -111,7 +111,7 @@ void JobCancelTest::Transition()
     const FakeCommand cancel(QStringLiteral("cancel"));
     Setting setting(Name, listed);
     PrinterFolder::WriteStatusFile(Name, StandardBytes(static_cast<RawStatus>(sent)));
-    QCOMPARE(setting.worker.runCycle(), 1); // the toner differs in any case
+    QCOMPARE(setting.worker.runCycle(), 1); // the toner always differs
     QTEST(cancel.calls().size(), "calls");
     QTEST(LogLines().size(), "calls");
 }
@@ -129,17 +129,17 @@ void JobCancelTest::OncePerEntering()
     QCOMPARE(cycleWith(RawCancelingJob, 100), 1);
     QCOMPARE(cancel.calls(), QList<QStringList>{QStringList{Name}});
     QCOMPARE(setting.status(), 6);
-    // Staying there, with an unchanged file and with a changed one.
+    // The printer stays in the status, with an unchanged file and with a changed one.
     QCOMPARE(setting.worker.runCycle(), 0);
     QCOMPARE(setting.worker.runCycle(), 0);
     QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
     QCOMPARE(cancel.calls().size(), 1);
-    // Leaving and entering again.
+    // The printer leaves the status and enters it again.
     QCOMPARE(cycleWith(RawBusy, 99), 1);
     QCOMPARE(cancel.calls().size(), 1);
     QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
     QCOMPARE(cancel.calls().size(), 2);
-    // The same when the list has it in the error status meanwhile, which no reply of this family stands for.
+    // The list may hold the error status meanwhile, which no reply of this family can cause.
     setting.list[0].stState.enCurrentStatus = PS_ERROR;
     QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
     QCOMPARE(cancel.calls().size(), 3);
@@ -191,7 +191,7 @@ void JobCancelTest::Command_data()
     QTest::newRow("blank before") << " Office" << QStringList{QStringLiteral("Office")};
 }
 
-// The name stands unquoted in the command.
+// The name is not quoted in the command.
 void JobCancelTest::Command()
 {
     QFETCH(QString, name);
@@ -237,7 +237,7 @@ void JobCancelTest::RefusedNames()
     QCOMPARE(cancel.calls().size(), 0);
     QCOMPARE(other.calls().size(), 0);
     QCOMPARE(QDir(QString::fromLatin1(EmptyFolder)).entryList(QDir::Files), QStringList());
-    // All else goes on, and the log tells of both.
+    // The rest of the cycle runs, and the log has the command and the refusal.
     QCOMPARE(setting.status(), 6);
     const QList<QByteArray> lines = LogLines();
     QCOMPARE(lines.size(), 2);
@@ -258,7 +258,7 @@ void JobCancelTest::RefusedBytes_data()
     QTest::newRow("backslash") << QStringLiteral("P乗") << QByteArray("P\x81\\");
 }
 
-// Not UTF-8: a byte that a shell takes for its own stands inside a Chinese character.
+// In GBK the second byte of a Chinese character can equal a shell metacharacter.
 void JobCancelTest::RefusedBytes()
 {
     QFETCH(const QString, name);
@@ -293,7 +293,7 @@ void JobCancelTest::CommandLength()
     QFETCH(int, bytes);
     const FakeCommand cancel(QStringLiteral("cancel"));
     const QString name(bytes - static_cast<int>(qstrlen("cancel ")), QLatin1Char('x'));
-    // Such a name is too long for a file beside the status file: written in place.
+    // The name is too long for a temporary file beside the status file, so write the file in place.
     QFile file(PrinterFolder::StatusFilePath(name));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(StandardBytes(RawCancelingJob));

@@ -11,8 +11,7 @@
 #include <functional>
 #include <future>
 
-// What becomes of a cycle whose `cancel` command takes long: the list may be another by its end, or the program about
-// to end.
+// Tests cycles whose `cancel` command takes long. By its end the list may have changed, or the program may be ending.
 class LongJobCancelTest : public QObject
 {
     Q_OBJECT
@@ -42,13 +41,13 @@ const QString Name = QStringLiteral("Office_K4510A");
 const QString CancelRuns = QStringLiteral("/tmp/cancel-runs");
 const QString CancelMayEnd = QStringLiteral("/tmp/cancel-may-end");
 
-// A `cancel` that takes until it is told to end.
+// A `cancel` command that runs until the test ends it.
 QString LongCancel()
 {
     return QStringLiteral("touch %1; while [ ! -e %2 ]; do sleep 0.02; done").arg(CancelRuns, CancelMayEnd);
 }
 
-// Replaces the list while the command runs. False when its lock was held as long as that.
+// Replaces the list while the command runs. Returns false if the list was locked during the command.
 bool ReplaceMeanwhile(QList<stPrinterManager>& list, const QList<stPrinterManager>& newList)
 {
     const auto replaced = std::async(std::launch::async, [&] { ReplaceList(list, newList); });
@@ -76,7 +75,7 @@ void LongJobCancelTest::ListChangedMeanwhile_data()
     };
     row("another name", [](auto& printer) { printer.stInfo.strPrinterName = QStringLiteral("other"); });
     row("another URI", [](auto& printer) {
-        // Its file says nothing new, so that what the next cycle makes of it can be told from what this one would.
+        // Without its file, the next cycle has a result that differs from that of the current cycle.
         printer.stInfo.strURI = QStringLiteral("usb://other");
         PrinterFolder::RemoveStatusFile(Name);
     });
@@ -95,7 +94,7 @@ void LongJobCancelTest::ListChangedMeanwhile()
     change(expected);
     QVERIFY(ReplaceMeanwhile(list, {expected}));
     PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
-    // The next cycle finds no file for what is listed now: one failure more, and nothing else.
+    // The next cycle finds no file for the listed printer: one more failure, and nothing else changes.
     ++expected.stState.iFailCount;
     QTRY_VERIFY_WITH_TIMEOUT(Listed(list, 0).stState.iFailCount != expected.stState.iFailCount - 1, TimeoutMs);
     QCOMPARE(Words(Listed(list, 0)), Words(expected));
@@ -110,7 +109,7 @@ void LongJobCancelTest::ListUnchangedMeanwhile()
     RunningStatusWorker running(0, &list);
     running.start();
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
-    // Only when the command has ended.
+    // Nothing is written back before the command has ended.
     QCOMPARE(Words(Listed(list, 0)), Words(FilledPrinter(Name)));
     QCOMPARE(running.signalledIndices(), QList<int>());
     PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
@@ -118,7 +117,7 @@ void LongJobCancelTest::ListUnchangedMeanwhile()
     QCOMPARE(Listed(list, 0).stState.enCurrentStatus, 6);
 }
 
-// A cycle that has begun is finished: the stop request counts in the pause alone.
+// A worker finishes the cycle that it has begun: it checks for stop requests only while it pauses.
 void LongJobCancelTest::StopMeanwhile()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
@@ -159,15 +158,15 @@ void LongJobCancelTest::ListShrunkMeanwhile()
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
     QVERIFY(ReplaceMeanwhile(list, {FilledPrinter(QStringLiteral("first"))}));
     PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
-    QTest::qWait(SettleMs); // for what must not happen
+    QTest::qWait(SettleMs); // gives unwanted effects time to appear
     QVERIFY(running.stop());
     QCOMPARE(list.size(), 1);
     QCOMPARE(Words(list.first()), Words(FilledPrinter(QStringLiteral("first"))));
     QCOMPARE(running.signalledIndices(), QList<int>());
 }
 
-// A list that has shrunk and grown again has two workers for a printer. The second one's cycles during the command must
-// not take another job.
+// A list that has shrunk and grown again gives a printer two workers. The second worker's cycles during the command
+// must not cancel another job.
 void LongJobCancelTest::SecondWorkerOfThePrinter()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
@@ -176,7 +175,7 @@ void LongJobCancelTest::SecondWorkerOfThePrinter()
     RunningStatusWorker second(0, &list);
     first.start();
     second.start();
-    for (int round = 1; round <= 2; ++round) { // and again when the printer cancels another job later
+    for (int round = 1; round <= 2; ++round) { // the second round cancels a later job
         PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
         QTest::qWait(SeveralCyclesMs);
@@ -192,7 +191,7 @@ void LongJobCancelTest::SecondWorkerOfThePrinter()
     QVERIFY2(signalCount >= 4, qPrintable(QString::number(signalCount)));
 }
 
-// Two entries of the list are two printers, whatever they are called.
+// Two entries of the list are two printers, even with the same name.
 void LongJobCancelTest::SecondPrinterOfTheName()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());

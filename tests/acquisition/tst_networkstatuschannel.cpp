@@ -48,7 +48,7 @@ constexpr int TimeoutMs = 1000;
 
 const QString Address = QString::fromLatin1(PeerAddress);
 
-// What every query sends: start, length, request, zeros.
+// The request of every query: start, length, request, zeros.
 QByteArray Request()
 {
     return QByteArray::fromHex("A5 000C 50E0740803 00000000000000");
@@ -147,7 +147,7 @@ void NetworkStatusChannelTest::QZFamilyIsNotDistinguished()
     worker.stCurrent = FilledPrinter(QStringLiteral("J4990E"));
     QCOMPARE(worker.GetPrinterStatusUDP(Address), 0);
     QCOMPARE(worker.stCurrent.stState.dwRemainingToner, 8000UL);
-    QCOMPARE(worker.stCurrent.stState.iNumberOfError, 0); // the QZ family has 1 always
+    QCOMPARE(worker.stCurrent.stState.iNumberOfError, 0); // the QZ family always has 1
 }
 
 void NetworkStatusChannelTest::Silence()
@@ -168,7 +168,7 @@ void NetworkStatusChannelTest::SilentPeer()
     timer.start();
     QCOMPARE(worker.GetPrinterStatusUDP(Address), -5);
     QVERIFY2(timer.elapsed() >= TimeoutMs, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(peer.takeRequests().size(), 1); // asked once, not again
+    QCOMPARE(peer.takeRequests().size(), 1); // asked only once
 }
 
 void NetworkStatusChannelTest::LateReply()
@@ -210,7 +210,7 @@ void NetworkStatusChannelTest::UnparsableAddress_data()
     QTest::newRow("Chinese") << "打印机";
 }
 
-// 0.0.0.0 then, which is this machine.
+// An address that cannot be parsed becomes 0.0.0.0, which is this machine.
 void NetworkStatusChannelTest::UnparsableAddress()
 {
     QFETCH(QString, address);
@@ -238,7 +238,7 @@ void NetworkStatusChannelTest::NoSocket()
 void NetworkStatusChannelTest::NotSent_data()
 {
     QTest::addColumn<QString>("address");
-    QTest::newRow("no way there") << "203.0.113.1"; // of a network that there is for documentation only
+    QTest::newRow("no way there") << "203.0.113.1"; // in a network reserved for documentation
     QTest::newRow("broadcast") << "255.255.255.255";
 }
 
@@ -266,7 +266,7 @@ void NetworkStatusChannelTest::TimeoutCannotBeSet()
     SocketCalls::Reset(SocketCalls::Failure::Timeout);
     StatusWorker worker;
     QCOMPARE(FilledWorker(worker).GetPrinterStatusUDP(Address), -4);
-    QCOMPARE(peer.takeRequests().size(), 1); // sent all the same
+    QCOMPARE(peer.takeRequests().size(), 1); // the request was sent nevertheless
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
 }
 

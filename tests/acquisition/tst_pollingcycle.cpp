@@ -14,7 +14,7 @@
 #include <sys/prctl.h>
 #include <thread>
 
-// One cycle after the other: what is read, counted, written back and signalled.
+// Tests single cycles: what is read, counted, written back and signalled.
 class PollingCycleTest : public QObject
 {
     Q_OBJECT
@@ -50,7 +50,7 @@ namespace {
 
 const QString Name = QStringLiteral("Office_K4510A");
 
-// Three filled printers, the named one in the middle, and a worker for it.
+// Three filled printers, a worker for the one in the middle.
 struct Setting
 {
     Setting()
@@ -77,7 +77,7 @@ QString AllWords(const QList<stPrinterManager>& list)
     return words.join(QLatin1Char('\n'));
 }
 
-// What eleven failures leave of a state.
+// The state after eleven failures.
 stPrinterState OfflineState(stPrinterState state)
 {
     state.enCurrentStatus = PS_OFFLINE;
@@ -119,7 +119,7 @@ void PollingCycleTest::IndexOutsideTheList()
     for (int cycle = 0; cycle < 12; ++cycle) {
         QCOMPARE(worker.runCycle(), 0);
     }
-    QVERIFY(setting.list.isSharedWith(before)); // not written at all
+    QVERIFY(setting.list.isSharedWith(before)); // the list was never written to
     QCOMPARE(Words(worker.stCurrent.stInfo), QStringLiteral("name '' model '' type 0 port '' uri ''"));
 }
 
@@ -164,7 +164,7 @@ void PollingCycleTest::SuccessIsWrittenBack()
     QCOMPARE(setting.worker.runCycle(), 1);
     QCOMPARE(Words(setting.state()), Words(FullReplyState()));
     QCOMPARE(Words(setting.list.at(1).stInfo), Words(FilledPrinter(Name).stInfo));
-    // The unchanged file changes nothing.
+    // An unchanged file changes nothing.
     QCOMPARE(setting.worker.runCycle(), 0);
     QCOMPARE(Words(setting.state()), Words(FullReplyState()));
 }
@@ -180,7 +180,7 @@ void PollingCycleTest::OnlyTheOwnRecordIsTouched()
     QCOMPARE(setting.list.size(), 3);
     QCOMPARE(Words(setting.list.at(0)), Words(FilledPrinter(QStringLiteral("first"))));
     QCOMPARE(Words(setting.list.at(2)), Words(FilledPrinter(QStringLiteral("last"))));
-    // Nor does a copy of the list that somebody took before see the change.
+    // An earlier copy of the list does not change.
     QCOMPARE(Words(copy.at(1)), Words(FilledPrinter(Name)));
 }
 
@@ -223,7 +223,7 @@ void PollingCycleTest::SignalOnChangeOnly()
     QCOMPARE(reference.GetPrinterStatusFile(Name, true), 0);
 
     QTEST(setting.worker.runCycle(), "signals");
-    // Written back in either case.
+    // The state is written back in either case.
     QCOMPARE(Words(setting.state()), Words(reference.stCurrent.stState));
     QCOMPARE(setting.worker.runCycle(), 0);
 }
@@ -236,7 +236,7 @@ void PollingCycleTest::ListIsUpToDateWhenTheSignalComes()
     QString seen;
     connect(&setting.worker, &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this, [&](int i) {
         index = i;
-        seen = Words(Listed(setting.list, i).stState); // and the lock is free
+        seen = Words(Listed(setting.list, i).stState); // Listed() needs the lock, so it is free
     });
     QCOMPARE(setting.worker.runCycle(), 1);
     QCOMPARE(index, 1);
@@ -258,7 +258,7 @@ void PollingCycleTest::EleventhFailureGoesOffline()
     QCOMPARE(Words(setting.state()), Words(expected));
     QCOMPARE(setting.state().dwRemainingToner, 4567UL);
     QCOMPARE(setting.state().strVenderName, QStringLiteral("old vendor"));
-    // The count starts again.
+    // The count starts again from 0.
     for (int failure = 1; failure <= 10; ++failure) {
         QCOMPARE(setting.worker.runCycle(), 0);
         expected.iFailCount = failure;
@@ -271,10 +271,10 @@ void PollingCycleTest::EleventhFailureOfAnOfflinePrinter()
     Setting setting;
     setting.state() = OfflineState(FilledState());
     for (int cycle = 1; cycle <= 23; ++cycle) {
-        QCOMPARE(setting.worker.runCycle(), 0); // nothing that a user would see
+        QCOMPARE(setting.worker.runCycle(), 0); // no visible change
         QCOMPARE(setting.state().iFailCount, cycle % 11);
     }
-    // With errors left over from elsewhere, their end is a change.
+    // Clearing errors that something else has left in the list is a change.
     setting.state().listError = {ERR_COOLING};
     setting.state().iFailCount = 10;
     QCOMPARE(setting.worker.runCycle(), 1);
@@ -288,7 +288,7 @@ void PollingCycleTest::SuccessResetsTheCount()
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady));
     QCOMPARE(setting.worker.runCycle(), 1);
     QCOMPARE(setting.state().iFailCount, 0);
-    // Unchanged is neither failure nor success.
+    // An unchanged file is neither a failure nor a success.
     setting.state().iFailCount = 10;
     QCOMPARE(setting.worker.runCycle(), 0);
     QCOMPARE(setting.state().iFailCount, 10);
@@ -331,18 +331,18 @@ void PollingCycleTest::OfflinePrinterIsReadEachTime()
     Setting setting;
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy, 100), 1700000000000);
     QCOMPARE(setting.worker.runCycle(), 1);
-    // A new content with the time of the old one is not noticed ...
+    // New content with the old timestamp is not noticed ...
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy, 200), 1700000000000);
     QCOMPARE(setting.worker.runCycle(), 0);
     QCOMPARE(setting.state().dwRemainingToner, 100UL);
-    // ... but when the list has the printer off-line.
+    // ... unless the printer is off-line in the list.
     setting.state().enCurrentStatus = PS_OFFLINE;
     QCOMPARE(setting.worker.runCycle(), 1);
     QCOMPARE(setting.state().dwRemainingToner, 200UL);
     QCOMPARE(setting.state().enCurrentStatus, 5);
 }
 
-// As the device manager leaves it when another printer is added.
+// The device manager leaves such a record when a printer is added.
 void PollingCycleTest::ResetRecordIsFilledAgain()
 {
     Setting setting;
@@ -379,16 +379,16 @@ void PollingCycleTest::ListChangedMeanwhile()
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
     QString changed;
     OnNextStatusFile([&] {
-        SharedPrinterList(&setting.list).copyInfos(); // the lock is free while a file is read
+        SharedPrinterList(&setting.list).copyInfos(); // the lock is free during a read
         change(setting.list, setting.worker);
         changed = AllWords(setting.list);
     });
     QCOMPARE(setting.worker.runCycle(), 0);
     QCOMPARE(AllWords(setting.list), changed);
-    QCOMPARE(Words(setting.worker.stCurrent.stState), Words(FullReplyState())); // so it was read
+    QCOMPARE(Words(setting.worker.stCurrent.stState), Words(FullReplyState())); // the file was read
 }
 
-// The same printer by name and URI: the record is written as the worker holds it, also where the list differs.
+// The printer is the same by name and URI, so the worker's whole record replaces the one in the list.
 void PollingCycleTest::WholeRecordIsWrittenBack()
 {
     Setting setting;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// A worker that was let go may come back from a command while static objects are being destroyed. Everything that it
-// can still reach is used here after that, from the last of all destructors.
+// A worker that was let go may return from a command while static objects are being destroyed. The last destructor of
+// all uses everything that such a worker can still reach.
 
 #include "ModelCatalogue.h"
 #include "PrinterFolder.h"
@@ -17,7 +17,7 @@ namespace {
 
 const char* FirstFault()
 {
-    // What was freed is used by others.
+    // Allocates strings, so that freed memory is reused.
     const QStringList others{QString(20, QLatin1Char('a')), QString(40, QLatin1Char('b')),
                              QString(60, QLatin1Char('c'))};
     const QString name = QStringLiteral("Hall J4990E");
@@ -56,7 +56,7 @@ public:
     }
 };
 
-// Made before all other static objects, and so destroyed after them.
+// Constructed before all other static objects, hence destroyed after them.
 __attribute__((init_priority(101))) const LastOfAll s_lastOfAll;
 
 } // namespace

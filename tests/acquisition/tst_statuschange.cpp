@@ -7,7 +7,7 @@
 
 #include <functional>
 
-// Which differences between two states are worth a notification.
+// Tests which differences between two states cause a notification.
 class StatusChangeTest : public QObject
 {
     Q_OBJECT

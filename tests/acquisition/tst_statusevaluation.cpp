@@ -7,7 +7,7 @@
 
 #include <QtTest>
 
-// What becomes of a reply, bytes in and state out.
+// Tests the evaluation of replies: bytes in, state out.
 class StatusEvaluationTest : public QObject
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ using Evaluation = int (TrdGetPrinterStatus::*)(unsigned char*, unsigned long);
 constexpr Evaluation Standard = &TrdGetPrinterStatus::CheckPrinterStatus;
 constexpr Evaluation QZ = &TrdGetPrinterStatus::CheckPrinterStatus_QZ;
 
-// In a buffer of exactly their size, so that a memory checker sees a look beyond it.
+// Copies the bytes to a buffer of exactly their size, so that a memory checker detects reads beyond it.
 int Evaluate(StatusWorker& worker, Evaluation evaluation, const QByteArray& bytes)
 {
     std::vector<unsigned char> buffer(bytes.begin(), bytes.end());
@@ -74,7 +74,7 @@ void StatusEvaluationTest::StandardReplyFillsEveryField()
     QCOMPARE(Words(StateAfter(Standard, EncodeStandardReply(FullReply()))), Words(FullReplyState()));
 }
 
-// Whatever the byte at which it ends.
+// A truncated reply is rejected, whatever its length.
 void StatusEvaluationTest::StandardRejection()
 {
     const QByteArray bytes = EncodeStandardReply(FullReply());
@@ -146,7 +146,7 @@ void StatusEvaluationTest::StandardConditions()
     QCOMPARE(state.listWarning, Conditions{});
     QCOMPARE(state.iNumberOfWarning, 0);
 
-    // Warnings go the same way.
+    // Warnings are treated like errors.
     std::swap(reply.errorCodes, reply.warningCodes);
     state = StateAfter(Standard, EncodeStandardReply(reply));
     QCOMPARE(state.listWarning, conditions);
@@ -187,7 +187,8 @@ void StatusEvaluationTest::Texts()
     QCOMPARE(state.strSupplySerialNumber, text);
 }
 
-// Each reply after each other one. The texts begin alike, and some bytes of one are another in Latin-1.
+// Tests every pair of consecutive replies. The texts begin alike, and some have bytes that mean another text in
+// Latin-1.
 void StatusEvaluationTest::NothingOfAnEarlierReplyRemains()
 {
     const QVector<QString> texts{QString(),
@@ -208,7 +209,7 @@ void StatusEvaluationTest::NothingOfAnEarlierReplyRemains()
         reply.errorCodes = codes.at(i % codes.size());
         QCOMPARE(Evaluate(worker, Standard, EncodeStandardReply(reply)), 0);
     };
-    const int combinations = texts.size() * codes.size(); // two numbers without a common divisor
+    const int combinations = texts.size() * codes.size(); // the sizes have no common divisor
     for (int before = 0; before < combinations; ++before) {
         for (int i = 0; i < combinations; ++i) {
             evaluate(before);
@@ -225,7 +226,7 @@ void StatusEvaluationTest::NothingOfAnEarlierReplyRemains()
     }
 }
 
-// The texts of an earlier reply are erased, and the counts tell nothing.
+// The texts of an earlier reply are erased, and the counts are constant.
 void StatusEvaluationTest::QZReplyReplacesEveryField()
 {
     stPrinterState expected;

@@ -14,7 +14,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-// When a status file is read, and what is made of its content.
+// Tests when a status file is read and how its content is used.
 class StatusFileChannelTest : public QObject
 {
     Q_OBJECT
@@ -67,7 +67,7 @@ rlim_t AddressSpaceInUse()
     return pages.toULong() * 4096UL;
 }
 
-// While it lives, the process gets hardly any more memory: what needs a lot throws std::bad_alloc.
+// While an object exists, the process can allocate hardly any more memory: large requests throw std::bad_alloc.
 class MemoryLimit
 {
 public:
@@ -84,7 +84,7 @@ public:
     MemoryLimit(const MemoryLimit&) = delete;
     MemoryLimit& operator=(const MemoryLimit&) = delete;
 
-    // A processor emulator takes the limit and does nothing.
+    // A processor emulator accepts the limit but does not enforce it.
     static bool Binds()
     {
         const MemoryLimit limit;
@@ -97,7 +97,7 @@ private:
     rlimit m_before = {};
 };
 
-// The process's time zone as long as it lives.
+// Sets the time zone of the process for the lifetime of the object.
 class TimeZone
 {
 public:
@@ -141,7 +141,7 @@ void StatusFileChannelTest::ReadOnceThenUnchanged()
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
     QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
-    // Rewritten, it is read again.
+    // The file is read again after it was rewritten.
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy, 111));
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
     QCOMPARE(TonerAfter(worker), 111U);
@@ -156,7 +156,7 @@ void StatusFileChannelTest::ForceReadsAgain()
         QCOMPARE(worker.GetPrinterStatusFile(Name, true), 0);
         QCOMPARE(Words(worker.stCurrent.stState), Words(FullReplyState()));
     }
-    // A forced read is remembered as any other.
+    // The timestamp of a forced read is remembered, too.
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
 }
 
@@ -182,7 +182,7 @@ void StatusFileChannelTest::TheTimeAloneDecides()
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy, 200, {0x1106}), time);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), result);
     QCOMPARE(TonerAfter(worker), result == 0 ? 200U : 100U);
-    // By force, the new content is seen in either case.
+    // A forced read sees the new content in either case.
     QCOMPARE(worker.GetPrinterStatusFile(Name, true), 0);
     QCOMPARE(TonerAfter(worker), 200U);
 }
@@ -217,7 +217,7 @@ void StatusFileChannelTest::MissingFile()
     worker.stCurrent.stState = FilledState();
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
     QCOMPARE(worker.GetPrinterStatusFile(Name, true), -1);
-    PrinterFolder::Remove(); // nor is there a folder
+    PrinterFolder::Remove(); // the folder is missing, too
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
     QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
 }
@@ -225,14 +225,14 @@ void StatusFileChannelTest::MissingFile()
 void StatusFileChannelTest::ReturnsWithAnOlderTime()
 {
     StatusWorker worker;
-    for (const qint64 time : {SomeTimeMs, SomeTimeMs - 5000, SomeTimeMs - 5000}) { // older, and the very same
+    for (const qint64 time : {SomeTimeMs, SomeTimeMs - 5000, SomeTimeMs - 5000}) { // older, then the same again
         PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), time);
         QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
         QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
         PrinterFolder::RemoveStatusFile(Name);
         QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
     }
-    // By force, a missing file is missing all the same, and its time forgotten.
+    // A forced read of a missing file also fails and forgets the timestamp.
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), SomeTimeMs);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
     PrinterFolder::RemoveStatusFile(Name);
@@ -249,7 +249,7 @@ void StatusFileChannelTest::ReturnsWithTheFirstTimeOf1970_data()
     QTest::newRow("China, without the zone's file") << QByteArray("CST-8");
 }
 
-// Local midnight: before Qt 5.14 a null time equals it.
+// Local midnight matters because before Qt 5.14 a null time equals it.
 void StatusFileChannelTest::ReturnsWithTheFirstTimeOf1970()
 {
     QFETCH(const QByteArray, timeZone);
@@ -298,7 +298,7 @@ void StatusFileChannelTest::EmptyFile()
     QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
 
-    // The QZ family takes it for a reply that says nothing, also after a longer one.
+    // The QZ family accepts it as an empty reply, also after a longer one.
     const QString qzName = QStringLiteral("J4990E");
     PrinterFolder::WriteStatusFile(qzName, QZBytes(80));
     QCOMPARE(worker.GetPrinterStatusFile(qzName, false), 0);
@@ -336,7 +336,7 @@ void StatusFileChannelTest::FamilyGoesByTheName_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<int>("result");
-    QTest::addColumn<int>("errors"); // of the QZ family always 1, of these replies of the standard family 0
+    QTest::addColumn<int>("errors"); // always 1 for the QZ family, 0 for these standard replies
 
     QTest::newRow("standard name and reply") << "K4510A" << StandardBytes(RawReady) << 0 << 0;
     QTest::newRow("standard name, QZ reply") << "K4510A" << QZBytes() << 0 << 0;
@@ -352,7 +352,7 @@ void StatusFileChannelTest::FamilyGoesByTheName()
     QFETCH(QByteArray, content);
     PrinterFolder::WriteStatusFile(name, content);
     StatusWorker worker;
-    // The model text and the current printer's name have no say.
+    // Neither the model text nor the current printer's name matters.
     worker.stCurrent.stInfo.strPrinterName =
         name.contains(QStringLiteral("J4990E")) ? QStringLiteral("K4510A") : QStringLiteral("J4990E");
     worker.stCurrent.stInfo.enType = worker.stCurrent.stInfo.strPrinterName;
@@ -396,7 +396,7 @@ void StatusFileChannelTest::UsbIgnoresItsArgument()
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy));
     QCOMPARE(worker.GetPrinterStatusUSB(QStringLiteral("absent")), -1);
     QCOMPARE(worker.GetPrinterStatusUSB(QStringLiteral("absent")), 1);
-    // An off-line printer is not read again either: there is no force.
+    // An off-line printer is not read again either: this function has no forced read.
     worker.stCurrent.stState.enCurrentStatus = PS_OFFLINE;
     QCOMPARE(worker.GetPrinterStatusUSB(QStringLiteral("absent")), 1);
 }
@@ -436,7 +436,7 @@ void StatusFileChannelTest::ExceptionIsLogged_data()
                                          << QByteArray("(../TrdGetPrinterStatus@216 GetPrinterStatusUSB) throw error");
 }
 
-// A name so long that there is no memory for the path.
+// The name is so long that its path does not fit into memory.
 void StatusFileChannelTest::ExceptionIsLogged()
 {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -461,7 +461,7 @@ void StatusFileChannelTest::ExceptionIsLogged()
     QTEST(LogFolder::WithoutTime(LogFolder::Lines().constFirst()), "line");
 }
 
-// As it was, through the whole cycle: neither a failure nor a success.
+// An exception counts neither as a failure nor as a success.
 void StatusFileChannelTest::ExceptionLeavesTheFailureCount()
 {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -485,7 +485,7 @@ void StatusFileChannelTest::ExceptionLeavesTheFailureCount()
         QCOMPARE(signalCount, 0);
         QCOMPARE(Words(list.first().stState), before);
     }
-    QCOMPARE(LogFolder::Lines().size(), 3); // there was one each time
+    QCOMPARE(LogFolder::Lines().size(), 3); // one exception in each cycle
 }
 
 QTEST_GUILESS_MAIN(StatusFileChannelTest)

@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// What may stand where a status file belongs, and under which names.
+// Tests which kinds of files can be in the place of a status file, and their names.
 class StatusFileKindsTest : public QObject
 {
     Q_OBJECT
@@ -65,7 +65,7 @@ void StatusFileKindsTest::NotARegularFile_data()
     }
 }
 
-// As a file that cannot be opened: its time is remembered, so that it is left alone until that changes.
+// Such a file is treated like one that cannot be opened: it is skipped until its timestamp changes.
 void StatusFileKindsTest::NotARegularFile()
 {
     QFETCH(QString, kind);
@@ -107,7 +107,7 @@ void StatusFileKindsTest::FileTakesTheFifosPlace()
     QCOMPARE(worker.GetPrinterStatusFile(Name, true), 0);
 }
 
-// It leads to no file, so that there is none.
+// A dangling link counts as a missing file.
 void StatusFileKindsTest::DanglingLink()
 {
     QCOMPARE(symlink("/opt/absent", LocalPath().constData()), 0);
@@ -127,7 +127,7 @@ void StatusFileKindsTest::LinkToARegularFile()
     StatusWorker worker;
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
-    // The time is that of the file, not that of the link.
+    // The timestamp is that of the target, not that of the link.
     PrinterFolder::WriteFile(target, StandardBytes(RawReady, 200), SomeTimeMs + 1);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
     QCOMPARE(worker.stCurrent.stState.dwRemainingToner, 200UL);
@@ -144,13 +144,13 @@ void StatusFileKindsTest::NoPermission()
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), -1);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
     QCOMPARE(worker.GetPrinterStatusFile(Name, true), -1);
-    // A permission alone changes no modification time: still left alone, unless by force.
+    // Changing the permissions alone leaves the timestamp, so only a forced read looks again.
     QCOMPARE(chmod(LocalPath().constData(), 0400), 0);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
     QCOMPARE(worker.GetPrinterStatusFile(Name, true), 0);
 }
 
-// What cannot be looked up counts as missing, and its time is forgotten.
+// A file that cannot be looked up counts as missing, and its timestamp is forgotten.
 void StatusFileKindsTest::ForbiddenFolder()
 {
     if (geteuid() == 0) {
@@ -196,7 +196,7 @@ void StatusFileKindsTest::Names()
     QCOMPARE(worker.GetPrinterStatusFile(name, false), -1);
 }
 
-// Not the file whose name ends where the zero byte stands.
+// The name must not be cut at the zero byte, which would find another file.
 void StatusFileKindsTest::ZeroByteInTheName()
 {
     const QString folder = QString::fromLatin1(PrinterFolder::ConfigurationDirectory);
@@ -206,7 +206,7 @@ void StatusFileKindsTest::ZeroByteInTheName()
     const QString name = QStringLiteral("Office") + QChar(0) + QStringLiteral("x");
     QCOMPARE(worker.GetPrinterStatusFile(name, false), -1);
     QCOMPARE(worker.GetPrinterStatusFile(name, true), -1);
-    QCOMPARE(worker.GetPrinterStatusFile(QString(1000, QLatin1Char('x')), false), -1); // nor one that is too long
+    QCOMPARE(worker.GetPrinterStatusFile(QString(1000, QLatin1Char('x')), false), -1); // a name that is too long
 }
 
 void StatusFileKindsTest::FileIsLeftAsItIs()
@@ -219,7 +219,7 @@ void StatusFileKindsTest::FileIsLeftAsItIs()
     QCOMPARE(worker.GetPrinterStatusUSB(Name), 1);
     QCOMPARE(PrinterFolder::ReadFile(PrinterFolder::StatusFilePath(Name)), content);
     QCOMPARE(PrinterFolder::ModificationTime(PrinterFolder::StatusFilePath(Name)), SomeTimeMs);
-    // Nor is one made.
+    // A missing file is not created.
     QCOMPARE(worker.GetPrinterStatusFile(QStringLiteral("absent"), true), -1);
     QVERIFY(!QFile::exists(PrinterFolder::StatusFilePath(QStringLiteral("absent"))));
 }

@@ -10,7 +10,7 @@
 
 #include <vector>
 
-// Status files that cannot be read in one go, and what happens between a read and its write-back.
+// Tests status files that cannot be read in one go, and changes between a read and its write-back.
 class StatusFileReadsTest : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ namespace {
 
 const QString Name = QStringLiteral("Office_K4510A");
 
-// A printer with two workers, as a list that has shrunk and grown leaves it.
+// A printer with two workers, the result of a list that shrank and grew again.
 struct TwoWorkers
 {
     TwoWorkers()
@@ -75,7 +75,7 @@ void StatusFileReadsTest::failing_data()
     QTest::newRow("before the last byte") << EncodeStandardReply(FullReply()).size() - 1;
 }
 
-// As with a file cut off there: the last good state stays, and the file is left alone until it changes.
+// A failing read acts like a truncated file: the last good state stays, and the file is skipped until it changes.
 void StatusFileReadsTest::failing()
 {
     QFETCH(const int, bytes);
@@ -132,7 +132,8 @@ void StatusFileReadsTest::secondWorkerCancels()
     QCOMPARE(cancel.calls().size(), 1);
 }
 
-// Its unchanged state is written first; what the first one has read is written a cycle later, not lost.
+// The slower worker writes its unchanged state first. What the first worker has read is written one cycle later, not
+// lost.
 void StatusFileReadsTest::secondWorkerIsSlower()
 {
     TwoWorkers both;
@@ -140,7 +141,7 @@ void StatusFileReadsTest::secondWorkerIsSlower()
     QCOMPARE(both.second.runCycle(), 1);
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, 200));
     ReadHook::AfterNextFile([&both] {
-        // Another worker wrote what it had copied, which it can do once it has found the old file unchanged.
+        // Another worker writes back its copy, which it may do after it has found the old file unchanged.
         stPrinterManager printer;
         SharedPrinterList shared(&both.list);
         SharedPrinterList::Origin origin;
@@ -154,7 +155,7 @@ void StatusFileReadsTest::secondWorkerIsSlower()
     QCOMPARE(both.second.runCycle(), 0);
 }
 
-// A worker that finds nothing new and is overtaken does not read the file again.
+// A worker that finds nothing new and is overtaken must not read the file again.
 void StatusFileReadsTest::rejectedFileCountsOnceEach()
 {
     TwoWorkers both;

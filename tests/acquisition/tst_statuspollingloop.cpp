@@ -13,8 +13,8 @@
 #include <thread>
 #include <vector>
 
-// The loop in real time, with several workers on one list as in the running program. What a single cycle does is the
-// matter of tst_pollingcycle.
+// Tests the loop in real time, with several workers on one list as in the running program. tst_pollingcycle tests the
+// single cycles.
 class StatusPollingLoopTest : public QObject
 {
     Q_OBJECT
@@ -67,7 +67,7 @@ void CloseTogether(std::vector<std::unique_ptr<RunningStatusWorker>>& workers)
 
 } // namespace
 
-// What all the tests look at: one run of some twelve seconds, until the printer without a file is off-line.
+// All tests examine one run of about twelve seconds, until the printer without a file is off-line.
 namespace {
 
 struct Run
@@ -115,7 +115,7 @@ void StatusPollingLoopTest::initTestCase()
         running->start();
         running->start(); // the second start is ignored
     }
-    // Rewritten as soon as a change was seen, so that each cycle sees one.
+    // Rewrite the file as soon as its change was signalled, so that each cycle finds a change.
     const auto& changing = *s_run.workers[Changing];
     const auto& vanished = *s_run.workers[Vanished];
     QElapsedTimer timer;
@@ -201,7 +201,7 @@ void StatusPollingLoopTest::StopEndsEveryLoop()
     QVERIFY2(timer.elapsed() < StopLimitMs, qPrintable(QString::number(timer.elapsed())));
 }
 
-// The list is rebuilt over and over, with other printers in other places: none gets another one's toner.
+// The list is rebuilt again and again with the printers in other places. No printer may get another one's toner.
 void StatusPollingLoopTest::RebuiltListKeepsPrintersApart()
 {
     constexpr int printerCount = 4;
