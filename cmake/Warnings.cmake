@@ -1,10 +1,10 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
 
-# Linked PRIVATE by every target of this project: its warnings, and what makes a hostile input harder to exploit.
+# Every target of this project links this one PRIVATE. It has the warnings and the hardening flags.
 add_library(brelprintertool_warnings INTERFACE)
 target_compile_features(brelprintertool_warnings INTERFACE cxx_std_17)
-# The compiler complains of fortification in a build without optimisation.
+# The compiler warns about fortification in a build without optimisation.
 set(isOptimised "$<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>,$<CONFIG:MinSizeRel>>")
 target_compile_options(brelprintertool_warnings INTERFACE
     -Wall -Wextra -Wformat=2 -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wshadow

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
 
-# Builds for ARM64 with Debian's cross compiler and foreign libraries; what is built runs under an emulator.
+# Builds for ARM64 with Debian's cross compiler and ARM64 libraries. Built programs run under the emulator.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)
