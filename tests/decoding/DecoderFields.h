@@ -12,7 +12,7 @@
 #include <cstddef>
 #include <vector>
 
-/// One plain member of the decoder (all but the two vectors), as it lies in memory.
+/// One plain member of the decoder (all but the two vectors) and its bytes.
 struct DecoderField
 {
     const char* name;
@@ -20,28 +20,28 @@ struct DecoderField
     std::size_t size;
 };
 
-/// The plain members in the order of their declaration; the pointers are good as long as `status` is.
+/// The plain members in the order of their declaration. The pointers are valid as long as `status` is.
 std::vector<DecoderField> DecoderFields(const UtilPrinterStatus& status);
-/// Names of the plain members that hold any byte but zero.
+/// Names of the plain members with at least one byte that is not zero.
 QStringList FilledFields(const UtilPrinterStatus& status);
-/// Names that are separated by blanks.
+/// Splits a blank-separated list of names.
 QStringList Names(const char* names);
-/// The same without those of `names`, which are separated by blanks.
+/// FilledFields() without `names`, a blank-separated list.
 QStringList FilledFieldsBut(const UtilPrinterStatus& status, const char* names);
-/// All bytes of one raw or text member, the terminating zero included.
+/// All bytes of one raw or text member, including the terminating zero.
 QByteArray RawField(const UtilPrinterStatus& status, const QString& name);
-/// One decoded value.
+/// The decoded value with this name.
 unsigned long Value(const UtilPrinterStatus& status, const QString& name);
 
-/// A list that QCOMPARE can print.
+/// The codes as a list that QCOMPARE can print.
 QList<unsigned long> Codes(const std::vector<unsigned long>& codes);
 
-/// Bytes from hexadecimal digits; blanks are for the reader.
+/// Converts hexadecimal digits to bytes and ignores blanks.
 QByteArray Hex(const char* digits);
 
-// The reply is parsed from a heap block of exactly its size, so that an address sanitizer sees any read beyond it.
+// Parse the reply from a heap block of exactly its size, so that an address sanitizer detects any read beyond it.
 unsigned int ParseStandard(UtilPrinterStatus& status, const QByteArray& reply);
 unsigned int ParseQZ(UtilPrinterStatus& status, const QByteArray& reply);
-// As if the reply ended after `length` bytes. Those that follow in memory show when the decoder takes any of them.
+// Parse the reply as if it ended after `length` bytes. The bytes that follow in memory reveal reads beyond that.
 unsigned int ParseStandardCut(UtilPrinterStatus& status, QByteArray reply, int length);
 unsigned int ParseQZCut(UtilPrinterStatus& status, QByteArray reply, int length);

@@ -5,7 +5,8 @@
 
 #include <QtTest>
 
-// How the list of items of a QZ reply is walked: 36 bytes that are not read, the number of items, the items.
+// Tests how the decoder walks the list of items of a QZ reply: 36 bytes that are not read, the number of items, the
+// items.
 class QZItemListTest : public QObject
 {
     Q_OBJECT
@@ -62,7 +63,7 @@ void QZItemListTest::repliesThatSayNothing_data()
     QTest::newRow("no items, broken one") << Reply(0, Hex("0009 FF 11"));
 }
 
-// They count as answers all the same.
+// The decoder accepts such replies.
 void QZItemListTest::repliesThatSayNothing()
 {
     QFETCH(const QByteArray, reply);
@@ -93,7 +94,7 @@ void QZItemListTest::skipping_data()
     QTest::newRow("job state without data") << 2 << Hex("0007 00  0006 01 02") << 4UL;
     QTest::newRow("machine state without data at the end") << 1 << Hex("0006 00") << 0UL;
     QTest::newRow("machine state of two bytes at the end") << 1 << Hex("0006 02 0101") << 0UL;
-    // The data of those that are stored are skipped.
+    // The data of stored items are skipped.
     QTest::newRow("error") << 2 << Hex("0009 04 00060103  0006 01 02") << 4UL;
     QTest::newRow("warning") << 2 << Hex("000C 04 00060103  0006 01 02") << 4UL;
     QTest::newRow("toner") << 2 << Hex("001D 04 00060103  0006 01 02") << 4UL;
@@ -141,7 +142,7 @@ void QZItemListTest::dataBeyondTheEnd()
     QVERIFY(status.vecErrorCode.empty());
     QVERIFY(status.vecWarningCode.empty());
 
-    // What came before it stays.
+    // Values decoded before these items stay.
     UtilPrinterStatus after;
     QCOMPARE(ParseQZ(after, Reply(count + 2, Hex("0006 01 02  0009 02 1106") + items)), 0U);
     QCOMPARE(after.dwStatus, 4UL);
@@ -191,7 +192,7 @@ void QZItemListTest::cutReply_data()
     }
 }
 
-// A reply that ends between items or inside a header counts as complete, one that ends inside an item's data does not.
+// A reply that ends between items or inside a header is accepted. One that ends inside an item's data is rejected.
 void QZItemListTest::cutReply()
 {
     QFETCH(const int, bytes);
@@ -229,7 +230,7 @@ void QZItemListTest::bytesBeyondTheEnd_data()
     QTest::newRow("unknown item") << Hex("0020 04") << List{} << List{};
 }
 
-// Items at the very end take nothing of what follows the reply in memory.
+// Items at the end of the reply must not use bytes that follow the reply in memory.
 void QZItemListTest::bytesBeyondTheEnd()
 {
     QFETCH(const QByteArray, items);

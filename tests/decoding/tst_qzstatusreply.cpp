@@ -5,7 +5,7 @@
 
 #include <QtTest>
 
-// The items of QZ replies, kind by kind; how the list of items is walked has a test of its own.
+// Tests each kind of item in QZ replies. tst_qzitemlist tests how the list of items is walked.
 class QZStatusReplyTest : public QObject
 {
     Q_OBJECT
@@ -97,7 +97,7 @@ void QZStatusReplyTest::statesWithoutMeaning()
 
 void QZStatusReplyTest::codeItems_data()
 {
-    QTest::addColumn<QByteArray>("data"); // the item's length and what follows it
+    QTest::addColumn<QByteArray>("data"); // the item from its length on
     QTest::addColumn<unsigned long>("code");
     QTest::addColumn<QByteArray>("raw");
     QTest::addColumn<unsigned long>("flag");
@@ -118,7 +118,7 @@ void QZStatusReplyTest::codeItems_data()
     QTest::newRow("no data, a byte after it") << Hex("00 AB") << 0xABUL << Hex("00 00 00") << 0UL;
 }
 
-// Error and warning items alike.
+// Error and warning items are decoded alike.
 void QZStatusReplyTest::codeItems()
 {
     QFETCH(const QByteArray, data);
@@ -157,7 +157,7 @@ void QZStatusReplyTest::codeItemsInSequence_data()
         << 2 << Hex("0009 02 1106  0009 02 0000") << List{0x1106, 0} << Hex("00 00 00") << 0UL;
     QTest::newRow("flag of the last, on")
         << 2 << Hex("0009 02 0000  0009 02 1106") << List{0, 0x1106} << Hex("11 06 00") << 1UL;
-    // What a shorter item does not overwrite stays of the one before, and counts for the flag.
+    // Bytes that a shorter item does not overwrite remain from the one before, and count for the flag.
     QTest::newRow("second byte of the one before")
         << 2 << Hex("0009 02 1106  0009 01 00") << List{0x1106, 0} << Hex("00 06 00") << 1UL;
     QTest::newRow("both bytes of the one before")
@@ -206,7 +206,7 @@ void QZStatusReplyTest::tonerItems_data()
     QTest::newRow("empty") << 1 << Hex("001D 03 000000") << 0UL << 0UL;
     QTest::newRow("third byte of five") << 2 << Hex("001D 05 0102030405  0006 01 02") << 3UL << 4UL;
     QTest::newRow("the last item counts") << 2 << Hex("001D 03 000050  001D 03 000028") << 40UL << 0UL;
-    // The level is at the same place however short the item; its length alone says where the next item begins.
+    // The level is at the same offset however short the item is. Its length only tells where the next item begins.
     QTest::newRow("two bytes and a next item") << 3 << Hex("001D 02 1122  5506 00  0006 01 02") << 0x55UL << 4UL;
     QTest::newRow("two bytes and another byte") << 1 << Hex("001D 02 1122 33") << 0x33UL << 0UL;
     QTest::newRow("one byte and a next item") << 2 << Hex("001D 01 11  0006 01 02") << 6UL << 4UL;

@@ -7,7 +7,7 @@
 
 #include <array>
 
-// Replies of the standard family from the first byte to the number of supplies records, and replies that are cut.
+// Tests replies of the standard family up to the number of supplies records, and truncated replies.
 class StandardReplyTest : public QObject
 {
     Q_OBJECT
@@ -37,8 +37,8 @@ constexpr int ReplyBytes = 66;
 constexpr int HeaderBytes = 12;
 constexpr int TextCapacity = 255; // without the terminating zero
 
-// Every field of a standard reply. No byte is zero but the high halves of lengths and record types, so that each
-// field that was read shows.
+// A standard reply with every field. Only the high bytes of lengths and record types are zero, so that every field that
+// was read is visible.
 QByteArray WholeReply()
 {
     QByteArray reply = Hex("F0 F1 F2 F3 F4 F5 F6  17 1819 1A1B"); // 0: not read, 7: header bytes
@@ -56,7 +56,7 @@ QByteArray WholeReply()
 
 struct FieldsAtLength
 {
-    int bytes; // that the reply must have for the fields to be read
+    int bytes; // the least reply size for these fields to be read
     const char* names;
 };
 
@@ -114,7 +114,7 @@ constexpr std::array<const char*, 5> c_textFields{
 
 using Texts = std::array<QByteArray, 5>;
 
-// The three names have lengths of two bytes, the other two texts of one.
+// The three names have two-byte lengths, the other two texts one-byte lengths.
 QByteArray WithLength(Text kind, const QByteArray& text)
 {
     const char low = static_cast<char>(text.size() & 0xFF);
@@ -122,7 +122,7 @@ QByteArray WithLength(Text kind, const QByteArray& text)
     return kind <= SERIAL ? QByteArray(1, high) + low + text : QByteArray(1, low) + text;
 }
 
-// A reply with these texts, status code 0x13, one error 0x2102 and neither warnings nor supplies.
+// A reply with these texts, status code 0x13, one error 0x2102, no warnings and no supplies.
 QByteArray ReplyWithTexts(const Texts& texts)
 {
     return QByteArray(HeaderBytes, '\0') + WithLength(VENDOR, texts[VENDOR]) + WithLength(PRODUCT, texts[PRODUCT]) +
@@ -130,7 +130,7 @@ QByteArray ReplyWithTexts(const Texts& texts)
         WithLength(EXTRA, texts[EXTRA]) + Hex("01 2102  00  00 0000 0000  00");
 }
 
-// The beginning of a reply without texts, up to the number of errors.
+// The start of a reply without texts, up to the number of errors.
 QByteArray ReplyUpToCodes()
 {
     return QByteArray(HeaderBytes, '\0') + Hex("0000 0000 0000 0000 00 00 00");
@@ -206,7 +206,7 @@ void StandardReplyTest::cutReply_data()
     }
 }
 
-// Only the whole reply is accepted, but each field whose bytes are all there is read, and no other.
+// Only the whole reply is accepted, but every field that is complete is read, and no other.
 void StandardReplyTest::cutReply()
 {
     QFETCH(const int, bytes);
@@ -263,7 +263,7 @@ void StandardReplyTest::textLengths_data()
     }
 }
 
-// A text longer than its field is cut, and neither its neighbours nor the fields that follow take harm.
+// A text longer than its field is cut. Neighbouring members and later fields are unaffected.
 void StandardReplyTest::textLengths()
 {
     QFETCH(const int, kind);

@@ -10,8 +10,8 @@
 #include <set>
 #include <vector>
 
-// The mappings of raw codes to enumerations, code by code. Expected values are numbers here: the tables are those of
-// the printers, not of the enumeration's names.
+// Tests the mappings of raw codes to enumerations, code by code. Expected values are numbers because they are part of
+// the printers' tables, whatever the enumerators' names.
 class StatusCodeMappingTest : public QObject
 {
     Q_OBJECT
@@ -115,7 +115,7 @@ constexpr std::array<ErrorCodes, 64> c_errors{{
     {0xE100, 0xE100, 43}, // ERR_IP_SETTINGS
 }};
 
-// Codes that a table of `size` entries does not know, among them those that would hit it if bits got lost.
+// Codes beyond a table of `size` entries, including those that would be in it if high bits were lost.
 void AddCodesBeyond(unsigned long size)
 {
     for (unsigned long code = size; code < 300; ++code) {
@@ -221,7 +221,7 @@ void StatusCodeMappingTest::everyErrorCode()
     }
 }
 
-// The argument has 64 bits: none above the sixteenth may get lost.
+// The argument has 64 bits. Bits above the sixteenth must not be lost.
 void StatusCodeMappingTest::errorCodesAbove16Bits()
 {
     for (const ErrorCodes& codes : c_errors) {
@@ -235,7 +235,7 @@ void StatusCodeMappingTest::errorCodesAbove16Bits()
     }
 }
 
-// Every condition but the five that only have texts.
+// Codes exist for every condition except the five that only have texts.
 void StatusCodeMappingTest::conditionsThatCodesReach()
 {
     std::set<int> expected;

@@ -9,7 +9,7 @@
 #include <array>
 #include <memory>
 
-// Supplies records: each type alone, and the list of them at the end of a standard reply.
+// Tests supplies records: each type alone, and the list of them at the end of a standard reply.
 class SuppliesRecordsTest : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ constexpr unsigned long SerialNumberType = 0x0000;
 struct RecordType
 {
     unsigned long type;
-    int capacity; // of the raw field, without the terminating zero byte
+    int capacity; // size of the raw field without the terminating zero
     const char* raw;
     const char* value;
 };
@@ -61,8 +61,8 @@ constexpr std::array<RecordType, 8> c_numbers{{
     {0x1102, 4, "byPrinterNumOfPrint", "dwPrinterNumOfPrint"},
 }};
 
-// Stores a record from a heap block of exactly its data, which an address sanitizer watches. A record without data
-// still has the one byte that its value is taken from.
+// Stores a record from a heap block of exactly its data, so that an address sanitizer detects reads beyond it. A record
+// without data still has the one byte from which its value is read.
 void Store(UtilPrinterStatus& status, unsigned long type, const QByteArray& data, int n)
 {
     const auto exact = std::make_unique<unsigned char[]>(static_cast<std::size_t>(data.size()));
@@ -75,7 +75,7 @@ void Store(UtilPrinterStatus& status, unsigned long type, const QByteArray& data
     Store(status, type, data, data.size());
 }
 
-// A standard reply that ends in these records.
+// A standard reply that ends with these records.
 QByteArray Reply(int count, const QByteArray& records)
 {
     return QByteArray(30, '\0') + static_cast<char>(count) + records;
@@ -123,7 +123,7 @@ void SuppliesRecordsTest::serialNumber_data()
     QTest::newRow("longest record") << 255 << 64;
 }
 
-// As a record alone and as one of a reply.
+// Tests the record alone and as part of a reply.
 void SuppliesRecordsTest::serialNumber()
 {
     QFETCH(const int, length);
@@ -162,8 +162,8 @@ void SuppliesRecordsTest::dataLengths_data()
     }
 }
 
-// Data longer than the field are cut; the value is that of the whole data, and of the first byte alone when there are
-// none or more than four.
+// Data longer than the field are cut. The value is that of the whole data, or of the first byte alone if there are no
+// data or more than four bytes.
 void SuppliesRecordsTest::dataLengths()
 {
     QFETCH(const unsigned long, type);
@@ -246,7 +246,7 @@ void SuppliesRecordsTest::pagesAndPrints_data()
         << Hex("1122334400");
 }
 
-// Pages count as prints as well, until a record of prints says otherwise.
+// Pages also count as prints until a record of prints follows.
 void SuppliesRecordsTest::pagesAndPrints()
 {
     QFETCH(const int, count);
@@ -279,7 +279,7 @@ void SuppliesRecordsTest::recordWithoutData_data()
     QTest::newRow("one byte, after another") << 2 << Hex("1001 02 ABCD  1000 01 50") << 80UL;
 }
 
-// A record without data has the first byte that a record before it left behind.
+// A record without data takes the first byte that an earlier record left behind.
 void SuppliesRecordsTest::recordWithoutData()
 {
     QFETCH(const int, count);
@@ -291,7 +291,8 @@ void SuppliesRecordsTest::recordWithoutData()
     QCOMPARE(status.dwRemainingToner, toner);
 }
 
-// Nothing is copied: the text before it stays, and what the text left behind is a value for the record after it.
+// An empty text is not copied: the text before it stays, and its bytes become the value of the next record without
+// data.
 void SuppliesRecordsTest::serialNumberWithoutData()
 {
     UtilPrinterStatus status;

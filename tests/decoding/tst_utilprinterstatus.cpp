@@ -10,7 +10,7 @@
 #include <memory>
 #include <new>
 
-// The decoder object: its members, its reader of integers and what a second parse does to it.
+// Tests the decoder object: its members, its integer reader and the effect of a second parse.
 class UtilPrinterStatusTest : public QObject
 {
     Q_OBJECT
@@ -86,7 +86,7 @@ constexpr std::array<Member, 50> c_members{{
     {"dwPrinterNumOfPrint", 8},
 }};
 
-// Header, no texts but the vendor name "TOL", status code 0x91, two errors, one warning, toner at 8000.
+// A header, only one text (the vendor name "TOL"), status code 0x91, two errors, one warning, toner 8000.
 QByteArray FirstReply()
 {
     return QByteArray(7, '\0') + Hex("17 1819 1A1B 0003") + "TOL" +
@@ -112,7 +112,7 @@ void UtilPrinterStatusTest::membersInOrder()
 
 void UtilPrinterStatusTest::freshObjectIsZeroed()
 {
-    // Memory that was in use before, as the stack of a worker is.
+    // Memory that was used before, like a worker's stack.
     alignas(UtilPrinterStatus) std::array<unsigned char, sizeof(UtilPrinterStatus)> memory{};
     memory.fill(0xA5);
     auto* status = new (memory.data()) UtilPrinterStatus;
@@ -152,7 +152,7 @@ void UtilPrinterStatusTest::byteToDWORD()
     QFETCH(const unsigned long, n);
     QFETCH(const unsigned long, value);
 
-    // A block of exactly the bytes, so that an address sanitizer sees any read beyond them.
+    // A block of exactly these bytes, so that an address sanitizer detects any read beyond them.
     const auto exact = std::make_unique<unsigned char[]>(static_cast<std::size_t>(bytes.size()));
     std::copy(bytes.begin(), bytes.end(), exact.get());
     QCOMPARE(UtilPrinterStatus::byteToDWORD(exact.get(), n), value);
