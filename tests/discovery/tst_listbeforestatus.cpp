@@ -10,10 +10,10 @@
 
 namespace {
 
-// A status worker looks once a second.
+// Status workers poll once a second.
 constexpr unsigned long SlowToSpeakMs = 3000;
 
-// A status worker on a thread of its own, as the window has it.
+// A status worker on its own thread, as in the window.
 class RunningStatusWorker
 {
 public:
@@ -56,11 +56,11 @@ private slots:
     void noStatusOvertakesTheList();
 };
 
-// The window makes its rows afresh when it hears of the list: what a status worker has said before would be lost.
+// The window rebuilds its rows when the list's signal arrives. A status signal that arrives earlier would be lost.
 void ListBeforeStatusTest::noStatusOvertakesTheList()
 {
     PrinterFolder::Create();
-    PrinterFolder::WriteStatusFile(QStringLiteral("A"), QByteArray(64, '\0')); // ready, without texts and supplies
+    PrinterFolder::WriteStatusFile(QStringLiteral("A"), QByteArray(64, '\0')); // ready, no texts, no supplies
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("A"), QStringLiteral("another port"))});
     QList<stPrinterManager> list{PrinterFolder::ListedPrinter(QStringLiteral("A"))};
     QString heard;

@@ -6,7 +6,7 @@
 
 #include <QtTest>
 
-// What a list file says, key by key.
+// Tests every key of a list file.
 class PrinterListFileTest : public QObject
 {
     Q_OBJECT
@@ -56,7 +56,7 @@ QString Words(const stPrinterInfo& info)
         .arg(info.strPrinterName, info.enType, QString::number(info.iConnectType), info.strPort, info.strURI);
 }
 
-// What QSettings writes for a list; this one announces 2147483647 elements, which no memory holds.
+// A list as QSettings stores it. It announces 2147483647 elements, which fit into no memory.
 constexpr char HugeList[] = R"(@Variant(\0\0\0\t\x7f\xff\xff\xff))";
 
 constexpr char NothingKnown[] = "name '' model '' type 0 port '' uri ''";
@@ -111,7 +111,7 @@ void PrinterListFileTest::Texts_data()
     QTest::newRow("UTF-8 outside the first plane") << QByteArray("\xF0\x9F\x96\xA8") << QStringLiteral("\U0001F5A8");
     QTest::newRow("blanks around") << QByteArray("  a b  ") << "a b";
     QTest::newRow("quoted blanks") << QByteArray("\"  a b  \"") << "  a b  ";
-    // A comma makes a list, and a list is no text; a semicolon begins a comment.
+    // A comma makes a list, which is not read as a text. A semicolon begins a comment.
     QTest::newRow("comma") << QByteArray("a,b") << "";
     QTest::newRow("quoted comma") << QByteArray("\"a,b\"") << "a,b";
     QTest::newRow("semicolon") << QByteArray("a;b") << "a";
@@ -298,7 +298,7 @@ void PrinterListFileTest::StoredObjects_data()
     QTest::newRow("byte order mark inside") << "Name=@V\"\"\xEF\xBB\xBF" + ("ariant(" + content);
 }
 
-// Its value counts as missing; all others are read.
+// The value with the stored object counts as missing. All others are read.
 void PrinterListFileTest::StoredObjects()
 {
     QFETCH(QByteArray, line);
@@ -317,7 +317,7 @@ void PrinterListFileTest::StoredObjectAsCount()
     QCOMPARE(Read("[Main]\nCount=@Variant(\\0\\0\\0\\x2\\0\\0\\0\\x1)\n[printer_0]\nName=A\n").size(), 0);
 }
 
-// Read element by element, each inside the one before, these would need more stack than a thread has.
+// Each list is an element of the one before. Reading them recursively would need more stack than a thread has.
 void PrinterListFileTest::DeeplyNestedStoredLists()
 {
     const QByteArray lists = QByteArray("\\0\\0\\0\\t\\0\\0\\0\x01").repeated(69000);

@@ -15,7 +15,7 @@
 #include <sys/prctl.h>
 #include <thread>
 
-// The loop: when it replaces the shared list, how often it looks, how it is stopped.
+// Tests the loop: when it replaces the shared list, how often it reads the file, how it is stopped.
 class PrinterListLoopTest : public QObject
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ private slots:
 namespace {
 
 constexpr int RescanIntervalMs = 3000;
-constexpr int SliceMs = 500; // of a pause
+constexpr int SliceMs = 500; // a pause is slept in slices
 constexpr int PassTimeoutMs = 15000;
 
 stPrinterInfo Printer(const QString& nameAndPort)
@@ -48,7 +48,7 @@ stPrinterInfo Printer(const QString& nameAndPort)
     return PrinterFolder::Printer(parts.at(0), parts.value(1));
 }
 
-// "A@1 B@2": printers with their ports.
+// Printers from a text such as "A@1 B@2": names and ports.
 QList<stPrinterInfo> Printers(const QString& words)
 {
     QList<stPrinterInfo> printers;
@@ -87,7 +87,8 @@ QString Words(const QList<stPrinterManager>& list)
     return words.join(QLatin1Char(' '));
 }
 
-// One pass of the loop: the stop is requested beforehand, and the pause comes last. Returns the number of signals.
+// Runs one pass of the loop: the stop is requested beforehand and takes effect in the final pause. Returns the number
+// of signals.
 int RunOnePass(QList<stPrinterManager>* list)
 {
     TrdDeviceManage worker(nullptr);
@@ -98,7 +99,7 @@ int RunOnePass(QList<stPrinterManager>* list)
     return updates.size();
 }
 
-// A worker on a thread of its own, as the window has it.
+// A worker on its own thread, as in the window.
 class RunningWorker
 {
 public:
@@ -152,7 +153,7 @@ private:
     std::unique_ptr<TrdDeviceManage> m_worker = std::make_unique<TrdDeviceManage>(nullptr);
 };
 
-// What others see while the worker runs.
+// The list as other threads see it while the worker runs.
 QString LockedWords(QList<stPrinterManager>& list)
 {
     QList<stPrinterManager> copies;
@@ -212,9 +213,9 @@ void PrinterListLoopTest::Pass()
     PrinterFolder::WritePrinterList(Printers(listed));
     QTEST(RunOnePass(&list), "updates");
     QCOMPARE(Words(list), listed);
-    // Once more: it has settled.
+    // A second pass changes nothing.
     QCOMPARE(RunOnePass(&list), 0);
-    // And without its file it is empty, with a signal if it was not.
+    // Without the file the list becomes empty; there is a signal only if it was not empty before.
     PrinterFolder::RemovePrinterList();
     QCOMPARE(RunOnePass(&list), listed.isEmpty() ? 0 : 1);
     QVERIFY(list.isEmpty());
@@ -291,7 +292,7 @@ void PrinterListLoopTest::SecondStartIsIgnored()
     worker.SlotTaskStart();
     QCOMPARE(Words(list), QStringLiteral("A@1"));
     QCOMPARE(worker.bTaskStarted, true);
-    // Not even a single pass, also after the loop has ended.
+    // A start after the stop does not run a single pass, even after the loop has ended.
     PrinterFolder::WritePrinterList(Printers(QStringLiteral("B@2")));
     worker.SlotTaskStart();
     QCOMPARE(Words(list), QStringLiteral("A@1"));
@@ -337,7 +338,7 @@ void PrinterListLoopTest::LooksEveryThreeSeconds()
     qint64 previousMs = 0;
     qint64 shortestMs = PassTimeoutMs;
     for (int pass = 1; pass <= 4; ++pass) {
-        // Changed at once after each look, so that the next one sees it.
+        // Change the file right after each pass, so that the next pass finds a change.
         const QString words = QStringLiteral("A@%1").arg(pass);
         PrinterFolder::WritePrinterList(Printers(words));
         QTRY_COMPARE_WITH_TIMEOUT(running.updates(), pass, PassTimeoutMs);
@@ -349,7 +350,7 @@ void PrinterListLoopTest::LooksEveryThreeSeconds()
         }
         previousMs = running.lastUpdateMs();
     }
-    // A busy machine makes some longer, not each by a slice.
+    // A busy machine makes some intervals longer, but not every one by a whole slice.
     QVERIFY2(shortestMs < RescanIntervalMs + SliceMs, qPrintable(QString::number(shortestMs)));
 }
 
@@ -367,7 +368,7 @@ void PrinterListLoopTest::StopEndsThePause()
     running.thread().quit();
     QVERIFY(running.thread().wait(PassTimeoutMs));
     QVERIFY2(timer.elapsed() < RescanIntervalMs - 500, qPrintable(QString::number(timer.elapsed())));
-    // Neither the ended loop nor the second start has looked again.
+    // Neither the ended loop nor the second start has read the file again.
     QCOMPARE(running.updates(), 1);
     QCOMPARE(Words(list), QStringLiteral("A@1"));
 }
@@ -379,7 +380,7 @@ void PrinterListLoopTest::LetsGoOfTheList()
     PrinterFolder::WritePrinterList(Printers(QStringLiteral("A@1")));
     RunningWorker running(&list);
     QTRY_COMPARE(running.updates(), 1);
-    RunningWorker observer(&observedList); // looks later than the other one, in the same rhythm
+    RunningWorker observer(&observedList); // polls later than the other one, at the same interval
     QTRY_COMPARE(observer.updates(), 1);
     running.worker().Init(nullptr);
     PrinterFolder::RemovePrinterList();

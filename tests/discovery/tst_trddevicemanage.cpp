@@ -11,8 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// The worker without its loop: the default records, and which list files are read at all. What stands in a list file
-// is the matter of tst_printerlistfile.
+// Tests the worker without its loop: the default records, and which list files are read at all. tst_printerlistfile
+// tests the content of list files.
 class TrdDeviceManageTest : public QObject
 {
     Q_OBJECT
@@ -235,7 +235,7 @@ void TrdDeviceManageTest::WhatStandsInTheFilesPlace()
     } else if (kind == QLatin1String("link to itself")) {
         QCOMPARE(symlink("printerlist.ini", LocalListPath().constData()), 0);
     }
-    QCOMPARE(PrinterCount(), 0); // and it comes back at all
+    QCOMPARE(PrinterCount(), 0); // the call must return, too
 }
 
 void TrdDeviceManageTest::LinkToARegularFile()
