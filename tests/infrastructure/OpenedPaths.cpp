@@ -9,7 +9,7 @@
 
 namespace {
 
-// Never destroyed: files are opened until the very end of the process.
+// Never destroyed, because files are opened until the very end of the process.
 struct Record
 {
     std::mutex mutex;
@@ -46,8 +46,8 @@ std::vector<std::string> TakeOpenedPaths()
     return paths;
 }
 
-// In front of the C library's function of this name, also for Qt, by which the log opens its files. The mode is read
-// in any case: without one the system ignores what it is given.
+// Replaces the C library's open64(), through which Qt opens the log's files. Reading the mode is safe in any case: the
+// system ignores it when no file is created.
 extern "C" int open64(const char* path, int flags, ...)
 {
     va_list arguments;

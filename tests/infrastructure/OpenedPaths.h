@@ -6,6 +6,6 @@
 #include <string>
 #include <vector>
 
-/// The paths that this process has opened since the last call, letter by letter as they were handed to the system:
-/// the file system itself does not tell a doubled slash from a single one.
+/// The paths that this process has opened since the last call, exactly as they were passed to the system. The file
+/// system itself does not distinguish a doubled slash from a single one.
 std::vector<std::string> TakeOpenedPaths();

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-// What the mutex guards: in a build for the thread sanitizer without a report, in any build without a loss.
+// Counts under the mutex: no count is lost, and the thread sanitizer reports no race.
 class AnnotatedMutexTest : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ void AnnotatedMutexTest::guardsPlainVariables()
             for (int round = 0; round < roundsPerThread; ++round) {
                 const std::lock_guard<AnnotatedMutex> lock(mutex);
                 const int before = count;
-                std::this_thread::yield(); // so that another thread comes in between, if it can
+                std::this_thread::yield(); // gives another thread a chance to interfere
                 count = before + 1;
             }
         });

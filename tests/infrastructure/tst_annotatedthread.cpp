@@ -5,8 +5,8 @@
 
 #include <QtTest>
 
-// What a thread has written may be read when it has been waited for: in a build for the thread sanitizer without a
-// report, also when the thread has ended long before.
+// After waiting for a thread, its data may be read without a report of the thread sanitizer, even if the thread ended
+// long before.
 class AnnotatedThreadTest : public QObject
 {
     Q_OBJECT

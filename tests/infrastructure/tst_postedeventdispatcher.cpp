@@ -33,8 +33,8 @@ private slots:
     void sleepsWhenNothingIsPosted();
 };
 
-// A thread with the dispatcher, and in it what is called from outside. The calls are handed over under a lock of the
-// test's, since the thread sanitizer does not see that of Qt's.
+// A thread with the dispatcher, which runs calls from other threads. The test's own lock guards the calls because the
+// thread sanitizer does not see Qt's.
 class Receiver : public QObject
 {
     Q_OBJECT
@@ -68,12 +68,12 @@ public:
     {
         return m_thread;
     }
-    /// How many have been run.
+    /// The number of calls that have run.
     int calls() const
     {
         return m_calls;
     }
-    /// Whether every call came in the thread.
+    /// Whether every call ran in the thread.
     bool isInThread() const
     {
         return m_isInThread;
@@ -154,7 +154,7 @@ void PostedEventDispatcherTest::callFromWithinACall()
     QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), 2, TimeoutMs);
 }
 
-// Each is posted as soon as the one before has been seen, so just when the thread is about to sleep.
+// Posts each call as soon as the one before has run, which is when the thread is about to sleep.
 void PostedEventDispatcherTest::noCallIsOverslept()
 {
     Receiver receiver;
@@ -246,7 +246,7 @@ void PostedEventDispatcherTest::sleepsWhenNothingIsPosted()
     QTRY_COMPARE_WITH_TIMEOUT(receiver.calls(), 1, TimeoutMs);
     const qint64 before = ProcessorTicks();
     QThread::sleep(1);
-    const qint64 ticks = ProcessorTicks() - before; // of 10 ms; a loop without rest takes some 100
+    const qint64 ticks = ProcessorTicks() - before; // 10 ms each; a busy loop takes about 100
     QVERIFY2(ticks < 20, qPrintable(QString::number(ticks)));
 }
 

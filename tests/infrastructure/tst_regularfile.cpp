@@ -57,7 +57,7 @@ QByteArray Read(const RegularFile& file, unsigned long capacity)
 {
     QByteArray buffer(static_cast<int>(capacity) + 1, '#');
     const unsigned long count = file.read(reinterpret_cast<unsigned char*>(buffer.data()), capacity);
-    // Not a byte beyond what it says that it read.
+    // The read must not write beyond the number of bytes that it returns.
     return buffer.mid(static_cast<int>(count)).count('#') == buffer.size() - static_cast<int>(count)
         ? buffer.left(static_cast<int>(count))
         : QByteArray("wrote too far");
@@ -204,7 +204,7 @@ void RegularFileTest::shrunkFileGivesWhatIsLeft()
     const RegularFile file(Path("plain"));
     QVERIFY(QFile::resize(Path("plain"), 2));
     QCOMPARE(Read(file, 7), QByteArray("co"));
-    QCOMPARE(file.size(), qint64(7)); // as it was opened
+    QCOMPARE(file.size(), qint64(7)); // the size at opening
 }
 
 void RegularFileTest::keepsWhatItOpened()

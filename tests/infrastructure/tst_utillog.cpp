@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-// What stands in the log: its lines, and when there are any.
+// Tests the lines of the log, and when the log has any.
 class UtilLogTest : public QObject
 {
     Q_OBJECT
@@ -48,7 +48,7 @@ void CountMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, con
     ++s_messageCount;
 }
 
-// A time zone for this process while the object lives, in the form that needs no data of the system.
+// Sets the time zone of the process while the object lives, in the form that needs no time zone files.
 class TimeZone
 {
 public:
@@ -88,13 +88,13 @@ void UtilLogTest::cleanup()
     SetLogEnable(false);
 }
 
-// Must stay the first test: nothing has switched the log on yet.
+// Must stay the first test: it needs a process in which the log was never switched on.
 void UtilLogTest::offFromTheStart()
 {
     const QtMessageHandler before = qInstallMessageHandler(CountMessage);
     WriteStringLog(File, 1, "main", QStringLiteral("%s %d"), "text", 1);
     qInstallMessageHandler(before);
-    QCOMPARE(s_messageCount, 0); // a try to open the file, whose name is not made yet, would cause one
+    QCOMPARE(s_messageCount, 0); // trying to open the unnamed file would cause a message
     QVERIFY(!QFile::exists(QString::fromLatin1(PrinterFolder::ToolDirectory)));
 }
 
@@ -104,7 +104,7 @@ void UtilLogTest::offWritesNothing()
     SetLogEnable(false);
     WriteStringLog(File, 1, "main", QStringLiteral("text"));
     QCOMPARE(LogFolder::Names(), QStringList());
-    // Not even the folder is looked for.
+    // A log that is switched off does not create the folder.
     PrinterFolder::Remove();
     WriteStringLog(File, 1, "main", QStringLiteral("text"));
     QVERIFY(!QFile::exists(QString::fromLatin1(PrinterFolder::ToolDirectory)));
@@ -142,10 +142,10 @@ void UtilLogTest::lineBearsThePresentTime()
     QVERIFY2(written >= before && written <= after, qPrintable(content));
 }
 
-// Those of the line and of the file's name.
+// Both the time in the line and the time in the file's name are local.
 void UtilLogTest::timesAreLocal()
 {
-    const TimeZone zone("TST-7:30"); // seven and a half hours before UTC
+    const TimeZone zone("TST-7:30"); // 7.5 hours ahead of UTC
     SetLogEnable(true);
     const QDateTime before = QDateTime::currentDateTimeUtc();
     WriteStringLog(File, 42, "main", QStringLiteral("message text"));
@@ -250,7 +250,7 @@ void UtilLogTest::eachCallAppendsOneLine()
     SetLogEnable(true);
     for (int i = 0; i < 3; ++i) {
         WriteStringLog(File, i, "main", QStringLiteral("text"));
-        // Nothing is kept back between calls.
+        // Every call writes its line at once.
         QCOMPARE(LogFolder::Lines().size(), i + 1);
         QCOMPARE(LogFolder::WithoutTime(LogFolder::Lines().constLast()),
                  "(../main@" + QByteArray::number(i) + " main) text");

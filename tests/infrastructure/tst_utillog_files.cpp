@@ -15,7 +15,7 @@
 #include <unistd.h>
 #include <vector>
 
-// Which files the log writes to: their names, the change to the next one, and what it does without one.
+// Tests which files the log writes to: their names, the change to the next file, and files that cannot be written.
 class UtilLogFilesTest : public QObject
 {
     Q_OBJECT
@@ -63,7 +63,7 @@ QByteArray LastLine(const QString& name)
 
 bool Resize(const QString& name, qint64 bytes)
 {
-    // Filled with line ends, so that what is appended stands in a line of its own.
+    // Fill the file with line ends, so that the next text begins a new line.
     return QFile::resize(LogFolder::Path(name), 0) && [&] {
         QFile file(LogFolder::Path(name));
         return file.open(QIODevice::WriteOnly) && file.write(QByteArray(static_cast<int>(bytes), '\n')) == bytes;
@@ -80,13 +80,13 @@ QString SecondText()
     return QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_hhmmss"));
 }
 
-// The name of the run's file with another index.
+// The name of the same run's file with another index.
 QString WithIndex(const QString& name, int index)
 {
     return name.left(name.lastIndexOf(QLatin1Char('_')) + 1) + QString::number(index) + QStringLiteral(".log");
 }
 
-// Switches the log on and writes a line; the file that it went to.
+// Switches the log on and writes a line. Returns the name of its file.
 QString StartLog()
 {
     SetLogEnable(true);
@@ -111,7 +111,7 @@ void UtilLogFilesTest::nameBearsTheTimeOfSwitchingOn()
     const QString before = SecondText();
     SetLogEnable(true);
     const QString after = SecondText();
-    QTRY_VERIFY(SecondText() > after); // so that the time of the first line is another
+    QTRY_VERIFY(SecondText() > after); // gives the first line a new timestamp
     WriteLine(1);
 
     QCOMPARE(LogFolder::Names().size(), 1);
@@ -157,7 +157,7 @@ void UtilLogFilesTest::rollOver()
     QCOMPARE(LogFolder::Names().size(), index + 1);
     QCOMPARE(LastLine(WithIndex(name, index)), ExpectedLine(1));
     if (index > 0) {
-        QCOMPARE(SizeOf(name), size); // the old file is left as it is
+        QCOMPARE(SizeOf(name), size); // the old file is unchanged
         QCOMPARE(LogFolder::Lines(WithIndex(name, index)).size(), 1);
     }
 }
@@ -188,7 +188,7 @@ void UtilLogFilesTest::nextFileExists_data()
     QTest::newRow("full") << LimitBytes + 1 << 2;
 }
 
-// It is continued, and a full one gets one line more: only the current file's size counts.
+// An existing next file is continued, and gets a line even if it is full: only the current file's size counts.
 void UtilLogFilesTest::nextFileExists()
 {
     QFETCH(qint64, size);
@@ -201,7 +201,7 @@ void UtilLogFilesTest::nextFileExists()
     WriteLine(1);
     QCOMPARE(LogFolder::Names(), (QStringList{name, next}));
     QCOMPARE(LastLine(next), ExpectedLine(1));
-    QCOMPARE(LogFolder::Lines(next).size(), size + 1); // what stood there is kept
+    QCOMPARE(LogFolder::Lines(next).size(), size + 1); // its old content is kept
     WriteLine(2);
     QCOMPARE(LogFolder::Names().size(), indexOfTheSecondLine + 1);
     QCOMPARE(LastLine(WithIndex(name, indexOfTheSecondLine)), ExpectedLine(2));
@@ -217,7 +217,7 @@ void UtilLogFilesTest::currentFileVanishes_data()
     QTest::newRow("the second") << 1 << qint64(20);
 }
 
-// The next line makes it anew under the same name.
+// The next line creates the file again under the same name.
 void UtilLogFilesTest::currentFileVanishes()
 {
     QFETCH(int, index);
@@ -244,11 +244,11 @@ void UtilLogFilesTest::indexGrowsWithoutBound()
         WriteLine(index);
         QVERIFY(QFile::exists(LogFolder::Path(WithIndex(name, index + 1))));
     }
-    // None is ever deleted.
+    // No file is ever deleted.
     QCOMPARE(LogFolder::Names().size(), 13);
 }
 
-// Again and again, as the threads have to meet at the very moment.
+// Many rounds, because the threads must meet at the same moment.
 void UtilLogFilesTest::rollOverHappensOnceAmongThreads()
 {
     constexpr int threadCount = 4;
@@ -285,7 +285,7 @@ void UtilLogFilesTest::switchingOnTwiceWithinASecond()
         second = SecondText();
         StartLog();
         StartLog();
-    } while (SecondText() != second); // a second ended meanwhile
+    } while (SecondText() != second); // repeat if a second ended meanwhile
     QCOMPARE(LogFolder::Names().size(), 1);
     QCOMPARE(LogFolder::Lines().size(), 2);
 }
@@ -313,7 +313,7 @@ void UtilLogFilesTest::switchingOnStartsAtIndexZero()
     QVERIFY2(next.endsWith(QStringLiteral("_0.log")), qPrintable(next));
 }
 
-// A file stands where the folder belongs. Root's rights do not help here either.
+// A file is in the place of the folder, which stops even root.
 void UtilLogFilesTest::folderThatCannotBeMade()
 {
     const QString folder = QStringLiteral("/opt/tolmar/tolmar-printer-q727/tool");
@@ -352,7 +352,7 @@ void UtilLogFilesTest::folderThatVanishes()
     StartLog();
     PrinterFolder::Remove();
     WriteLine(1);
-    // Only switching on makes the folder.
+    // Only switching on creates the folder.
     QVERIFY(!QFile::exists(QString::fromLatin1(PrinterFolder::ToolDirectory)));
 }
 

@@ -33,12 +33,12 @@ struct Row
 {
     const char* name;
     int ms;
-    int stopMs; // when the stop is requested, after the call
+    int stopMs; // the time of the stop request, after the call
     int atLeastMs;
     bool result;
 };
 
-// Less than any part of a pause that could be slept once too often. A busy machine exceeds it now and then.
+// Shorter than any part of a pause that could be slept by mistake. A busy machine exceeds it now and then.
 constexpr int MarginMs = 150;
 constexpr int Attempts = 8;
 
@@ -96,7 +96,7 @@ Outcome Wait(const Row& row)
     return outcome;
 }
 
-// The first pause that takes no longer than it should, or that does something wrong; else the last one.
+// The first pause that is in time or has a wrong result; otherwise the last one.
 Outcome WaitUntilOnTime(const Row& row)
 {
     Outcome outcome;
@@ -109,7 +109,7 @@ Outcome WaitUntilOnTime(const Row& row)
     return outcome;
 }
 
-// The rows wait all at once, each on a thread of its own.
+// All rows wait at the same time, each on its own thread.
 std::map<QByteArray, std::future<Outcome>> s_outcomes;
 
 } // namespace
