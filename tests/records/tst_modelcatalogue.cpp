@@ -45,7 +45,7 @@ constexpr std::array<Model, 8> c_models{{
     {"J4990E", "QV J4990E", "Tolmar_J4990E.ppd", 13562, 172},
 }};
 
-// What a caller passes in and must find again when no product is known.
+// The caller's value, which must be unchanged when no product is known.
 constexpr int CallersPid = -77;
 
 void CompareModel(const stModelInfo& actual, const Model& expected)

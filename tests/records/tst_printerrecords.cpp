@@ -9,7 +9,7 @@
 
 #include <type_traits>
 
-// The records that all subsystems share: values of the enumerations, order of the members, defaults, copies.
+// Tests the records that all subsystems share: enumeration values, order of the members, defaults, copies.
 class PrinterRecordsTest : public QObject
 {
     Q_OBJECT
@@ -107,7 +107,7 @@ constexpr Named c_enumerators[] = {
 
 static_assert(sizeof(enPrinterStatus) == 4 && sizeof(enErrorStatus) == 4, "32 bits wherever they are held");
 
-// Counters above 2^32, each another.
+// Different counters, all above 2^32.
 constexpr unsigned long c_counters[] = {
     0x100000000,        0x1FFFFFFFF,        0x123456789ABC,     0x7FFFFFFFFFFFFFFF,
     0x8000000000000000, 0xFFFFFFFF00000000, 0xFEDCBA9876543210, 0xFFFFFFFFFFFFFFFF,
@@ -192,7 +192,7 @@ void CompareDefaultState(const stPrinterState& state)
     QCOMPARE(state.iFailCount, 0);
 }
 
-// Against the values written out in FilledState().
+// Compares with the literal values of FilledState().
 void CompareFilledState(const stPrinterState& state)
 {
     QCOMPARE(state.strPrinterSerialNumber, QStringLiteral("SN-1"));
@@ -248,7 +248,7 @@ void PrinterRecordsTest::memberTypes()
     QCOMPARE(sizeof(stPrinterState::dwRemainingToner), std::size_t(8));
 }
 
-// The bindings name the members by place.
+// Structured bindings follow the order of the members.
 void PrinterRecordsTest::memberOrderOfInfo()
 {
     const stPrinterManager element;

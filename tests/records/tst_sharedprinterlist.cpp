@@ -11,12 +11,12 @@
 #include <vector>
 
 using WriteBack = SharedPrinterList::WriteBack;
-// What the status file says, one status after another. The toner of a state is its place in here.
+// The successive statuses in the status file. The toner of a state is its index here.
 using Versions = std::vector<int>;
 Q_DECLARE_METATYPE(WriteBack)
 Q_DECLARE_METATYPE(Versions)
 
-// The list as its users see it, and two workers of one printer in every order of their steps.
+// Tests the list as its users see it, and two workers of one printer in every order of their steps.
 class SharedPrinterListTest : public QObject
 {
     Q_OBJECT
@@ -51,7 +51,7 @@ stPrinterManager Printer(const QString& name, int status = PS_READY, unsigned lo
 
 const QString Name = QStringLiteral("Office");
 
-// What a worker's cycle does, cut into the steps between which others may work.
+// A worker's cycle, divided into the steps between which others may run.
 class StepWorker
 {
 public:
@@ -61,7 +61,7 @@ public:
     {
     }
 
-    /// Returns the version that this step told of, or -1.
+    /// Returns the version that this step signalled, or -1.
     int step(int fileVersion)
     {
         switch (m_step++) {
@@ -121,7 +121,7 @@ private:
     int m_cancels = 0;
 };
 
-// One order of steps. Who comes next is taken from `choices`, which is filled up as far as needed.
+// Runs one order of steps. `choices` says who comes next and is extended as needed.
 class Run
 {
 public:
@@ -140,7 +140,7 @@ public:
             counts[at] = static_cast<int>(possible.size());
             go(possible.at(static_cast<std::size_t>(choices[at])));
         }
-        for (const int worker : {0, 1}) { // and a quiet second for each
+        for (const int worker : {0, 1}) { // a final undisturbed cycle of each
             do {
                 go(worker);
             } while (!m_workers[worker].isBetweenCycles());
@@ -203,7 +203,7 @@ private:
     QString m_fault;
 };
 
-// The next combination; false after the last one.
+// Sets the next combination; returns false after the last one.
 bool Advance(std::vector<int>& choices, const std::vector<int>& counts)
 {
     while (!choices.empty() && choices.back() + 1 == counts.at(choices.size() - 1)) {
@@ -297,7 +297,7 @@ void SharedPrinterListTest::writesToTheSamePrinterOnly()
     QCOMPARE(shared.writeBack(printer, true, origin), WriteBack::NotListed);
 }
 
-// It has the same printer, and nobody has written to it since.
+// The new list has the same printer, and nobody has written to it since.
 void SharedPrinterListTest::writesToAListThatWasRebuilt()
 {
     QList<stPrinterManager> list{Printer(Name, PS_BUSY)};
@@ -333,7 +333,7 @@ void SharedPrinterListTest::letGo()
     QCOMPARE(shared.writeBack(printer, true, origin), WriteBack::NotListed);
     QCOMPARE(list.first().stState.enCurrentStatus, int(PS_READY));
     QCOMPARE(other.first().stState.enCurrentStatus, int(PS_READY));
-    // The cancellation is over for others, too.
+    // The cancellation is over for other workers, too.
     SharedPrinterList again(&list);
     QVERIFY(again.copy(0, printer, &origin));
     printer.stState.enCurrentStatus = PS_CANCELING_JOB;
@@ -355,7 +355,7 @@ void SharedPrinterListTest::secondOfTwoIsOvertaken()
     printers[1].stState.enCurrentStatus = PS_BUSY;
     QCOMPARE(second.writeBack(printers[1], true, origins[1]), WriteBack::Changed);
     QCOMPARE(first.writeBack(printers[0], false, origins[0]), WriteBack::Overtaken);
-    QCOMPARE(third.writeBack(printers[2], false, origins[2]), WriteBack::Unchanged); // another place
+    QCOMPARE(third.writeBack(printers[2], false, origins[2]), WriteBack::Unchanged); // another index
     QCOMPARE(list.first().stState.enCurrentStatus, int(PS_BUSY));
     QVERIFY(first.copy(0, printers[0], &origins[0]));
     QCOMPARE(first.writeBack(printers[0], false, origins[0]), WriteBack::Unchanged);
@@ -388,7 +388,7 @@ void SharedPrinterListTest::othersDuringACancellation()
     stPrinterManager copy;
     SharedPrinterList::Origin copyOrigin;
     QVERIFY(second.copy(0, copy, &copyOrigin));
-    QCOMPARE(copy.stState.enCurrentStatus, int(PS_READY)); // until the command has ended
+    QCOMPARE(copy.stState.enCurrentStatus, int(PS_READY)); // unchanged until the command has ended
     copy.stState.enCurrentStatus = status;
     QTEST(second.writeBack(copy, isEvaluated, copyOrigin), "outcome");
     QTEST(first.writeBackCancelled(printer, origin), "outcomeOfTheFirst");
@@ -405,7 +405,7 @@ void SharedPrinterListTest::twoWorkersInAnyOrder_data()
     QTest::newRow("cancelling at the start") << Versions{PS_CANCELING_JOB, PS_READY};
 }
 
-// No older state overwrites a newer one, none is told twice, none is lost and no second job is cancelled.
+// No older state overwrites a newer one, no state is signalled twice or lost, and no second job is cancelled.
 void SharedPrinterListTest::twoWorkersInAnyOrder()
 {
     QFETCH(const Versions, versions);
