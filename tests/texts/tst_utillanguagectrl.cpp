@@ -9,7 +9,7 @@
 #include <array>
 #include <type_traits>
 
-// Every text that users see, to the character, in both languages.
+// Tests every text that users see, to the character, in both languages.
 class UtilLanguageCtrlTest : public QObject
 {
     Q_OBJECT
@@ -221,7 +221,7 @@ void UtilLanguageCtrlTest::errorSolutions()
     CompareRow(c_strErrorSolutionText[row]);
 }
 
-// These rows and no others, in either language.
+// Only these rows are empty, in either language.
 void UtilLanguageCtrlTest::emptyRows()
 {
     for (int language = 0; language < 2; ++language) {
@@ -242,7 +242,7 @@ void UtilLanguageCtrlTest::statusOfNewPrinter()
     QCOMPARE(c_strStatusLanguageText[state.enCurrentStatus][1], QStringLiteral("脱机"));
 }
 
-// By their names, as the program looks them up.
+// Looks the texts up by enumerator, as the program does.
 void UtilLanguageCtrlTest::sharedTexts()
 {
     QCOMPARE(c_strErrorDescText[ERR_TONER_RUNNING_OUT][1], c_strErrorDescText[ERR_TONER_LOW][1]);
