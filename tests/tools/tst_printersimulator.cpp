@@ -11,7 +11,7 @@
 #include <csignal>
 #include <sys/stat.h>
 
-// Runs the program as a user does.
+// Runs the simulator as a user does.
 class PrinterSimulatorTest : public QObject
 {
     Q_OBJECT
@@ -60,7 +60,7 @@ quint64 Inode(const QString& path)
     return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_ino : 0;
 }
 
-// A standard reply of a printer that reports a status and nothing else.
+// A standard reply with a status and nothing else.
 QByteArray BareReply(char status)
 {
     return QByteArray(20, '\0') + status + QByteArray(4, '\0') + QByteArray(5, '\0') +
@@ -81,7 +81,7 @@ void PrinterSimulatorTest::init()
 
 void PrinterSimulatorTest::cleanup()
 {
-    m_process.reset(); // ends a program that a failed test left
+    m_process.reset(); // ends a simulator that a failed test left running
 }
 
 QString PrinterSimulatorTest::WriteScenario(const QByteArray& text) const
@@ -199,7 +199,7 @@ void PrinterSimulatorTest::replacesFilesAtomically()
     QTRY_VERIFY(Content(QStringLiteral("printerlist.ini")).contains("USB2"));
     QCOMPARE(Files(), QStringList({QStringLiteral("A.dat"), QStringLiteral("printerlist.ini")}));
     Stop();
-    // Held open, so that the file system cannot give their inodes to the next files.
+    // Keep the files open, so that the file system cannot reuse their inodes.
     QFile oldStatus(Path(QStringLiteral("A.dat")));
     QFile oldList(Path(QStringLiteral("printerlist.ini")));
     QVERIFY(oldStatus.open(QIODevice::ReadOnly));
@@ -305,7 +305,7 @@ void PrinterSimulatorTest::wrongUse()
     QVERIFY(m_process->waitForFinished());
     QCOMPARE(m_process->exitCode(), 1);
     const QByteArray output = m_process->readAllStandardError();
-    QVERIFY2(output.startsWith(error), output.constData()); // the system's own words may follow
+    QVERIFY2(output.startsWith(error), output.constData()); // the system's message may follow
     QCOMPARE(output.count('\n'), 1);
 }
 
@@ -314,7 +314,7 @@ void PrinterSimulatorTest::unwritableFolder_data()
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("error");
 
-    // /proc takes no files, not even from root.
+    // Nobody can create files in /proc, not even root.
     QTest::newRow("exists") << QStringLiteral("/proc") << QStringLiteral("cannot write /proc/A.dat: ");
     QTest::newRow("cannot be created") << QStringLiteral("/proc/new")
                                        << QStringLiteral("cannot create the folder /proc/new");

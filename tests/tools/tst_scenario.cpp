@@ -38,7 +38,7 @@ private slots:
 
 namespace {
 
-// For scenarios that must be accepted; a refusal ends the test program.
+// For scenarios that must be accepted: a refusal ends the test program.
 Scenario Parse(const QByteArray& text)
 {
     const ParsedScenario parsed = ParseScenario(text);
@@ -57,7 +57,7 @@ QString ErrorTexts(const ParsedScenario& parsed)
     return texts.join(QLatin1Char('\n'));
 }
 
-// The listed printers, as "A B C".
+// The listed printers in the form "A B C".
 QString ListOf(const ScenarioFrame& frame)
 {
     QStringList names;
@@ -195,7 +195,7 @@ void ScenarioTest::statusNames_data()
 {
     QTest::addColumn<QByteArray>("status");
     QTest::addColumn<int>("standardCode");
-    QTest::addColumn<int>("qzCode"); // -1: refused
+    QTest::addColumn<int>("qzCode"); // -1 if refused
 
     QTest::newRow("ready") << QByteArray("ready") << 0 << 3;
     QTest::newRow("initialize") << QByteArray("initialize") << 1 << 4;

@@ -4,7 +4,7 @@
 
 #include <QtTest>
 
-// What is refused, at which line, and with which words.
+// Tests which scenarios are refused, with which line and reason.
 class ScenarioErrorsTest : public QObject
 {
     Q_OBJECT

@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-// Plays scenarios without waiting: what lies in the folder is looked at whenever the player would wait.
+// Tests the player without waiting: the tests inspect the folder whenever the player would wait.
 class ScenarioPlayerTest : public QObject
 {
     Q_OBJECT
@@ -44,7 +44,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// For scenarios that must be accepted; a refusal ends the test program.
+// For scenarios that must be accepted: a refusal ends the test program.
 Scenario Parse(const QByteArray& text)
 {
     const ParsedScenario parsed = ParseScenario(text);
@@ -130,7 +130,7 @@ void ScenarioPlayerTest::everyRewriteHasItsOwnTimeStamp()
         return true;
     }));
     QCOMPARE(rewrites, 100);
-    QVERIFY(list.contains("Port=\"1\"")); // the last wait came before the last step
+    QVERIFY(list.contains("Port=\"1\"")); // the last wait was before the last step
     QVERIFY(Content(QStringLiteral("printerlist.ini")).contains("Port=\"2\""));
 }
 
@@ -145,7 +145,7 @@ void ScenarioPlayerTest::timeStampIsLaterThanThatOfAReplacedFile()
 
 void ScenarioPlayerTest::timeStampGrowsAcrossAGap()
 {
-    // The file before the gap had a stamp that the clock has not reached; the one after it is later all the same.
+    // The file before the gap has a timestamp in the future. The file after the gap must have a later one.
     const QDateTime future = QDateTime::currentDateTimeUtc().addSecs(3600);
     PutFile(QStringLiteral("A.dat"), future);
     ScenarioPlayer player(Parse("printer A\nwait 1\nvanish A\nwait 1\nrefresh A\n"), m_directory->path());

@@ -30,7 +30,7 @@ QByteArray Hex(const char* digitsAndBlanks)
     return QByteArray::fromHex(digitsAndBlanks);
 }
 
-// Compared as hexadecimal texts, so that a failure can be read.
+// Hexadecimal texts make a failed comparison readable.
 QByteArray HexText(const QByteArray& bytes)
 {
     return bytes.toHex(' ');
@@ -192,7 +192,7 @@ void StatusReplyEncoderTest::fullQZReply()
 void StatusReplyEncoderTest::qzStatusItems_data()
 {
     QTest::addColumn<int>("code");
-    QTest::addColumn<QByteArray>("expected"); // empty: no item stands for the code
+    QTest::addColumn<QByteArray>("expected"); // empty if no item stands for the code
 
     QTest::newRow("2") << 2 << QByteArray();
     QTest::newRow("3 ready") << 3 << Hex("00 06 01 01");
