@@ -15,7 +15,7 @@ constexpr int LookMs = 10;
 constexpr int SettleTimeoutMs = 10000;
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr double ResponseLimitMs = 500; // it slows everything down
+constexpr double ResponseLimitMs = 500; // sanitizers slow everything down
 #else
 constexpr double ResponseLimitMs = 100;
 #endif
@@ -134,7 +134,7 @@ bool FaultRig::settlesAt(const ProcessUse& before, qint64 noiseBytes)
     bool hasSettled = false;
     while (!hasSettled && !elapsed.hasExpired(SettleTimeoutMs)) {
         run(LookMs);
-        use = ProcessUse::now(); // between two runs, since the window would wait for it
+        use = ProcessUse::now(); // counted between two runs, because counting would delay the window
         hasSettled = use.descriptors <= before.descriptors && use.threads <= before.threads &&
             use.heapBytes <= before.heapBytes + noiseBytes;
     }

@@ -14,9 +14,9 @@
 #include <functional>
 #include <memory>
 
-/// The real window with its device manager and status workers, watched while a test spoils what they live on.
+/// The real window with its device manager and status workers, observed while a test damages their files.
 ///
-/// The event loop runs only within waitUntil(), run() and settlesAt(); what a test does in between counts for nothing.
+/// The event loop runs only within waitUntil(), run() and settlesAt(). What a test does in between is not measured.
 class FaultRig : public QObject
 {
     Q_OBJECT
@@ -29,29 +29,29 @@ public:
     {
         return *m_window;
     }
-    /// Ends the window with its workers; returns the milliseconds that this took.
+    /// Ends the window with its workers. Returns the duration in ms.
     qint64 endWindow();
 
-    /// Runs the event loop until `isSo`, and returns whether it came to that in time.
+    /// Runs the event loop until `isSo` returns true. Returns false on a timeout.
     bool waitUntil(const std::function<bool()>& isSo, int timeoutMs = 15000);
     bool waitForRows(int count);
     void run(int ms);
 
-    /// What is shown of a printer: toner and status, "80.00% 就绪".
+    /// The toner and status in a row, for example "80.00% 就绪".
     QString shown(int row) const;
     QStringList shown() const;
     bool waitUntilShown(int row, const QString& text);
-    /// What a row has shown since startRecord(), one text after another, the one of that moment first; and how often
-    /// since then the row's worker has said that there is something new.
+    /// The successive texts of a row since startRecord(), starting with the current one, and the number of signals from
+    /// the row's worker since then.
     QStringList record(int row) const;
     int signalsOf(int row) const;
     void startRecord();
 
-    /// Whether descriptors and threads come down to those of `before`, and the heap too but for `noiseBytes`; prints
-    /// what they were and are.
+    /// Waits until descriptors and threads are down to those of `before`, and the heap, too, except for `noiseBytes`.
+    /// Returns false on a timeout. Prints both figures.
     bool settlesAt(const ProcessUse& before, qint64 noiseBytes);
 
-    /// Whether the window has answered in time whenever its event loop ran; prints how promptly it did.
+    /// Whether the window has always answered in time while its event loop ran. Prints the worst time.
     bool hasAnsweredInTime() const;
 
 private:

@@ -21,7 +21,7 @@ int EntriesOf(const char* directory)
 ProcessUse ProcessUse::now()
 {
     ProcessUse use;
-    // One of them is open only to count them.
+    // Reading the folder opens one descriptor itself.
     use.descriptors = EntriesOf("/proc/self/fd") - 1;
     use.threads = EntriesOf("/proc/self/task");
     use.heapBytes = HeapBytes();

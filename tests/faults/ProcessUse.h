@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// What this process holds at a moment.
+/// What this process holds at one moment.
 struct ProcessUse
 {
     int descriptors = 0;
@@ -13,6 +13,6 @@ struct ProcessUse
     qint64 heapBytes = 0; ///< handed out by the C library and not given back
 
     static ProcessUse now();
-    /// "7 descriptors, 3 threads, 512 KiB of heap"
+    /// For example "7 descriptors, 3 threads, 512 KiB of heap".
     QString words() const;
 };

@@ -18,13 +18,13 @@ constexpr int BeatMs = 10;
 constexpr qint64 NanosecondsPerMs = 1000000;
 constexpr double NanosecondsPerMsAsDouble = 1e6;
 
-// The second of the three figures: for how long this thread was ready to run and did not.
+// The second of the three numbers: how long this thread was ready to run but did not run.
 qint64 WaitedForProcessorNs(int descriptor)
 {
     std::array<char, 128> text{};
     const ssize_t size = pread(descriptor, text.data(), text.size(), 0);
     if (size <= 0) {
-        return 0; // a kernel that does not keep them
+        return 0; // this kernel does not count it
     }
     return QByteArray(text.data(), static_cast<int>(size)).split(' ').value(1).toLongLong();
 }
@@ -55,7 +55,7 @@ void ResponseWatch::resume()
     m_timer.start();
 }
 
-// The last wait is not yet over when the loop ends.
+// Counts the last wait, which is not yet over when the loop ends.
 void ResponseWatch::pause()
 {
     beat();
@@ -72,7 +72,7 @@ void ResponseWatch::beat()
     const qint64 lostNs = lostByOthersNs();
     const qint64 nowNs = m_clock.nsecsElapsed();
     const qint64 lateNs = nowNs - m_lastBeatNs - BeatMs * NanosecondsPerMs;
-    // Twice: whatever it waits for, such as a lock, is held up by others as it is itself.
+    // Subtracted twice, because other processes also delay what this thread waits for, such as a lock.
     const qint64 ownNs = lateNs - 2 * (lostNs - m_lastLostNs);
     m_worstUncorrectedMs = std::max(m_worstUncorrectedMs, static_cast<double>(lateNs) / NanosecondsPerMsAsDouble);
     m_worstMs = std::max(m_worstMs, static_cast<double>(ownNs) / NanosecondsPerMsAsDouble);
@@ -80,7 +80,7 @@ void ResponseWatch::beat()
     m_lastLostNs = lostNs;
 }
 
-// Also what the control thread is late at this very moment, without having woken.
+// Includes the time by which the control thread is overdue at this moment.
 qint64 ResponseWatch::lostByOthersNs() const
 {
     const qint64 overdueNs = std::max<qint64>(0, m_clock.nsecsElapsed() - m_controlDueNs);

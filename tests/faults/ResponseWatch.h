@@ -10,11 +10,11 @@
 #include <atomic>
 #include <thread>
 
-/// Measures how long the event loop of the thread that made it leaves a due event waiting.
+/// Measures how long due events wait in the event loop of the constructing thread.
 ///
-/// Blamed is only what the thread itself did or waited for. Not counted: the time for which it was ready to run while
-/// other threads had the processors, and the time by which a control thread that only sleeps woke too late. So a busy
-/// machine looks no worse than an idle one.
+/// Only the thread's own actions and waits count. The result excludes the time in which the thread was ready to run but
+/// other threads had the processors, and the delays of a control thread that only sleeps. So a busy machine gives the
+/// same result as an idle one.
 class ResponseWatch
 {
 public:
@@ -23,7 +23,7 @@ public:
     ResponseWatch(const ResponseWatch&) = delete;
     ResponseWatch& operator=(const ResponseWatch&) = delete;
 
-    /// To be called when the event loop is about to run, and when it has ended: what lies outside is not watched.
+    /// Call these when the event loop is about to run and when it has ended. The time outside is not measured.
     void resume();
     void pause();
 
@@ -32,7 +32,7 @@ public:
     {
         return m_worstMs;
     }
-    /// The same in words, with what it would be if nothing were taken off.
+    /// The result as text, with and without the corrections.
     QString words() const;
 
 private:

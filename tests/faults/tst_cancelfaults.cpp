@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// The `cancel` command goes wrong. It runs before the printer's new state is written back, so that a command that hangs
-// leaves its own printer's row as it was, and nobody else's.
+// Tests faults of the `cancel` command. It runs before the printer's new state is written back, so a hanging command
+// freezes its own printer's row and no other.
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
@@ -18,7 +18,8 @@ namespace {
 
 constexpr int SeveralCyclesMs = 3500;
 constexpr int CommandTimeoutMs = 30000;
-// A worker that hangs is waited for a second, all others for half a second; the rest is for a busy machine.
+// The window waits one second for a hanging worker and half a second for the others. The rest is a margin for a busy
+// machine.
 constexpr qint64 StopLimitMs = 5000;
 constexpr qint64 NoiseBytes = 131072;
 constexpr int CancellingRow = 0;
@@ -32,14 +33,14 @@ const QString Cancelling = QStringLiteral("80.00% 正在取消任务");
 const QString CommandPid = QStringLiteral("/tmp/cancel-pid");
 const QString HangForAMinute = QStringLiteral("echo $$ >/tmp/cancel-pid; exec sleep 60");
 
-// Ends the command that hangs.
+// Kills the hanging command.
 bool EndCommand()
 {
     const pid_t pid = PrinterFolder::ReadFile(CommandPid).trimmed().toInt();
     return pid > 1 && kill(pid, SIGKILL) == 0;
 }
 
-// As long as it lives no command is found.
+// While an object exists, no command is found.
 class NoCommands
 {
 public:
@@ -81,7 +82,7 @@ private:
     std::unique_ptr<FaultRig> m_rig;
 };
 
-// Starts Qt's own threads.
+// Makes Qt start its own threads before they are counted.
 void CancelFaultsTest::initTestCase()
 {
     PrinterFolder::Create();
@@ -109,7 +110,7 @@ void CancelFaultsTest::startWindow()
     m_rig->startRecord();
 }
 
-// The printer starts cancelling and is ready again, so many times.
+// Lets the printer cancel a job and become ready again, `times` times.
 bool CancelFaultsTest::cancelsAgain(int times)
 {
     bool isShown = true;
@@ -170,7 +171,7 @@ void CancelFaultsTest::hanging()
     QCOMPARE(m_rig->record(CancellingRow), QStringList(Ready));
     QVERIFY(m_rig->settlesAt(use, NoiseBytes));
     QCOMPARE(cancel.calls().size(), 1);
-    // What the printer said before the command began is shown when it has ended.
+    // The status from before the command appears when the command has ended.
     QVERIFY(EndCommand());
     QVERIFY(m_rig->waitUntilShown(CancellingRow, Cancelling));
     m_rig->run(SeveralCyclesMs);
@@ -180,7 +181,7 @@ void CancelFaultsTest::hanging()
     QVERIFY(m_rig->hasAnsweredInTime());
 }
 
-// Neither a new list nor the end of the program waits for the command; only the row of the worker that runs it does.
+// Neither a new list nor the end of the program waits for the command. Only the row of its worker does.
 void CancelFaultsTest::hangingAtTheEnd()
 {
     const int threads = ProcessUse::now().threads;

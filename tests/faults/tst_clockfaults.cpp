@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// The system clock is set while the assistant runs. To be run with libfaketime, told to read the offset from a file.
+// Tests that set the system clock while the assistant runs. They need libfaketime, configured to read the offset from a
+// file.
 
 #include "FaultRig.h"
 #include "LogFolder.h"
@@ -19,22 +20,22 @@ namespace {
 
 constexpr qint64 SecondsPerYear = qint64{365} * 86400;
 constexpr qint64 MsPerSecond = 1000;
-// The longest that a state takes to be shown is a cycle of a second; the list, one of three. The rest is for a busy
-// machine, and far less than any of the jumps.
+// A new state is shown within a cycle of one second, a new list within three seconds. The rest is a margin for a busy
+// machine, far shorter than any of the jumps.
 constexpr int SoonMs = 15000;
 constexpr qint64 StopLimitMs = 5000;
 constexpr qint64 NoiseBytes = 131072;
 
 const QString Name = QStringLiteral("Office_K4510A");
 
-// By so many seconds off the true time, from now on and for all programs of this test.
+// Shifts the clock of all programs of this test by so many seconds from the true time.
 void SetClock(qint64 seconds)
 {
     PrinterFolder::WriteFile(QStringLiteral("/tmp/clock"),
                              QByteArray(seconds < 0 ? "" : "+") + QByteArray::number(seconds));
 }
 
-// The kernel is not deceived.
+// The kernel's timestamps show the true time.
 qint64 TrueMs()
 {
     const QString path = QStringLiteral("/tmp/true-time");
@@ -51,7 +52,7 @@ qint64 ClockOffsetSeconds()
     return std::llround(static_cast<double>(QDateTime::currentMSecsSinceEpoch() - TrueMs()) / MsPerSecond);
 }
 
-// Under the time that the clock shows, as another program would write it.
+// Writes the file with the timestamp of the shifted clock, as another program would.
 void WriteStatus(quint32 percent)
 {
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, percent * 100), QDateTime::currentMSecsSinceEpoch());
@@ -85,7 +86,7 @@ void ClockFaultsTest::initTestCase()
     SetClock(-SecondsPerYear);
     QVERIFY2(std::llabs(ClockOffsetSeconds() + SecondsPerYear) <= 2,
              "the clock cannot be set: is libfaketime missing?");
-    // The first window and its first changes load fonts and pictures, for the rest of the process.
+    // The first window and its first changes load fonts and pictures, which stay in memory.
     init();
     WriteStatus(20);
     QVERIFY(m_rig->waitUntilShown(0, Shown(20)));
@@ -101,7 +102,7 @@ void ClockFaultsTest::init()
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(Name)});
     WriteStatus(10);
     m_rig = std::make_unique<FaultRig>();
-    SetLogEnable(true); // the window switches it off at its start; its first status worker starts later
+    SetLogEnable(true); // the window switches the log off when it starts, before its first status worker
     QVERIFY(m_rig->waitForRows(1));
     QVERIFY(m_rig->waitUntilShown(0, Shown(10)));
     m_rig->startRecord();
@@ -121,7 +122,7 @@ void ClockFaultsTest::clockIsSet()
     QFETCH(qint64, seconds);
     const ProcessUse use = ProcessUse::now();
     SetClock(seconds);
-    // All goes on: the state that was seen, the next one, and the one after the clock has been put right.
+    // The old state stays, the next one is shown, and so is the one after the clock was corrected.
     QCOMPARE(m_rig->shown(0), Shown(10));
     WriteStatus(20);
     QVERIFY(m_rig->waitUntil([this] { return m_rig->shown(0) == Shown(20); }, SoonMs));
@@ -133,7 +134,7 @@ void ClockFaultsTest::clockIsSet()
     QCOMPARE(m_rig->record(0), QStringList({Shown(10), Shown(20), Shown(30)}));
     QCOMPARE(m_rig->signalsOf(0), 2);
     QCOMPARE(LogFolder::Names().size(), 1);
-    // The list, too, is looked at as before.
+    // The list is still polled as before.
     SetClock(seconds);
     PrinterFolder::RemovePrinterList();
     QVERIFY(m_rig->waitUntil([this] { return m_rig->window().table().rowCount() == 0; }, SoonMs));
@@ -143,7 +144,7 @@ void ClockFaultsTest::clockIsSet()
     QVERIFY2(ms < StopLimitMs, qPrintable(QString::number(ms)));
 }
 
-// Back and forth by an hour all the time, so that looks and pauses begin and end at any time.
+// The clock jumps back and forth by an hour all the time, so that polls and pauses meet jumps at any point.
 void ClockFaultsTest::clockNeverRests()
 {
     qint64 seconds = 3600;

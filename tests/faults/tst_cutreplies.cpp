@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// Status replies that end at every byte.
+// Tests status replies that are cut at every byte.
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr int QZHeaderBytes = 37;
 constexpr int QZItemHeaderBytes = 3;
-// Below this a reply of the QZ family is one that says nothing.
+// A shorter reply of the QZ family is empty but valid.
 constexpr int QZLeastBytes = QZHeaderBytes + QZItemHeaderBytes;
 constexpr int CyclesMs = 3500;
 
@@ -27,7 +27,7 @@ const QString Good = QStringLiteral("80.00% 就绪");
 const QString Other = QStringLiteral("60.00% 就绪");
 const QString Unknown = QStringLiteral("0.00% 未知");
 
-// How many items of a QZ reply of `length` bytes can be read; none for a reply that is rejected.
+// The number of items that can be read from a QZ reply of `length` bytes; no value for a rejected reply.
 std::optional<int> ReadableItems(const QVector<ReplyRecord>& items, int length)
 {
     if (length < QZLeastBytes) {
@@ -36,7 +36,7 @@ std::optional<int> ReadableItems(const QVector<ReplyRecord>& items, int length)
     int position = QZHeaderBytes;
     for (int i = 0; i < items.size(); ++i) {
         if (position + QZItemHeaderBytes > length) {
-            return i; // cut off between two items
+            return i; // cut between two items
         }
         position += QZItemHeaderBytes + items.at(i).data.size();
         if (position > length) {
@@ -46,7 +46,7 @@ std::optional<int> ReadableItems(const QVector<ReplyRecord>& items, int length)
     return items.size();
 }
 
-// What a worker makes of the first `length` bytes, which lie in memory of just that size.
+// Evaluates the first `length` bytes, from memory of exactly that size.
 template <typename Check> int Evaluate(StatusWorker& worker, Check check, const QByteArray& reply, int length)
 {
     std::vector<unsigned char> bytes(reply.begin(), reply.begin() + length);
@@ -109,7 +109,7 @@ void CutRepliesTest::qzReply()
     QCOMPARE(StateOf({}).enCurrentStatus, int(PS_UNKNOWN));
 }
 
-// A printer for every length, of either family.
+// The list has a printer for every length, for both families.
 void CutRepliesTest::shownInTheWindow()
 {
     const QByteArray standard = StandardBytes(RawReady, 6000);

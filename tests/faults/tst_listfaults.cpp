@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// What a user sees when the printer list goes wrong: one window, one fault after another. The device manager looks
-// every three seconds, so that is what each takes; between two faults that leave no printers stands one that leaves
-// some.
+// Tests what a user sees when the printer list goes wrong: one window, one fault after another. Each step takes up to
+// the three seconds between two polls. A good list separates two faults that both leave an empty table.
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
@@ -23,11 +22,11 @@ constexpr int HugeBytes = 50 * 1024 * 1024;
 constexpr int GreatestPrinterCount = 1000;
 constexpr int AllStartedTimeoutMs = 30000;
 constexpr int SeveralCyclesMs = 3000;
-constexpr qint64 StopLimitMs = 5000; // a slice of half a second for all; the rest is for a busy machine
-// Of a thread and its worker; the stack is not part of the heap.
+constexpr qint64 StopLimitMs = 5000; // half a second to notice the stop; the rest is a margin for a busy machine
+// Heap of a thread and its worker, without the stack.
 constexpr qint64 WorkerBytes = 32768;
 constexpr qint64 NoiseBytes = 524288;
-// Places in a worker's queue for the thousand requests that came at once; Qt keeps them for the next ones.
+// Heap of a worker's queue after a thousand start requests at once; Qt keeps it for later ones.
 constexpr qint64 QueueBytes = 65536;
 
 const QStringList NoRows;
@@ -73,7 +72,7 @@ Change Nothing()
     };
 }
 
-// What stands in the list's place must go before another file can take it.
+// Whatever is in the list's place must be removed before another file can take it.
 Change Good()
 {
     return [] {
@@ -91,7 +90,7 @@ Change InItsPlace(const std::function<bool(const char* path)>& make)
     };
 }
 
-// Every byte value in disorder, the same in every run.
+// Pseudo-random bytes of every value, the same in every run.
 QByteArray Binary()
 {
     QByteArray bytes;
@@ -188,11 +187,11 @@ void ListFaultsTest::initTestCase()
     m_rig = std::make_unique<FaultRig>();
     QVERIFY(m_rig->waitUntil([this] { return rows(*m_rig) == QStringList({Hall, Office, Attic}); }));
     m_expectedWorkers = m_lastRowCount = 3;
-    m_rig->run(SeveralCyclesMs); // until all that is drawn has been drawn once
+    m_rig->run(SeveralCyclesMs); // everything has been drawn once
     m_atStart = ProcessUse::now();
 }
 
-// The windows must not outlive the application, whichever functions were chosen.
+// The windows must not outlive the application, whichever test functions were selected.
 void ListFaultsTest::cleanupTestCase()
 {
     m_rig.reset();
@@ -213,7 +212,7 @@ void ListFaultsTest::step()
     step.change();
     const bool isShown = m_rig->waitUntil([this, &step] { return rows(*m_rig) == step.rows; });
     QVERIFY2(isShown, qPrintable(rows(*m_rig).join(QLatin1Char('\n'))));
-    // A list that grows starts workers for the new rows beside those that it had when it was longer.
+    // A list that grows again starts workers for the new rows, in addition to the old ones.
     m_expectedWorkers += std::max(0, step.rows.size() - m_lastRowCount);
     m_lastRowCount = step.rows.size();
     QCOMPARE(m_rig->window().startedWorkers(), m_expectedWorkers);
@@ -249,7 +248,7 @@ void ListFaultsTest::forbidden()
     QVERIFY(rig.hasAnsweredInTime());
 }
 
-// A list of the greatest count, until it has as many workers as are expected by then, and an empty one.
+// Writes a list of the greatest count, waits for all expected workers, and empties the list.
 bool ListFaultsTest::fillsAndEmpties(FaultRig& rig, const ProcessUse& before, int workers)
 {
     PrinterFolder::WritePrinterListText(ListText("2147483647"));
@@ -268,8 +267,8 @@ bool ListFaultsTest::fillsAndEmpties(FaultRig& rig, const ProcessUse& before, in
     return rig.settlesAt(allowed, workers * (WorkerBytes + QueueBytes));
 }
 
-// Twice, since the second time each start is signalled to all the workers of the first. By then it takes the heap 0.2 s
-// at once to join what a million signals have left, so the window's answers are looked at before.
+// Filled twice, because then each start is also signalled to all workers of the first time. Freeing a million signals
+// takes the heap 0.2 s, so the window's response is judged before that.
 void ListFaultsTest::greatestCount()
 {
     FaultRig rig;

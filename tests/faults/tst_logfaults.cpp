@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// A log that is switched on and cannot be written: lines are lost, and nothing else.
+// Tests a log that is switched on but cannot be written: lines are lost, and nothing else happens.
 
 #include "FaultRig.h"
 #include "LogFolder.h"
@@ -19,7 +19,7 @@ namespace {
 constexpr char SmallDisk[] = "/tmp/small-disk";
 constexpr char ReadOnlyDisk[] = "/tmp/read-only-disk";
 constexpr char Filler[] = "/tmp/small-disk/filler";
-// Without the slash in which the name of a directory ends: the link itself.
+// Without the final slash, so that the path names the link itself.
 constexpr char ToolDirectory[] = "/opt/tolmar/tolmar-printer-q727/tool";
 constexpr qint64 NoiseBytes = 131072;
 
@@ -27,13 +27,13 @@ const QString Name = QStringLiteral("Office_K4510A");
 
 using Action = std::function<bool()>;
 
-// The tool directory is a link to a folder of another disk.
+// Replaces the tool directory by a link to a folder on another disk.
 bool PutToolDirectoryOn(const char* folder)
 {
     return unlink(ToolDirectory) == 0 && symlink(folder, ToolDirectory) == 0;
 }
 
-// To the last byte.
+// Fills the disk to the last byte.
 bool FillSmallDisk()
 {
     QFile filler(QString::fromLatin1(Filler));
@@ -112,7 +112,7 @@ void LogFaultsTest::init()
     QCOMPARE(symlink(SmallDisk, ToolDirectory), 0);
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(Name)});
     m_rig = std::make_unique<FaultRig>();
-    SetLogEnable(true); // the window switches it off at its start; its first status worker starts later
+    SetLogEnable(true); // the window switches the log off when it starts, before its first status worker
 }
 
 void LogFaultsTest::cleanup()
@@ -130,7 +130,7 @@ void LogFaultsTest::fault_data()
     }
 }
 
-// A new state; each writes the printer's fields to the log.
+// Reports a new state, whose fields the window writes to the log, and waits until it is shown.
 bool LogFaultsTest::shows(quint32 percent)
 {
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, percent * 100));
@@ -161,7 +161,7 @@ void LogFaultsTest::fault()
     const QByteArray after = LogText();
     QCOMPARE(after.left(before.size()), before);
     QCOMPARE(LogFolder::Names().size(), 1);
-    // Of the states in between nothing whole is left; the last one is there whole.
+    // No state in between is completely logged; the last one is.
     QCOMPARE(after.count("dwPrinterNumOfPrint=0\n"), before.count("dwPrinterNumOfPrint=0\n") + 1);
     QVERIFY(after.endsWith("dwPrinterNumOfPrint=0\n"));
     QVERIFY(after.mid(before.size()).contains("dwRemainingToner=4000\n"));

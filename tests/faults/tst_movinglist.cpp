@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// A printer list that another program is writing all the time.
+// Tests a printer list that another program is writing all the time.
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
@@ -24,7 +24,7 @@ namespace {
 
 constexpr int ManyLooksTimeoutMs = 60000;
 constexpr qint64 NoiseBytes = 262144;
-constexpr qint64 WorkerBytes = 32768; // of the heap
+constexpr qint64 WorkerBytes = 32768; // on the heap
 
 const QString Ready = QStringLiteral("80.00% 就绪");
 
@@ -52,7 +52,7 @@ QString Names(const QList<stPrinterInfo>& printers)
     return names.join(QLatin1Char(','));
 }
 
-// What a list that is cut off anywhere says.
+// What the reader finds in the list when it is cut at any byte.
 QSet<QString> NamesInAnyPart(const QByteArray& text)
 {
     QSet<QString> names;
@@ -64,7 +64,7 @@ QSet<QString> NamesInAnyPart(const QByteArray& text)
     return names;
 }
 
-// Something that another program does again and again.
+// Something that another program does repeatedly.
 class OtherProgram
 {
 public:
@@ -96,7 +96,7 @@ private:
     std::thread m_thread;
 };
 
-// In place, a byte at a time.
+// Writes the file in place, byte by byte.
 void WriteSlowly(const QByteArray& text)
 {
     const int file = open(PrinterFolder::PrinterListPath, O_WRONLY | O_TRUNC | O_CLOEXEC);
@@ -109,7 +109,7 @@ void WriteSlowly(const QByteArray& text)
     close(file);
 }
 
-// The lists that the table has shown, one after another.
+// The successive lists that the table has shown.
 class ShownLists
 {
 public:
@@ -136,7 +136,7 @@ public:
     {
         return m_lists;
     }
-    /// How many workers such a row of lists makes: each growth starts those for the new rows, and none ever ends.
+    /// The number of workers that these lists cause: each growth starts workers for the new rows, and none ever ends.
     int workers() const
     {
         return m_workers;
@@ -191,7 +191,7 @@ bool MovingListTest::isFlat(FaultRig& rig, const Start& start)
     return rig.settlesAt(allowed, NoiseBytes + moreWorkers * WorkerBytes);
 }
 
-// Half a list may say that there are printers without names, but nothing that is not in the file.
+// Half a list may announce printers without names, but must not show anything that is not in the file.
 void MovingListTest::rewrittenSlowly()
 {
     const QByteArray text = ListText(4);
@@ -211,7 +211,7 @@ void MovingListTest::rewrittenSlowly()
             ManyLooksTimeoutMs);
     };
     QVERIFY(hasShown(2));
-    start.use.heapBytes = ProcessUse::now().heapBytes; // all that is drawn has been drawn once
+    start.use.heapBytes = ProcessUse::now().heapBytes; // everything has been drawn once
     QVERIFY(hasShown(4));
     writer.stop();
     QVERIFY(rig.waitUntil([&] {
@@ -227,7 +227,7 @@ void MovingListTest::rewrittenSlowly()
     QVERIFY(rig.hasAnsweredInTime());
 }
 
-// Sizes of which every third look sees another one.
+// The sizes differ at every third place, so that each poll sees another one.
 void MovingListTest::changingTenTimesASecond()
 {
     constexpr std::array<int, 7> sizes{{3, 1, 4, 0, 5, 2, 6}};
@@ -250,7 +250,7 @@ void MovingListTest::changingTenTimesASecond()
             },
             ManyLooksTimeoutMs);
     };
-    QVERIFY(hasGrown(2)); // the first time was the start
+    QVERIFY(hasGrown(2)); // the first growth was the start
     start.use.heapBytes = ProcessUse::now().heapBytes;
     QVERIFY(hasGrown(4));
     writer.stop();

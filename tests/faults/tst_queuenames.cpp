@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// Queue names as nobody should choose them: shown as they are, found as files, harmless in commands and in the log.
+// Tests unusual queue names: the window shows them unchanged, their files are found, commands and the log stay safe.
 
 #include "FaultRig.h"
 #include "LogFolder.h"
@@ -26,7 +26,7 @@ const QString Ready = QStringLiteral("80.00% 就绪");
 const QString Cancelling = QStringLiteral("80.00% 正在取消任务");
 const QString NeverRead = QStringLiteral("0.00% 脱机");
 
-// Stands in the list file for bytes that are no UTF-8.
+// Placeholder in the list file for bytes that are not valid UTF-8.
 const QString InvalidInList = QStringLiteral("(invalid)");
 const QByteArray InvalidBytes = "Off\xFF\xC3";
 const QString InvalidAsRead = QStringLiteral("Off\uFFFD\uFFFD");
@@ -84,7 +84,7 @@ QVector<QueueName> QueueNames()
     };
 }
 
-// Two of the names are too long for a file beside the file.
+// Two of the names are too long for a temporary file beside the status file.
 void WriteInPlace(const QString& name, const QByteArray& bytes)
 {
     const QString path = PrinterFolder::StatusFilePath(name);
@@ -100,7 +100,7 @@ QByteArray PathOfInvalidName()
     return PrinterFolder::ConfigurationDirectory + InvalidBytes + ".dat";
 }
 
-// What another program would write, that takes the bytes as they come.
+// Writes a file as a program that does not interpret the bytes of its name.
 void WriteUnderInvalidName(const QByteArray& bytes)
 {
     WriteInPlace(InvalidInList, bytes);
@@ -163,7 +163,7 @@ void QueueNamesTest::initTestCase()
     writeList();
     writeStatus(RawReady);
     m_rig = std::make_unique<FaultRig>();
-    SetLogEnable(true); // the window switches it off at its start; its first status worker starts later
+    SetLogEnable(true); // the window switches the log off when it starts, before its first status worker
     QVERIFY(m_rig->waitForRows(m_names.size()));
     const auto known = std::count_if(m_names.begin(), m_names.end(),
                                      [](const QueueName& queue) { return queue.command != Command::NeverDue; });
@@ -213,7 +213,7 @@ void QueueNamesTest::windowAnswers()
     QVERIFY(m_rig->hasAnsweredInTime());
 }
 
-// Kept whole, and drawn only as far as a column can show.
+// The window keeps such a name whole, but draws no more of it than a column can show.
 void QueueNamesTest::namesAsLongAsTheList()
 {
     m_rig.reset();

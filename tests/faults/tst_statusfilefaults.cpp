@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// What a user sees when status files go wrong: one window, a printer for every fault. All are ready with 80 % of toner;
-// then all files are spoilt together, left so for longer than it takes to count as off-line, and made good again.
+// Tests what a user sees when status files go wrong: one window, one printer for each fault. All printers are ready
+// with 80 % of toner. Then all files are damaged together, left so until they count as off-line, and repaired.
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
@@ -77,7 +77,7 @@ Strike Content(const QByteArray& bytes)
     };
 }
 
-// The other reply, under another time.
+// Writes the other reply with a different timestamp.
 Strike TimeMoved(qint64 ms)
 {
     return [ms](const QString& printer) {
@@ -93,7 +93,7 @@ Strike TimeSet(qint64 ms)
     };
 }
 
-// In the file's place; `make` gets the path.
+// Replaces the file by what `make` puts at the path.
 Strike InItsPlace(const std::function<bool(const char* path)>& make)
 {
     return [make](const QString& printer) {
@@ -119,7 +119,7 @@ QByteArray Cut(QByteArray bytes)
     return bytes;
 }
 
-// Beside the faults of this table there are the two files that never rest, see FilesThatNeverRest.
+// FilesThatNeverRest adds two more faults to those of this table.
 QVector<Fault> Faults()
 {
     const auto standard = Family::Standard;
@@ -162,8 +162,8 @@ QVector<Fault> Faults()
     };
 }
 
-// Two files that another thread writes all the time, in turn with 10 % and with 20 % of toner: one is replaced, the
-// other one rewritten in place and for the most part found cut off.
+// Two files that another thread writes all the time, alternately with 10 % and 20 % of toner. One is replaced. The
+// other is rewritten in place, so that readers mostly find it truncated.
 class FilesThatNeverRest
 {
 public:
@@ -307,7 +307,7 @@ void StatusFileFaultsTest::initTestCase()
     m_isFlat = m_rig->settlesAt(use, NoiseBytes);
     heal();
     QVERIFY(m_rig->waitUntil([this] { return m_rig->shown().count(Healed) == m_rows; }));
-    m_rig->run(MoreCyclesMs); // what they say twice or late counts too
+    m_rig->run(MoreCyclesMs); // repeated or late signals count, too
 }
 
 void StatusFileFaultsTest::fault_data()
@@ -327,7 +327,7 @@ void StatusFileFaultsTest::fault()
     QStringList seen{Good, fault.early, fault.late, Healed};
     seen.removeDuplicates();
     QCOMPARE(m_rig->record(row), seen);
-    // As often as there was something new to show, and never again for the same.
+    // The worker signals each change once.
     QCOMPARE(m_rig->signalsOf(row), seen.size() - 1);
     if (fault.late == Good) {
         stPrinterState state = m_after.at(row).stState;
@@ -343,7 +343,7 @@ void StatusFileFaultsTest::filesThatNeverRest_data()
     QTest::newRow("rewritten while it is read") << m_rewrittenRow;
 }
 
-// Half a reply is none. Eleven halves in a row make a printer off-line; whole replies never do.
+// Half a reply is a failed read. Eleven of them in a row make a printer off-line; whole replies never do.
 void StatusFileFaultsTest::filesThatNeverRest()
 {
     QFETCH(int, row);
@@ -379,7 +379,7 @@ void StatusFileFaultsTest::thousandCycles_data()
     fault_data();
 }
 
-// One worker without its pauses, of a printer that is off-line, so that its file is read again and again.
+// Runs one worker without its pauses. Its printer is off-line, so that every cycle reads the file.
 void StatusFileFaultsTest::thousandCycles()
 {
     QFETCH(int, row);

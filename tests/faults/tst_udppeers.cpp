@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// Printers on the network that answer as they should not, asked on a thread beside the running window.
+// Tests network printers that do not answer as they should. A thread beside the running window queries them.
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
@@ -73,7 +73,7 @@ bool IsSlow(const Peer& peer)
     return peer.answers.isEmpty() || peer.delayMs > 0;
 }
 
-// What a worker that has had another state makes of a number of queries.
+// Sends a number of queries from a worker whose record has another state.
 class Asker
 {
 public:
@@ -102,7 +102,7 @@ public:
     {
         return m_isDone;
     }
-    // To be looked at when all is done.
+    // Only valid when isDone() is true.
     QList<int> results() const
     {
         return m_results;
@@ -153,7 +153,7 @@ void UdpPeersTest::initTestCase()
     QVERIFY(m_rig->waitForRows(1));
     QVERIFY(m_rig->waitUntilShown(0, Ready));
     {
-        // Once before anything is measured, so that what is made only once has been made.
+        // Query once before measuring, so that one-time allocations do not count.
         const UdpPeer printer(PeerAddress, {EncodeStandardReply(FullReply())});
         const Asker asker(1);
         QVERIFY(ask(asker));
@@ -198,7 +198,7 @@ void UdpPeersTest::peer()
     QVERIFY(m_rig->settlesAt(use, NoiseBytes));
 }
 
-// It finds nobody, and above all not the next query.
+// A late answer must reach nobody, least of all the next query.
 void UdpPeersTest::afterALateAnswer()
 {
     const UdpPeer late(PeerAddress, {StandardBytes(RawPrinting, 1111)}, nullptr, 1200);
@@ -213,7 +213,7 @@ void UdpPeersTest::afterALateAnswer()
     QCOMPARE(Words(asker.printer()), Words(FilledPrinter(Name)));
 }
 
-// Its rows come from the status files alone.
+// The window takes its rows from the status files only.
 void UdpPeersTest::windowAnswers()
 {
     QCOMPARE(m_rig->record(0), QStringList(Ready));
