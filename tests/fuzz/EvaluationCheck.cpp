@@ -23,7 +23,7 @@ bool IsOneOf(int value, std::initializer_list<int> values)
 
 bool IsCondition(enErrorStatus condition)
 {
-    // No code stands for those that are left out.
+    // The missing conditions have no code.
     return condition >= ERR_UNKNOWN && condition <= ERR_PRINTING &&
         !IsOneOf(condition,
                  {ERR_UNSUPPORTED_CARTRIDGE_SERIAL, ERR_CARTRIDGE_MISMATCH, ERR_CARTRIDGE_INVALID,
@@ -40,7 +40,7 @@ int ListedCodes(unsigned long isSet, const std::vector<unsigned long>& codes)
     return isSet != 0 ? static_cast<int>(codes.size()) : 0;
 }
 
-// Of both families.
+// Checks the fields that both families have.
 void CheckCommonFields(const stPrinterState& state, const UtilPrinterStatus& reply)
 {
     Require(std::all_of(state.listError.begin(), state.listError.end(), IsCondition), "each error is in its range");

@@ -3,7 +3,7 @@
 
 #pragma once
 
-/// Evaluates a reply in a new worker that holds a filled record, and checks that the record is left alone when the
-/// decoder rejects the reply, and else that each field of the state is in its range and what the decoder read.
+/// Evaluates a reply in a new worker with a filled record. A rejected reply must leave the record alone. Otherwise each
+/// field must be in its range and equal what the decoder read.
 void CheckStandardEvaluation(const unsigned char* data, unsigned long size);
 void CheckQZEvaluation(const unsigned char* data, unsigned long size);

@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-/// One run of a fuzz target, by the name and with the arguments that libFuzzer asks for. `data` is a block of exactly
-/// `size` bytes and must not be modified. All objects are made anew, so that no run depends on those before it; what
-/// does not hold ends the process. Always returns 0.
+/// One run of a fuzz target, with the name and arguments that libFuzzer requires. `data` is a block of exactly `size`
+/// bytes and must not be modified. All objects are new in each run, so that no run depends on earlier ones. A violated
+/// requirement ends the process. Always returns 0.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size);

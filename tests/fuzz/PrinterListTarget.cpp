@@ -9,7 +9,7 @@
 #include <QDataStream>
 #include <QSettings>
 
-// A stored object that must not come to life. Others allocate what they like when they do.
+// A stored object that must not be created: other types could allocate any amount of memory.
 struct StoredTrap
 {
 };
@@ -19,7 +19,7 @@ namespace {
 
 constexpr int MaximumPrinters = 1000;
 
-// Without these bytes a list holds no object that QSettings would bring to life: it can be read without our help.
+// A list without these bytes holds no stored object, so QSettings can read it unprotected.
 bool IsHarmless(const QByteArray& text)
 {
     return !text.contains('\\') && !text.contains('V') && !text.contains('D');
@@ -64,8 +64,7 @@ static bool Prepare()
     return true;
 }
 
-// To be run in a sandbox only. Each file bears a modification time of its own: QSettings keeps what it has read, and
-// tells files apart by size and time.
+// Run this only in a sandbox. Each file gets a unique timestamp because QSettings caches files by size and timestamp.
 int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
     const auto text = QByteArray::fromRawData(reinterpret_cast<const char*>(data), static_cast<int>(size));

@@ -11,11 +11,11 @@
 
 namespace {
 
-// A list of codes and what the last of them says.
+// A list of codes and the content of the last code.
 struct CodeItems
 {
     std::vector<unsigned long> codes;
-    std::array<unsigned char, 3> lastCode{}; // a shorter code leaves the rest of the one before
+    std::array<unsigned char, 3> lastCode{}; // a shorter code keeps the rest of the one before
     unsigned long isSet = 0;
 };
 
@@ -42,7 +42,7 @@ public:
     CodeItems warnings;
 
 private:
-    // The item at this offset. Returns the offset of the next one.
+    // Reads the item at this offset. Returns the offset of the next one.
     unsigned long take(unsigned long at)
     {
         const unsigned long type = m_data[at] * 256UL + m_data[at + 1];
@@ -87,7 +87,8 @@ private:
         }
     }
 
-    // One of two, three or four bytes counts whole, of any other the first byte, which may be that of the next item.
+    // A code of two, three or four bytes counts as a whole. Otherwise its first byte counts, which may belong to the
+    // next item.
     static void takeCode(CodeItems& items, const unsigned char* content, unsigned long n, unsigned long left)
     {
         std::copy_n(content, std::min<unsigned long>(n, 3), items.lastCode.begin());

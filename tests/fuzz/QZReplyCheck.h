@@ -5,7 +5,7 @@
 
 #include "UtilPrinterStatus.h"
 
-/// What must hold after a fresh decoder has parsed a reply of the QZ family: the result, status, codes and toner that
-/// its items call for, read here in the plainest way, and nothing else in the decoder.
+/// Checks a fresh decoder after it has parsed a reply of the QZ family. The result, status, codes and toner must match
+/// the items, which this check reads in the simplest way. Nothing else in the decoder may be set.
 void CheckQZDecoding(const unsigned char* data, unsigned long size, unsigned int result,
                      const UtilPrinterStatus& status);

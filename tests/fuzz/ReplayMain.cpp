@@ -13,7 +13,7 @@
 
 namespace {
 
-// From a block of exactly the file's size, so that an address sanitizer sees any read beyond it.
+// Passes a block of exactly the file's size, so that an address sanitizer detects any read beyond it.
 void Replay(const QString& path)
 {
     std::puts(qPrintable(path));
@@ -30,8 +30,8 @@ void Replay(const QString& path)
 
 } // namespace
 
-// Stands in for the fuzzer: runs the target once on each file of the folders that are given. The last file that it
-// names is the one that failed.
+// Replaces the fuzzer: runs the target once on each file of the given folders. Prints each file name first, so the last
+// one printed is the one that failed.
 int main(int argc, char* argv[])
 {
     for (int i = 1; i < argc; ++i) {

@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // As many as are left.
+    // Returns fewer bytes if fewer are left.
     QByteArray bytes(int n)
     {
         QByteArray part = m_bytes.mid(m_offset, n);
@@ -66,7 +66,7 @@ constexpr std::array<SupplyField, 9> c_numbers{{SupplyField::Type, SupplyField::
                                                 SupplyField::PrintDots, SupplyField::PrinterPages,
                                                 SupplyField::PrinterPrints}};
 
-// A number in its own width, or a serial number.
+// A record with a number of the right width, or with a serial number.
 ReplyRecord SupplyRecordOf(LenientReader& reader)
 {
     const quint32 type = reader.integer(2);

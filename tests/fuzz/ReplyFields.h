@@ -5,8 +5,7 @@
 
 #include "StatusReplyEncoder.h"
 
-/// Takes any bytes for a reply: what is too long is cut to what is left, what is missing is zero, and what no printer
-/// sends becomes something that one does. The bytes of a correct reply give that reply, so the replies of the corpus
-/// are good seeds.
+/// Reads any bytes as a reply: excessive lengths are cut to the remaining bytes, missing bytes are zero, and impossible
+/// values become possible ones. The bytes of a correct reply give that reply, so the corpus replies are good seeds.
 StandardReply StandardReplyOf(const QByteArray& bytes);
 QZReply QZReplyOf(const QByteArray& bytes);

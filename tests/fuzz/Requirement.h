@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// Ends the process with a message unless `holds`: what a fuzzer takes for a crash, and a test for a failure.
+/// Ends the process with a message unless `holds`. A fuzzer reports that as a crash, a test as a failure.
 inline void Require(bool holds, const char* requirement)
 {
     if (!holds) {

@@ -16,7 +16,7 @@ template <std::size_t Size> QByteArray Raw(const unsigned char (&field)[Size])
     return {reinterpret_cast<const char*>(field), static_cast<int>(Size) - 1};
 }
 
-// All bytes count, also those behind a zero byte.
+// Compares all bytes, including those after a zero byte.
 template <std::size_t Size> bool Holds(const char (&member)[Size], const QByteArray& text)
 {
     const QByteArray kept = text.left(static_cast<int>(Size) - 1);
@@ -38,7 +38,7 @@ quint32 NumberIn(const QByteArray& data)
     return number;
 }
 
-// The last record of a field counts. Pages count as prints too, until prints follow.
+// The last record of a field counts. Pages also count as prints until a record of prints follows.
 quint32 LastNumber(const QVector<ReplyRecord>& records, SupplyField field)
 {
     quint32 number = 0;
@@ -51,7 +51,7 @@ quint32 LastNumber(const QVector<ReplyRecord>& records, SupplyField field)
     return number;
 }
 
-// A shorter serial number leaves the end of the one before it.
+// A shorter serial number keeps the end of the one before it.
 QByteArray LastSerialNumber(const QVector<ReplyRecord>& records)
 {
     QByteArray serialNumber;
@@ -90,7 +90,7 @@ void CheckUninterpreted(const UtilPrinterStatus& status, const StandardReply& re
             "what precedes the supplies comes back");
 }
 
-// What the items of one type say; without any, nothing.
+// The codes that the items of one type announce.
 struct QZCodes
 {
     explicit QZCodes(const QVector<ReplyRecord>& items, quint16 type)
@@ -109,7 +109,7 @@ struct QZCodes
     }
 };
 
-// A state that has no code leaves the one before it.
+// A state without a code keeps the one before it.
 unsigned long LastQZStatus(const QVector<ReplyRecord>& items)
 {
     std::array<std::optional<ReplyRecord>, 13> stateItems; // by status code

@@ -65,7 +65,7 @@ void CheckScenario(const Scenario& scenario)
     }
 }
 
-// The lines that are not complained of.
+// The lines without errors.
 QByteArray GoodLines(const QByteArray& text, const QVector<ScenarioError>& errors)
 {
     QList<QByteArray> lines = text.split('\n');
@@ -83,7 +83,7 @@ int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
     ParsedScenario parsed = ParseScenario(text);
     CheckErrors(parsed.errors, text.count('\n') + 1);
     if (!parsed.errors.isEmpty()) {
-        // Invented lines are mostly bad, and one of them is enough for a refusal.
+        // Most generated lines are bad, and one bad line is enough for a refusal.
         parsed = ParseScenario(GoodLines(text, parsed.errors));
     }
     if (parsed.errors.isEmpty()) {

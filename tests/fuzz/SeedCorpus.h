@@ -7,5 +7,5 @@
 #include <QMap>
 #include <QString>
 
-/// The seeds that the encoders make: contents by path below the corpus folder.
+/// The encoders' seeds: contents by path below the corpus folder.
 QMap<QString, QByteArray> SeedCorpus();

@@ -24,7 +24,7 @@ unsigned long BigEndian(const unsigned char* bytes, unsigned long n)
     return value;
 }
 
-// Offsets of the fields; those with a length or count begin with it.
+// Offsets of the fields. A field with a length or count begins with it.
 struct Places
 {
     unsigned long vendorName = 0;
@@ -72,7 +72,7 @@ public:
     }
 
 private:
-    // Once beyond the end it stays there.
+    // An offset beyond the end stays there.
     unsigned long pass(unsigned long lengthBytes, unsigned long unitBytes)
     {
         const unsigned long start = m_offset;
@@ -105,7 +105,8 @@ void CheckCodes(const std::vector<unsigned long>& codes, unsigned long count, co
     }
 }
 
-// The values that the records leave behind. Data stay in a common buffer, where a record without any finds them.
+// The values that the records leave behind. Data stay in a common buffer, which supplies the value of a record without
+// data.
 class SupplyValues
 {
 public:
@@ -131,7 +132,7 @@ private:
     static constexpr std::array<unsigned long, 9> c_types{
         {0x0001, 0x1000, 0x1001, 0x1002, 0x1003, 0x1004, 0x1100, 0x1101, 0x1102}};
 
-    // One more than there are types, for all that are not known.
+    // The last slot is for all unknown types.
     static std::size_t Slot(unsigned long type)
     {
         return static_cast<std::size_t>(std::find(c_types.begin(), c_types.end(), type) - c_types.begin());
@@ -173,7 +174,7 @@ void CheckSupplies(const UtilPrinterStatus& status, const unsigned char* supplie
             "the supplies values are those of the reply");
 }
 
-// Also of a reply that was rejected half-way.
+// Holds for rejected replies, too.
 void CheckBounds(const UtilPrinterStatus& status)
 {
     for (const auto* text : {&status.szVenderName, &status.szProductName, &status.szSerialNumber, &status.szFWVersion,

@@ -5,7 +5,8 @@
 
 #include "UtilPrinterStatus.h"
 
-/// What must hold after a fresh decoder has parsed a reply of the standard family: accepted if and only if all its
-/// fields lie inside, each value where the lengths before it put it, and no text beyond its member.
+/// Checks a fresh decoder after it has parsed a reply of the standard family. The reply must be accepted if and only if
+/// all its fields are inside it. Each value must be at the place that the preceding lengths determine, and no text may
+/// exceed its member.
 void CheckStandardDecoding(const unsigned char* data, unsigned long size, unsigned int result,
                            const UtilPrinterStatus& status);

@@ -9,7 +9,7 @@
 
 #include <cstdio>
 
-// Writes the seeds that the encoders make into the corpus folder that is given. Leaves other files alone.
+// Writes the encoders' seeds into the given corpus folder. Leaves other files alone.
 int main(int argc, char* argv[])
 {
     if (argc != 2) {

@@ -43,7 +43,7 @@ void SeedCorpusTest::seedsAreThoseInTheTree_data()
     }
 }
 
-// After a change of the encoders: build/tests/fuzz/write-seeds tests/fuzz/corpus
+// After a change of the encoders run: build/tests/fuzz/write-seeds tests/fuzz/corpus
 void SeedCorpusTest::seedsAreThoseInTheTree()
 {
     QFETCH(QByteArray, seed);
@@ -59,7 +59,7 @@ void SeedCorpusTest::correctStandardReplies_data()
                 "pages-after-prints"});
 }
 
-// From bytes to fields to bytes, and from there through the decoder to the same fields.
+// Reads the fields from the bytes, encodes them to the same bytes, and decodes those to the same fields.
 void SeedCorpusTest::correctStandardReplies()
 {
     QFETCH(QByteArray, bytes);
