@@ -1,5 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
-"""The login launcher beside servers that accept it and say nothing: each of these takes the half minute that it waits."""
+# SPDX-License-Identifier: MIT
+"""The login launcher beside servers that accept it and say nothing: each test takes the half minute that it waits."""
 
 import socket
 

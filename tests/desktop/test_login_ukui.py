@@ -1,4 +1,5 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+# SPDX-License-Identifier: MIT
 """The login launcher while UKUI's own programs start, in the order of its sessions: what lets older icons through takes
 the older tray's selection long before the panel is there."""
 
