@@ -268,8 +268,8 @@ void PrinterSimulatorTest::badScenarioWritesNothing()
     QVERIFY(m_process->waitForFinished());
     QCOMPARE(m_process->exitCode(), 2);
     QCOMPARE(QString::fromUtf8(m_process->readAllStandardError()),
-             QStringLiteral("%1:2: toner is in percent, 0 to 100, with at most two decimals\n"
-                            "%1:4: \"tired\" is no status\n")
+             QStringLiteral("%1:2: toner must be in percent, 0 to 100, with at most two decimals\n"
+                            "%1:4: \"tired\" is not a status\n")
                  .arg(scenario));
     QVERIFY(!QFile::exists(folder));
 }
@@ -281,9 +281,9 @@ void PrinterSimulatorTest::wrongUse_data()
 
     const QString missing = QStringLiteral("/nonexistent/a.scenario");
     QTest::newRow("no scenario") << QStringList()
-                                 << QByteArray("printer-simulator: give one scenario file (--help tells more)\n");
+                                 << QByteArray("printer-simulator: give one scenario file; see --help\n");
     QTest::newRow("two scenarios") << QStringList({missing, missing})
-                                   << QByteArray("printer-simulator: give one scenario file (--help tells more)\n");
+                                   << QByteArray("printer-simulator: give one scenario file; see --help\n");
     QTest::newRow("unknown option") << QStringList({QStringLiteral("--loud"), missing})
                                     << QByteArray("printer-simulator: Unknown option 'loud'.\n");
     QTest::newRow("option without value") << QStringList({missing, QStringLiteral("--directory")})

@@ -20,13 +20,13 @@ constexpr quint32 FullTonerPercent = 100;
 
 enum class PropertyKind
 {
-    List, // an entry of the printer list; the status file stays as it is
-    Report, // part of every reply; the status file holds a good reply again
+    List, // part of the printer list; the status file does not change
+    Report, // part of every reply; restores a good reply in the status file
     StandardReport, // the same, but not part of a QZ reply
     File, // changes the status file itself
 };
 
-using Setter = std::function<QString(SimulatedPrinter&, const QStringList&)>; // gives the reason of a refusal
+using Setter = std::function<QString(SimulatedPrinter&, const QStringList&)>; // returns an error message or nothing
 
 struct PrinterProperty
 {
@@ -40,7 +40,7 @@ struct StatusName
 {
     const char* name;
     quint8 standardCode;
-    int qzCode; // negative: the QZ family has no such status on the wire
+    int qzCode; // negative: a QZ reply cannot express the status
 };
 
 constexpr StatusName StatusNames[] = {
@@ -71,7 +71,7 @@ QString SetStatus(SimulatedPrinter& printer, const QStringList& values)
             return SetStatusCode(printer, word, isQZ ? status.qzCode : status.standardCode);
         }
     }
-    return QStringLiteral("\"%1\" is no status").arg(word);
+    return QStringLiteral("\"%1\" is not a status").arg(word);
 }
 
 QString SetToner(SimulatedPrinter& printer, const QStringList& values)
@@ -80,8 +80,8 @@ QString SetToner(SimulatedPrinter& printer, const QStringList& values)
     const auto toner =
         isQZ ? ParseDecimal(values.first(), 0, FullTonerPercent) : ParseDecimal(values.first(), 2, FullTonerHundredths);
     if (!toner) {
-        return isQZ ? QStringLiteral("toner of a QZ printer is in whole percent, 0 to 100")
-                    : QStringLiteral("toner is in percent, 0 to 100, with at most two decimals");
+        return isQZ ? QStringLiteral("toner of a QZ printer must be in whole percent, 0 to 100")
+                    : QStringLiteral("toner must be in percent, 0 to 100, with at most two decimals");
     }
     printer.supplies.insert(SupplyField::RemainingToner, *toner);
     return {};
@@ -94,7 +94,7 @@ QString SetConnection(SimulatedPrinter& printer, const QStringList& values)
     } else if (values.first() == QLatin1String("network")) {
         printer.connectType = ConnectTypeNetwork;
     } else {
-        return QStringLiteral("a connection is usb or network");
+        return QStringLiteral("a connection must be usb or network");
     }
     return {};
 }
@@ -105,8 +105,8 @@ QString Vanish(SimulatedPrinter& printer, const QStringList& /*values*/)
     return {};
 }
 
-// 64 bytes that neither decoder accepts: the vendor name of a standard reply, and the error that is the first item
-// of a QZ reply, announce more bytes than there are.
+// 64 bytes that both decoders reject. The vendor name of a standard reply, and the error that is the first item of a
+// QZ reply, announce more bytes than follow.
 QByteArray RejectedReply()
 {
     constexpr int firstQZItem = 37;
@@ -119,7 +119,7 @@ QString SetGarbage(SimulatedPrinter& printer, const QStringList& values)
     const QByteArray digits = values.join(QString()).toLatin1();
     const QByteArray bytes = QByteArray::fromHex(digits);
     if (bytes.toHex() != digits.toLower()) {
-        return QStringLiteral("garbage is given as pairs of hexadecimal digits");
+        return QStringLiteral("garbage must be pairs of hexadecimal digits");
     }
     if (bytes.size() > MaximumGarbageBytes) {
         return QStringLiteral("garbage may have at most %1 bytes").arg(MaximumGarbageBytes);
@@ -134,7 +134,7 @@ QString Truncate(SimulatedPrinter& printer, const QStringList& values)
     const QByteArray reply = EncodeStatusReply(printer);
     const auto size = ParseDecimal(values.first(), 0, static_cast<quint32>(reply.size() - 1));
     if (!size) {
-        return QStringLiteral("the reply now has %1 bytes; truncate needs a smaller number").arg(reply.size());
+        return QStringLiteral("the current reply has %1 bytes; truncate needs a smaller number").arg(reply.size());
     }
     printer.content = StatusFileContent::Raw;
     printer.rawContent = reply.left(static_cast<int>(*size));
@@ -192,7 +192,7 @@ PrinterProperty ReportCodes(QVector<quint16> SimulatedPrinter::*member)
             for (const QString& word : values) {
                 const auto code = ParseCode(word);
                 if (!code) {
-                    return QStringLiteral("\"%1\" is no code such as 0x11B0").arg(word);
+                    return QStringLiteral("\"%1\" is not a code such as 0x11B0").arg(word);
                 }
                 codes.append(*code);
             }

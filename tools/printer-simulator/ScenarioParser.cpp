@@ -104,7 +104,7 @@ QString ScenarioParser::ReadStatement(const QStringList& words)
             continue;
         }
         if (statement.isStep && IsDeclaring()) {
-            return QStringLiteral("\"%1\" is possible only after the first wait").arg(verb);
+            return QStringLiteral("\"%1\" is allowed only after the first wait").arg(verb);
         }
         return (this->*statement.read)(words);
     }
@@ -120,7 +120,7 @@ QString ScenarioParser::CheckNewName(const QString& name)
         return QStringLiteral("a printer needs a name");
     }
     if (name.contains(QLatin1Char('/'))) {
-        return QStringLiteral("a name with / cannot name a status file");
+        return QStringLiteral("a name must not contain /");
     }
     if (name.toUtf8().size() > MaximumNameBytes) {
         return QStringLiteral("a name may have at most %1 bytes").arg(MaximumNameBytes);
@@ -135,7 +135,7 @@ QString ScenarioParser::CheckNewName(const QString& name)
 QString ScenarioParser::DeclarePrinter(const QStringList& words)
 {
     if (!IsDeclaring()) {
-        return QStringLiteral("printers are declared before the first wait");
+        return QStringLiteral("printers must be declared before the first wait");
     }
     if (Printers().size() == MaximumPrinters) {
         return QStringLiteral("more than %1 printers").arg(MaximumPrinters);
@@ -149,7 +149,7 @@ QString ScenarioParser::DeclarePrinter(const QStringList& words)
     for (const QString& option : options) {
         const bool isKnown = SetDeclarationOption(printer, option);
         if (!isKnown && reason.isEmpty()) {
-            reason = QStringLiteral("\"%1\" is none of standard, qz, absent").arg(option);
+            reason = QStringLiteral("\"%1\" is not standard, qz or absent").arg(option);
         }
     }
     printer.status = ReadyStatus(printer.family);
@@ -194,10 +194,10 @@ QString ScenarioParser::Repeat(const QStringList& words)
 {
     m_scenario.repeats = true;
     if (words.size() > 1) {
-        return QStringLiteral("repeat stands alone");
+        return QStringLiteral("repeat takes no value");
     }
     if (m_previousVerb != QLatin1String("wait")) {
-        return QStringLiteral("repeat needs a wait right before it, or nobody would see the steps above it");
+        return QStringLiteral("repeat must follow a wait, or the steps before it would not be seen");
     }
     return {};
 }
@@ -225,7 +225,7 @@ QString ScenarioParser::SetListed(const QStringList& words, bool listed)
         return reason;
     }
     if (Printers().at(index).listed == listed) {
-        return listed ? QStringLiteral("\"%1\" is on the list already").arg(words.at(1))
+        return listed ? QStringLiteral("\"%1\" is already on the list").arg(words.at(1))
                       : QStringLiteral("\"%1\" is not on the list").arg(words.at(1));
     }
     SimulatedPrinter printer = Printers().takeAt(index);

@@ -71,13 +71,13 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Plays the driver package: writes the printer list and the printers' status files as a "
-                       "scenario tells.\nEnds after the last step, or on SIGINT or SIGTERM, and leaves the files. "
+        QStringLiteral("Plays the driver package: writes the printer list and the status files that a scenario "
+                       "describes.\nEnds after the last step, or on SIGINT or SIGTERM, and leaves the files. "
                        "Exit code 0: done; 1: failure; 2: bad scenario."));
     parser.addPositionalArgument(QStringLiteral("scenario"), QStringLiteral("The scenario file."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption directory(QStringLiteral("directory"),
-                                       QStringLiteral("Write into <folder> (created when missing)."),
+                                       QStringLiteral("Write into <folder>, which is created if it is missing."),
                                        QStringLiteral("folder"), QLatin1String(DriverDirectory));
     parser.addOption(directory);
     if (!parser.parse(QCoreApplication::arguments())) {
@@ -89,7 +89,7 @@ int main(int argc, char* argv[])
     }
     const QStringList scenarios = parser.positionalArguments();
     if (scenarios.size() != 1) {
-        return Fail(QStringLiteral("give one scenario file (--help tells more)"));
+        return Fail(QStringLiteral("give one scenario file; see --help"));
     }
     return PlayFile(scenarios.first(), parser.value(directory), stopSignals);
 }
