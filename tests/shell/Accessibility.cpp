@@ -39,13 +39,13 @@ QString AccessibleInterface()
     return QStringLiteral("org.a11y.atspi.Accessible");
 }
 
-// The answer is an array of bus name and path.
+// The answer is an array of bus names and paths.
 QList<AccessibleObject> Children(const AccessibleObject& parent)
 {
     const QDBusConnection bus = AccessibilityBus();
     const QDBusMessage reply = Call(bus, parent, AccessibleInterface(), QStringLiteral("GetChildren"));
     QList<AccessibleObject> children;
-    if (reply.type() != QDBusMessage::ReplyMessage) { // it has gone
+    if (reply.type() != QDBusMessage::ReplyMessage) { // the object has gone
         return children;
     }
     const auto argument = reply.arguments().constFirst().value<QDBusArgument>();

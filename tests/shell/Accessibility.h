@@ -6,8 +6,8 @@
 #include <QList>
 #include <QString>
 
-/// What a screen reader finds in a program's windows. The program must have been started with
-/// QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1, on a machine that has an accessibility bus.
+/// An object that a screen reader finds in a program's windows. The program must have been started with
+/// QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1, and the machine must have an accessibility bus.
 struct AccessibleObject
 {
     QString service; ///< on the accessibility bus
@@ -15,9 +15,9 @@ struct AccessibleObject
     QString name; ///< the text
 };
 
-/// Whether there is an accessibility bus.
+/// Whether the machine has an accessibility bus.
 bool IsAccessibilityAvailable();
-/// All objects of the program called `name`, windows before what they hold; empty while it is not registered.
+/// All objects of the program called `name`, each window before its content. Empty until the program is registered.
 QList<AccessibleObject> AccessibleObjects(const QString& name);
-/// Does an object's first action, e.g. presses a button.
+/// Performs an object's first action, for example presses a button.
 bool DoAction(const AccessibleObject& object);

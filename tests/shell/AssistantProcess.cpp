@@ -30,7 +30,7 @@ struct MenuEntry
     QList<MenuEntry> children;
 };
 
-// A menu item on the bus: (ia{sv}av), the last being its children.
+// A menu item on the bus: (ia{sv}av). The last element is its children.
 const QDBusArgument& operator>>(const QDBusArgument& argument, MenuEntry& entry)
 {
     argument.beginStructure();
@@ -87,7 +87,7 @@ AssistantProcess::~AssistantProcess()
 void AssistantProcess::traceTo(const QString& tracePath)
 {
     m_tracePath = tracePath;
-    // A leak checker, where the program was built with one, fails under strace.
+    // A leak checker in the program fails under strace.
     const QString options = m_process.processEnvironment().value(QStringLiteral("ASAN_OPTIONS"));
     setEnvironment(QStringLiteral("ASAN_OPTIONS"), options + QStringLiteral(":detect_leaks=0"));
 }
@@ -104,7 +104,7 @@ bool AssistantProcess::start(const QStringList& arguments)
     if (m_tracePath.isEmpty()) {
         m_process.start(m_program, arguments);
     } else {
-        // -ttt: with the time, in seconds since 1970; %file: all calls with a path, also the start of programs.
+        // -ttt adds the time in seconds since 1970. %file means all calls with a path, including program starts.
         m_process.start(QStringLiteral("strace"),
                         QStringList{QStringLiteral("-f"), QStringLiteral("-ttt"), QStringLiteral("-e"),
                                     QStringLiteral("trace=%file,socket"), QStringLiteral("-o"), m_tracePath,
@@ -248,7 +248,7 @@ bool IsEverVisible(const QString& title)
     return QTest::qWaitFor([&title]() { return !VisibleWindows(title).isEmpty(); }, AbsenceMs);
 }
 
-// A key that comes before the window has the focus is lost.
+// A key press is lost if the window does not yet have the focus.
 bool PressUntilGone(const QString& title, const QString& key)
 {
     const auto isGone = [&title]() {

@@ -11,7 +11,8 @@ namespace {
 
 constexpr char RecordPath[] = "/tmp/notifications.jsonl";
 
-// Forgotten messages stay in the file: the desktop may be writing to it.
+// Offset of the first message that was not forgotten. Old messages stay in the file because the desktop may be writing
+// to it.
 qint64 s_readFrom = 0;
 
 } // namespace
@@ -24,7 +25,7 @@ QList<DesktopMessage> DesktopMessages()
         return messages;
     }
     QList<QByteArray> lines = file.readAll().split('\n');
-    lines.removeLast(); // what follows the last line
+    lines.removeLast(); // the rest after the last line
     for (const QByteArray& line : qAsConst(lines)) {
         const QJsonObject json = QJsonDocument::fromJson(line).object();
         DesktopMessage message;

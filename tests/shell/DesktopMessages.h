@@ -17,6 +17,6 @@ struct DesktopMessage
     int timeoutMs = 0;
 };
 
-/// The messages since the test program started or forgot them, the first one first.
+/// The messages since the start of the test program or since the last ForgetDesktopMessages(), in order.
 QList<DesktopMessage> DesktopMessages();
 void ForgetDesktopMessages();

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 //
-// Part of every test program that opens windows: fails it if a window has made Qt load OpenGL. Mesa allocates memory
-// that it never frees, how much depends on the processor, and is unloaded before a leak checker looks.
+// Part of every test program that opens windows: the program fails if Qt has loaded OpenGL for a window. Mesa never
+// frees some memory, how much depends on the processor, and is unloaded before a leak checker looks.
 
 #include <QCoreApplication>
 #include <QFile>
@@ -13,7 +13,7 @@
 
 namespace {
 
-// To be called before Qt unloads its plug-ins.
+// Must run before Qt unloads its plug-ins.
 void FailIfOpenGLIsLoaded()
 {
     QFile maps(QStringLiteral("/proc/self/maps"));

@@ -9,8 +9,7 @@
 
 namespace {
 
-// An explicit instantiation may name a private member; this is the one way to the lists that asks nothing of the
-// window.
+// An explicit instantiation may name a private member. This reaches the lists without any change to the window.
 struct SharedList
 {
     using Member = QList<stPrinterManager> BrelPrinterToolWidget::*;
@@ -89,7 +88,7 @@ AppSetting& TestWindow::settingsDialog() const
 
 int TestWindow::startedWorkers() const
 {
-    return receivers(SIGNAL(SgnThreadQuit())) - 1; // the other one is the device manager
+    return receivers(SIGNAL(SgnThreadQuit())) - 1; // the device manager is the other receiver
 }
 
 QList<TrdGetPrinterStatus*> TestWindow::statusWorkers() const
@@ -130,7 +129,7 @@ void TestWindow::setState(int index, const stPrinterState& state)
     }
 }
 
-// Called before a new worker's start request is queued: the stop request is queued first.
+// The signal arrives before a new worker's start request is queued, so the stop request is queued first.
 void TestWindow::letWorkersPollOnce()
 {
     connect(this, &BrelPrinterToolWidget::SgnStatusThreadStart, this, &BrelPrinterToolWidget::SgnThreadQuit);

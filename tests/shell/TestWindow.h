@@ -10,8 +10,8 @@
 
 class QTableWidget;
 
-/// The main window with its protected and hidden parts open to tests. Deletes its settings dialog, which the window
-/// itself leaves to the end of the process.
+/// The main window with its protected and hidden parts open to tests. It also deletes its settings dialog, which the
+/// main window itself keeps until the process ends.
 class TestWindow : public BrelPrinterToolWidget
 {
 public:
@@ -23,26 +23,26 @@ public:
     void setVisible(bool isWanted) override;
 
     QTableWidget& table() const;
-    /// The texts of a row of the table.
+    /// The texts of a table row.
     QStringList row(int index) const;
     QSystemTrayIcon& trayIcon() const;
     AppSetting& settingsDialog() const;
-    /// Status workers that were ever started.
+    /// The number of status workers that were ever started.
     int startedWorkers() const;
-    /// The same themselves, in the order of their start.
+    /// These workers, in the order of their start.
     QList<TrdGetPrinterStatus*> statusWorkers() const;
-    /// How often the window was asked to show itself.
+    /// How often show() was requested.
     int timesShown() const;
 
-    /// The shared list itself, for a worker of the test's own.
+    /// The shared list itself, for a test's own worker.
     QList<stPrinterManager>* sharedList();
-    /// A copy of its records.
+    /// A copy of the shared list's records.
     QList<stPrinterManager> printers();
-    /// Puts a state into the shared list that no printer can send.
+    /// Puts a state into the shared list, including states that no printer can send.
     void setState(int index, const stPrinterState& state);
 
-    /// From now on a status worker looks at its printer once and then ends its loop, so that nobody but the test
-    /// changes the shared list while the list file stays the same.
+    /// From now on each status worker polls once and ends its loop. So only the test changes the shared list as long as
+    /// the list file stays the same.
     void letWorkersPollOnce();
 
 private:

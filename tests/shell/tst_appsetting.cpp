@@ -93,7 +93,7 @@ void Click(QWidget& widget)
     QTest::mouseClick(&widget, Qt::LeftButton);
 }
 
-// A box answers to clicks on its mark and text alone, which do not reach to its middle.
+// A check box reacts to clicks on its mark and text only. They do not extend to its centre.
 void ClickBox(const AppSetting& dialog)
 {
     QCheckBox& box = Box(dialog);
@@ -101,7 +101,7 @@ void ClickBox(const AppSetting& dialog)
     QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, QPoint(markX, box.height() / 2));
 }
 
-// What is in the box and on disk at the moment in which the dialog hides.
+// The state of the box and of the disk at the moment when the dialog hides.
 class HideObserver : public QObject
 {
 public:
@@ -222,7 +222,7 @@ void AppSettingTest::geometryAndTexts()
     QCOMPARE(CancelButton(dialog).text(), QStringLiteral("取消"));
 }
 
-// Below 1920 pixels it shrinks the widget, although the dialog itself is not scaled there.
+// Below 1920 pixels the function shrinks the widget, although the dialog itself is not scaled there.
 void AppSettingTest::scaleControlDoesNotTestTheDesktop()
 {
     const QHash<int, QRect> expected{{1280, {46, 166, 53, 16}},
@@ -376,7 +376,7 @@ void AppSettingTest::hidesBeforeItSavesAndReadsAgain()
     QCOMPARE(observer.times, 1);
     QCOMPARE(observer.wasTicked, !hasEntry);
     QCOMPARE(observer.hadEntry, hasEntry);
-    // Read before it was saved, the box would show the old state.
+    // If the state was read before it was saved, the box would show the old one.
     QCOMPARE(Box(dialog).isChecked(), isConfirmed ? !hasEntry : hasEntry);
     QCOMPARE(QFile::exists(Entry()), isConfirmed ? !hasEntry : hasEntry);
 }

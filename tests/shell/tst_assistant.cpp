@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// The real program on a desktop.
+// Tests the real program on a desktop.
 
 #include "AssistantProcess.h"
 #include "DesktopMessages.h"
@@ -19,9 +19,9 @@ namespace {
 
 constexpr quint16 TonerLow = 0x110D;
 constexpr int ManyPrinters = 50;
-// A stop takes one slice of half a second; the rest is for a busy machine.
+// A stop takes one slice of half a second. The rest is a margin for a busy machine.
 constexpr qint64 StopLimitMs = 1500;
-// A thread that does not stop is waited for so long.
+// The window waits this long for a thread that does not stop.
 constexpr qint64 HangingThreadMs = 1000;
 constexpr int SteadySeconds = 4;
 constexpr double MsPerSecond = 1000.0;
@@ -51,7 +51,7 @@ void WritePrinters(int count)
     PrinterFolder::WritePrinterList(printers);
 }
 
-// Every printer has a warning: its message tells that its status was read.
+// Every printer has a warning, whose message shows that the status was read.
 bool AreAllAnnounced(int count)
 {
     return QTest::qWaitFor([count]() { return DesktopMessages().size() == count; }, 15000);
@@ -63,7 +63,7 @@ struct TracedCall
     QString text;
 };
 
-// Lines of strace: process, time, call.
+// Parses strace's lines: process, time, call.
 QVector<TracedCall> TracedCalls(const QString& path)
 {
     QVector<TracedCall> calls;
@@ -139,7 +139,7 @@ void AssistantTest::startsHidden()
     AssistantProcess assistant;
     QVERIFY(assistant.startIntoTray(arguments));
     if (isHidden) {
-        QVERIFY(!assistant.menu().isEmpty()); // its event loop runs
+        QVERIFY(!assistant.menu().isEmpty()); // the event loop is running
         QVERIFY(!IsEverVisible(Title()));
     } else {
         QTRY_VERIFY(IsWindowVisible());
@@ -262,7 +262,7 @@ void AssistantTest::firmwareToolOutlivesTheProgram()
     QVERIFY(assistant.chooseFromMenu(QStringLiteral("退出")));
     QCOMPARE(assistant.waitForExit(), 0);
     QCOMPARE(call.last(), QStringLiteral("0"));
-    QCOMPARE(kill(call.first().toInt(), SIGKILL), 0); // it was there
+    QCOMPARE(kill(call.first().toInt(), SIGKILL), 0); // the tool was still running
 }
 
 void AssistantTest::sideEffects()
@@ -277,7 +277,7 @@ void AssistantTest::sideEffects()
     QVERIFY(AreAllAnnounced(2));
     for (const char* table : {"/proc/net/udp", "/proc/net/udp6"}) {
         const QByteArray sockets = PrinterFolder::ReadFile(QString::fromLatin1(table));
-        QCOMPARE(sockets.count('\n'), 1); // the heading
+        QCOMPARE(sockets.count('\n'), 1); // only the heading
     }
     QVERIFY(assistant.chooseFromMenu(QStringLiteral("退出")));
     QCOMPARE(assistant.waitForExit(), 0);
@@ -288,7 +288,7 @@ void AssistantTest::sideEffects()
     QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
 }
 
-// While nothing changes a printer costs one stat a second.
+// While nothing changes, a printer costs one stat call a second.
 void AssistantTest::steadyState()
 {
     if (QStandardPaths::findExecutable(QStringLiteral("strace")).isEmpty()) {
@@ -319,7 +319,7 @@ void AssistantTest::steadyState()
             ++statCounts[match.captured(2)];
         }
     }
-    QCOMPARE(programStarts, 1); // its own
+    QCOMPARE(programStarts, 1); // the program's own start
     QCOMPARE(statCounts.keys(), (QStringList{QStringLiteral("Prn0"), QStringLiteral("Prn1")}));
     for (const int count : qAsConst(statCounts)) {
         qInfo("%d stats in %d s", count, SteadySeconds);

@@ -22,7 +22,7 @@ struct ExpectedGeometry
 {
     QRect window;
     QRect table;
-    QVector<int> columnWidths; // the last one holds only while that column does not stretch
+    QVector<int> columnWidths; // the last one is only valid while that column does not stretch
 };
 
 ExpectedGeometry GeometryOnThisDesktop()
@@ -161,7 +161,7 @@ void BrelPrinterToolWidgetTest::framePositionWhenShown()
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QTRY_COMPARE(window.frameGeometry().topLeft(), expected.window.topLeft());
     QCOMPARE(window.size(), expected.window.size());
-    // The last column takes what the row header and the other columns leave.
+    // The last column takes the space that the row header and the other columns leave.
     const QHeaderView& header = *window.table().horizontalHeader();
     QCOMPARE(header.length(), window.table().viewport()->width());
     QVERIFY(!window.table().horizontalScrollBar()->isVisible());
@@ -240,7 +240,7 @@ void BrelPrinterToolWidgetTest::closeHides()
     QVERIFY(!QGuiApplication::quitOnLastWindowClosed());
 }
 
-// QWidget repaints after some of these changes; a change of window state or language it only passes on.
+// After some of these changes QWidget repaints. A change of window state or language has no other effect.
 void BrelPrinterToolWidgetTest::changeEventDoesNothing_data()
 {
     QTest::addColumn<int>("type");
@@ -263,13 +263,13 @@ void BrelPrinterToolWidgetTest::changeEventDoesNothing()
     PaintCounter paints(window);
     PaintCounter tablePaints(*window.table().viewport());
     window.update();
-    QTRY_VERIFY(paints.count > 0); // so is a repaint seen
+    QTRY_VERIFY(paints.count > 0); // the counter detects a repaint
     QCoreApplication::processEvents();
     paints.count = 0;
     tablePaints.count = 0;
     QEvent event(static_cast<QEvent::Type>(type));
     window.changeEvent(&event);
-    // A repaint of the window would come with the table's.
+    // A repaint of the window would arrive with the table's.
     window.table().viewport()->update();
     QTRY_VERIFY(tablePaints.count > 0);
     QCOMPARE(paints.count, 0);

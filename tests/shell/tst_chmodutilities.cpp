@@ -166,7 +166,7 @@ void ChmodUtilitiesTest::vendorLinksAreNotFollowed()
     QCOMPARE(Mode(outside + QStringLiteral("/file")), 0640);
 }
 
-// Each directory first, then its entries, then the directories in it, the first one to its depth.
+// The order: each directory, then its entries, then its subdirectories, depth first.
 void ChmodUtilitiesTest::vendorCommandsInOrder()
 {
     TestWindow window;
@@ -184,7 +184,7 @@ void ChmodUtilitiesTest::vendorCommandsInOrder()
                  {mode, QStringLiteral("/tmp/tree/a/")},
                  {mode, QStringLiteral("/tmp/tree/a/deep"), QStringLiteral("/tmp/tree/a/file")},
                  {mode, QStringLiteral("/tmp/tree/a/deep/")},
-                 {mode, QStringLiteral("/tmp/tree/a/deep/*")}, // a pattern that nothing matches
+                 {mode, QStringLiteral("/tmp/tree/a/deep/*")}, // a pattern without a match
                  {mode, QStringLiteral("/tmp/tree/b/")},
                  {mode, QStringLiteral("/tmp/tree/b/*")},
              }));

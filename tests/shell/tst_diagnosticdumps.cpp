@@ -50,7 +50,7 @@ QStringList Messages(const QVector<LogLine>& lines)
     return messages;
 }
 
-// Counts what is made ready for the log. It belongs to Qt, like every codec.
+// Counts the texts that are converted for the log. Qt owns it, like every codec.
 class CountingCodec : public QTextCodec
 {
 public:
@@ -108,14 +108,14 @@ private slots:
     void indexOutOfRange();
 
 private:
-    // What the log says since the last call.
+    // Returns and removes what the log contains.
     static QVector<LogLine> takeLog();
     QVector<LogLine> dumpStatus(int row, const stPrinterState& state);
 
     std::unique_ptr<TestWindow> m_window;
 };
 
-// One window for all tests, whose workers look at their printers once and then leave the list and the log alone.
+// One window for all tests. Its workers poll once and then leave the list and the log alone.
 void DiagnosticDumpsTest::initTestCase()
 {
     PrinterFolder::Create();
@@ -148,7 +148,7 @@ QVector<LogLine> DiagnosticDumpsTest::takeLog()
     }
     const QString path = LogFolder().filePath(files.first());
     QStringList texts = QString::fromLocal8Bit(PrinterFolder::ReadFile(path)).split(QLatin1Char('\n'));
-    texts.removeLast(); // what follows the last line
+    texts.removeLast(); // the rest after the last line
     QFile::remove(path);
     const QRegularExpression pattern(QStringLiteral(R"(^\[[-: .\d]{23}\] \((\S+)@(\d+) (\S+)\) (.*)$)"));
     for (const QString& text : qAsConst(texts)) {
@@ -272,7 +272,7 @@ void DiagnosticDumpsTest::fullState()
              }));
 }
 
-// What lies outside Latin-1 is lost in these five, and in these alone.
+// Characters outside Latin-1 are lost in these five texts and in no others.
 void DiagnosticDumpsTest::latin1Texts()
 {
     stPrinterState state;
@@ -319,7 +319,7 @@ void DiagnosticDumpsTest::lineNumbers()
     for (const LogLine& line : lines) {
         QCOMPARE(line.source, QStringLiteral("brelprintertoolwidget"));
         QCOMPARE(line.function, QStringLiteral("DebugOutputPrinterStatus"));
-        QVERIFY(line.sourceLine > last); // each call has its own
+        QVERIFY(line.sourceLine > last); // each call has its own number
         last = line.sourceLine;
     }
 }
@@ -327,16 +327,16 @@ void DiagnosticDumpsTest::lineNumbers()
 void DiagnosticDumpsTest::lastStepOfTheSlots()
 {
     QVector<bool> wasLogEmpty;
-    QObject observer; // ends with the test, and the connections with it
+    QObject observer; // ends the connections with the test
     const auto look = [&wasLogEmpty] {
         wasLogEmpty.append(LogFolder().entryList(QDir::Files).isEmpty());
     };
     connect(m_window.get(), &BrelPrinterToolWidget::SgnStatusThreadStart, &observer, look);
     connect(&m_window->table(), &QTableWidget::itemChanged, &observer, look);
-    // A printer more, so that a worker is started.
+    // One more printer starts one more worker.
     PrinterFolder::WritePrinterList(ListedPrinters() << PrinterFolder::Printer(QStringLiteral("another")));
     QTRY_COMPARE(m_window->table().rowCount(), 3);
-    QCOMPARE(wasLogEmpty, QVector<bool>(3 * 4 + 1, true)); // the rows' cells, and the start
+    QCOMPARE(wasLogEmpty, QVector<bool>(3 * 4 + 1, true)); // cells of all rows, and one start
     QTRY_COMPARE(m_window->printers().at(2).stState.iFailCount, 1);
     PrinterFolder::WritePrinterList(ListedPrinters());
     QTRY_COMPARE(m_window->table().rowCount(), 2);
@@ -358,7 +358,7 @@ void DiagnosticDumpsTest::lastStepOfTheSlots()
     QCOMPARE(messages.first(), QStringLiteral("printer[1]=50%s%n%d"));
 }
 
-// In GBK, the second byte of a Chinese character may be that of an ASCII letter.
+// In GBK the second byte of a Chinese character can equal an ASCII letter.
 void DiagnosticDumpsTest::localEncoding()
 {
     QTextCodec* const before = QTextCodec::codecForLocale();
@@ -398,10 +398,10 @@ void DiagnosticDumpsTest::switchedOff()
     QTextCodec::setCodecForLocale(before);
     QCOMPARE(conversionsWhileOff, 0);
     QCOMPARE(filesWhileOff, QStringList());
-    QVERIFY(conversions >= 20); // so that the codec counts at all
+    QVERIFY(conversions >= 20); // proves that the codec counts
 }
 
-// A worker may write its next state while the window still shows the last one.
+// A worker may write its next state while the window still shows the previous one.
 void DiagnosticDumpsTest::recordThatIsShown()
 {
     stPrinterState next;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// Links that somebody has put where the auto-start entry belongs.
+// Tests links that somebody has put in the place of the auto-start entry.
 
 #include "AppSetting.h"
 #include "PrinterFolder.h"

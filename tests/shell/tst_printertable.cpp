@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// The table as the driver package's files fill it, through the workers.
+// Tests the table as the driver package's files fill it, through the workers.
 
 #include "DesktopMessages.h"
 #include "PrinterFolder.h"
@@ -43,7 +43,7 @@ struct StatusCase
     QByteArray reply;
     QString tonerText;
     QString statusText;
-    QString messageText; // empty: no message
+    QString messageText; // empty for no message
     int urgency; // 1 warning, 2 error
 };
 
@@ -169,7 +169,7 @@ void PrinterTableTest::statusesAndMessages()
                      (QStringList{printer.name, QStringLiteral("USB"), printer.tonerText, printer.statusText}));
     }
     QTRY_COMPARE(DesktopMessages().size(), announced.size());
-    // Two further cycles of the workers bring no change, hence no message.
+    // Two further cycles of the workers bring no change, so no message.
     QTest::qWait(2200);
     QCOMPARE(DesktopMessages().size(), announced.size());
     const QList<DesktopMessage> messages = DesktopMessages();
@@ -249,7 +249,7 @@ void PrinterTableTest::listVanishes()
     QCOMPARE(window.startedWorkers(), 2);
 }
 
-// Whatever is known of a printer: only its worker's next change fills the row again.
+// The rows ignore what is known of a printer. Only its worker's next change fills the row again.
 void PrinterTableTest::rebuiltRowsStartOffline()
 {
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("PrnA"))});

@@ -17,8 +17,8 @@
 #include <thread>
 #include <vector>
 
-// Everything that shares the printer list, at once, while the list is replaced many times a second. A matter for the
-// thread sanitizer; without it these tests show that no printer gets what belongs to another, and that none is lost.
+// Runs everything that shares the printer list at once, while the list is replaced many times a second. The thread
+// sanitizer looks for races. Without it the tests show that no printer gets another one's data and that none is lost.
 class RacesTest : public QObject
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ constexpr int LongestList = 60;
 constexpr std::chrono::milliseconds ReplacementInterval(20);
 constexpr int DefaultSeconds = 5;
 constexpr int MsPerSecond = 1000;
-// Of the fifty a second that a machine at rest does.
+// An idle machine makes fifty.
 constexpr int LeastReplacementsPerSecond = 5;
 constexpr int SettleTimeoutMs = 30000;
 constexpr int TonerOfFirst = 1000;
@@ -57,7 +57,7 @@ int TonerOf(const QString& name)
     return TonerOfFirst + name.midRef(3).toInt();
 }
 
-// Ready and printing by turns, so that there is a change to tell of; the toner is the printer's own for ever.
+// Alternates between ready and printing, so that there is a change to signal. The toner identifies the printer.
 void RewriteStatusFile(int printer, int round)
 {
     const QString name = NameOf(printer);
@@ -65,7 +65,7 @@ void RewriteStatusFile(int printer, int round)
     PrinterFolder::WriteStatusFile(name, StandardBytes(status, static_cast<quint32>(TonerOf(name))));
 }
 
-// Printers 0 to count - 1, beginning with another one each round.
+// Printers 0 to count - 1, starting with another one in each round.
 QList<stPrinterInfo> TurnedList(int count, int round)
 {
     QList<stPrinterInfo> printers;
@@ -86,15 +86,14 @@ QList<stPrinterInfo> ListOfAnyLength(int round)
     return TurnedList(round * step % (LongestList + 1), round);
 }
 
-// Plays the driver package, and in a thread of its own the device manager: the list file is written anew every 20 ms
-// and read by one pass of the manager's loop, whose pause of three seconds is left out. Each time one of the status
-// files is written anew, too.
+// Plays the driver package and, on its own thread, the device manager. Every 20 ms it writes the list file, runs one
+// pass of the manager's loop without the pause of three seconds, and rewrites one of the status files.
 class ListReplacer
 {
 public:
     using ListOfRound = QList<stPrinterInfo> (*)(int round);
 
-    /// `window`, where there is one, is told as by its own device manager.
+    /// If there is a `window`, it receives the signals of its device manager from here, too.
     ListReplacer(QList<stPrinterManager>* list, ListOfRound listOfRound, BrelPrinterToolWidget* window = nullptr)
         : m_thread([this, list, listOfRound, window] { run(list, listOfRound, window); })
     {
@@ -106,7 +105,7 @@ public:
     ListReplacer(const ListReplacer&) = delete;
     ListReplacer& operator=(const ListReplacer&) = delete;
 
-    /// Returns how often the list was replaced.
+    /// Stops the thread. Returns how often the list was replaced.
     int stop()
     {
         m_isEnding = true;
@@ -129,7 +128,7 @@ private:
         auto next = std::chrono::steady_clock::now();
         for (int round = 1; !m_isEnding; ++round) {
             PrinterFolder::WritePrinterList(listOfRound(round));
-            // The stop is requested beforehand: the pass ends before the pause.
+            // The stop is requested beforehand, so that the pass ends before the pause.
             manager.bThreadQuit = true;
             manager.bTaskStarted = false;
             manager.SlotTaskStart();
@@ -144,7 +143,7 @@ private:
     std::thread m_thread; ///< the last member: it uses the others
 };
 
-// Copies the list again and again as the window does, and looks whether each printer has its own toner level or none.
+// Copies the list repeatedly, as the window does, and checks that each printer has its own toner level or none.
 class ListReader
 {
 public:
@@ -171,7 +170,7 @@ public:
             m_thread.join();
         }
     }
-    /// To be asked when it has stopped: records that a worker had filled, and the first one that was wrong.
+    /// Only valid after stop(): the number of records that a worker had filled, and the last wrong one.
     int filledRecords() const
     {
         return m_filledRecords;
@@ -223,7 +222,7 @@ void RacesTest::init()
     }
 }
 
-// The list keeps its length: a window whose list shrinks and grows starts ever more workers.
+// The list keeps its length because a list that shrinks and grows would start more and more workers.
 void RacesTest::windowAndItsWorkers()
 {
     PrinterFolder::WritePrinterList(FullTurnedList(0));
@@ -253,7 +252,7 @@ void RacesTest::workersOnAListOfAnyLength()
     const int replacements = replacer.stop();
     reader.stop();
     for (const auto& running : workers) {
-        running->worker().bThreadQuit = true; // so that all end their pauses together
+        running->worker().bThreadQuit = true; // all workers end their pauses together
     }
     for (const auto& running : workers) {
         QVERIFY(running->stop());

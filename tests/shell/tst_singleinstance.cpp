@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// The real program beside others of its name.
+// Tests the real program beside others of its name.
 
 #include "Accessibility.h"
 #include "AssistantProcess.h"
@@ -38,7 +38,7 @@ QString CopyOfAssistant(const QString& name)
     return CopyOfProgram(QStringLiteral(ASSISTANT_PROGRAM), name);
 }
 
-// The box has the window's title but is a dialog, and the program behind it has no tray item.
+// The box has the window's title but is a dialog, and its program has no tray item.
 bool ShowsBoxAlone(const AssistantProcess& copy)
 {
     const bool hasWindow = QTest::qWaitFor([]() { return VisibleWindows(Title()).size() == 1; }, 10000);
@@ -51,7 +51,7 @@ bool ShowsBoxAlone(const AssistantProcess& copy)
     return type.contains(QStringLiteral("_NET_WM_WINDOW_TYPE_DIALOG"));
 }
 
-// What the screen shows of the one window with the program's title, without its frame.
+// A screenshot of the only window with the program's title, without its frame.
 QImage Picture()
 {
     const QStringList windows = VisibleWindows(Title());
@@ -61,8 +61,7 @@ QImage Picture()
     return QGuiApplication::primaryScreen()->grabWindow(windows.constFirst().toULongLong()).toImage();
 }
 
-// A /proc in which this process finds itself and nobody finds anything else: a user may not list it, and root, whom
-// permissions do not bind, sees no process there.
+// A /proc that contains only this process itself. Users cannot list it; root can, but finds no other process.
 QStringList InUnreadableProcessTable(const QString& program)
 {
     return {QStringLiteral("--die-with-parent"),
@@ -136,7 +135,7 @@ void SingleInstanceTest::boxOfASecondCopy()
     for (const AccessibleObject& object : qAsConst(objects)) {
         if (!object.name.isEmpty()) {
             texts.append(object.name);
-            button = object; // the last one that has a text
+            button = object; // the last object with a text
         }
     }
     QCOMPARE(texts,
@@ -148,7 +147,7 @@ void SingleInstanceTest::boxOfASecondCopy()
     QVERIFY(first.hasTrayItem());
 }
 
-// Pixel by pixel: icon, text and button.
+// Compares icon, text and button pixel by pixel.
 void SingleInstanceTest::looksOfTheBox()
 {
     AssistantProcess first;
@@ -248,7 +247,7 @@ void SingleInstanceTest::otherProcesses()
     sleeper.waitForFinished();
 }
 
-// The name on a command line is no process name.
+// A name among a command's arguments is not a process name.
 void SingleInstanceTest::longerNameElsewhere()
 {
     QProcess shell;
@@ -269,7 +268,7 @@ void SingleInstanceTest::zombie()
         _exit(0);
     }
     siginfo_t information = {};
-    QCOMPARE(waitid(P_PID, static_cast<id_t>(child), &information, WEXITED | WNOWAIT), 0); // it stays a zombie
+    QCOMPARE(waitid(P_PID, static_cast<id_t>(child), &information, WEXITED | WNOWAIT), 0); // the child stays a zombie
     {
         AssistantProcess assistant;
         QVERIFY(assistant.start());
@@ -306,7 +305,7 @@ void SingleInstanceTest::toolDirectory()
     QCOMPARE(PrinterFolder::ReadFile(target), QByteArray("kept"));
 }
 
-// A file in its place stops even root.
+// A file in the folder's place stops even root.
 void SingleInstanceTest::toolDirectoryCannotBeMade()
 {
     PrinterFolder::Remove();
@@ -332,7 +331,7 @@ void SingleInstanceTest::secondCopyMakesTheToolDirectory()
     QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
 }
 
-// Who cannot tell starts.
+// A copy that cannot read the process table starts.
 void SingleInstanceTest::processTableCannotBeRead()
 {
     AssistantProcess first;
@@ -344,7 +343,7 @@ void SingleInstanceTest::processTableCannotBeRead()
     QVERIFY(first.hasTrayItem());
 }
 
-// Both may find the other one and give up; never do both go on.
+// Both copies may find each other and give up, but never do both go on.
 void SingleInstanceTest::startedAtTheSameMoment()
 {
     for (int round = 0; round < 5; ++round) {
@@ -352,7 +351,7 @@ void SingleInstanceTest::startedAtTheSameMoment()
         AssistantProcess second;
         QVERIFY(first.start());
         QVERIFY(second.start());
-        // The window of a copy that goes on and the box of one that does not have the same title.
+        // The window of a copy that goes on and the box of a copy that gives up have the same title.
         QTRY_COMPARE_WITH_TIMEOUT(VisibleWindows(Title()).size(), 2, 15000);
         QVERIFY(first.isRunning());
         QVERIFY(second.isRunning());

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// How the window shows one record of the shared list, in states that no printer sends, too.
+// Tests how the window shows one record of the shared list, including states that no printer sends.
 
 #include "DesktopMessages.h"
 #include "PrinterFolder.h"
@@ -41,7 +41,7 @@ QString Percentage(TestWindow& window, int row, unsigned long toner)
     return window.row(row).at(2);
 }
 
-// Compiles a locale with a decimal comma for the C library, which most machines lack, and switches to it.
+// Compiles a locale with a decimal comma for the C library, because most machines lack one, and activates it.
 bool SwitchToCommaLocale()
 {
     QDir().mkpath(QStringLiteral("/tmp/locales"));
@@ -86,7 +86,7 @@ private slots:
     void rowNotYetThere();
 
 private:
-    // Messages of the calls since the last one; a message of another printer marks their end.
+    // The messages for this state. A message of another printer marks their end.
     QList<DesktopMessage> announce(int row, const stPrinterState& state);
 
     std::unique_ptr<TestWindow> m_window;
@@ -100,7 +100,7 @@ void StatusDisplayTest::initTestCase()
                                      PrinterFolder::Printer(QStringLiteral("Marker"))});
     m_window = std::make_unique<TestWindow>();
     m_window->letWorkersPollOnce();
-    // Without a status file each worker's one look counts as a failure.
+    // Without a status file each worker's only poll counts as a failure.
     const auto looks = [this]() {
         int count = 0;
         const QList<stPrinterManager> printers = m_window->printers();
@@ -234,7 +234,7 @@ void StatusDisplayTest::codesWithSharedTexts()
     QCOMPARE(m_window->row(StandardRow).at(3), text);
 }
 
-// Whether there is something new to say is the worker's to decide.
+// The worker decides whether there is news. The window announces every call.
 void StatusDisplayTest::everyCallAnnounces()
 {
     const stPrinterState state = State(PS_READY, {}, {ERR_TONER_LOW});
@@ -284,7 +284,7 @@ void StatusDisplayTest::onlyTonerAndStatusChange()
     QCOMPARE(m_window->row(StandardRow),
              (QStringList{QStringLiteral("三楼K4510A"), QStringLiteral("USB"), QStringLiteral("0.42%"),
                           QStringLiteral("正在复印")}));
-    QCOMPARE(m_window->table().item(StandardRow, 2), toner); // its text was replaced, not the item
+    QCOMPARE(m_window->table().item(StandardRow, 2), toner); // the text is replaced, the item is not
     QCOMPARE(m_window->table().item(StandardRow, 3), status);
     QCOMPARE(m_window->row(QZRow), otherRow);
 }
@@ -351,7 +351,7 @@ void StatusDisplayTest::indexOutOfRange()
     QCOMPARE(announce(StandardRow, State(PS_READY, {}, {})).size(), 0);
 }
 
-// The list is replaced before the signal to rebuild the table arrives.
+// The worker's signal arrives after the list was replaced but before the table is rebuilt.
 void StatusDisplayTest::rowNotYetThere()
 {
     m_window->table().setRowCount(QZRow);

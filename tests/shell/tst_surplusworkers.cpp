@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// The window's workers in what seldom happens to them: started again, left over from a longer list, hanging.
+// Tests rare cases of the window's workers: started again, left over from a longer list, hanging.
 
 #include "PrinterFolder.h"
 #include "SampleReplies.h"
@@ -25,7 +25,7 @@ namespace {
 
 constexpr int TimeoutMs = 15000;
 constexpr qint64 StopTimeoutMs = 1000; // for a thread that does not stop
-constexpr qint64 StopLimitMs = 1500; // for all else, on a busy machine
+constexpr qint64 StopLimitMs = 1500; // for everything else on a busy machine
 constexpr char Untouched = '\x5a';
 
 const QString Ready = QStringLiteral("就绪");
@@ -49,7 +49,7 @@ bool HasRows(const TestWindow& window, int count)
     return QTest::qWaitFor([&window, count] { return window.table().rowCount() == count; }, TimeoutMs);
 }
 
-// Opening the printer list hangs as long as it lives, as on a network file system whose server is gone.
+// While an object exists, opening the printer list hangs, as on a network file system without its server.
 class HangingList
 {
 public:
@@ -88,7 +88,7 @@ private:
 std::atomic<bool> HangingList::s_isHeld{false};
 std::atomic<int> HangingList::s_waiting{0};
 
-// A window in memory that shows whether anybody touches it after its end.
+// A window in known memory, which reveals any access after its end.
 class ObservedWindow
 {
 public:
@@ -100,7 +100,7 @@ public:
     {
         return *m_window;
     }
-    /// Returns how long the window's end took, in ms.
+    /// Ends the window. Returns the duration in ms.
     qint64 end()
     {
         QElapsedTimer timer;
@@ -124,7 +124,7 @@ alignas(TestWindow) std::array<char, sizeof(TestWindow)> ObservedWindow::s_memor
 
 } // namespace
 
-// In front of the C library's function of this name.
+// Replaces the C library's open().
 extern "C" int open(const char* path, int flags, ...)
 {
     va_list arguments;
@@ -153,7 +153,7 @@ void SurplusWorkersTest::init()
     PrinterFolder::Create();
 }
 
-// Nobody notices it while their loops run. So here they have ended, and the mark of a running one is taken away.
+// Running loops ignore a repeated start. So the test ends the loops and clears their mark of being started.
 void SurplusWorkersTest::repeatedStartReachesEarlierWorkers()
 {
     WritePrinters(2);
@@ -189,7 +189,8 @@ void SurplusWorkersTest::regrownWorkersHaveTheirOwnIndex()
         connect(workers.at(k), &TrdGetPrinterStatus::SgnUpdatePrinterStatus, &window,
                 [&indexes, k](int index) { indexes[k].insert(index); });
     }
-    // Of two workers of a printer the first one tells of a change: the older ones make room half-way.
+    // When a printer has two workers, the first to see a change signals it. The older workers are stopped half-way, so
+    // that all workers signal.
     quint32 toner = 0;
     const auto haveAllTold = [&](const QList<int>& expected) {
         return QTest::qWaitFor(
@@ -234,7 +235,7 @@ void SurplusWorkersTest::eachRebuildMakesNewItems()
         }
     }
     QCOMPARE(markedItems(), 8);
-    WritePrinters(3); // the first two rows say what they said before
+    WritePrinters(3); // the first two rows are unchanged
     QVERIFY(HasRows(window, 3));
     QCOMPARE(markedItems(), 0);
 }
@@ -250,17 +251,17 @@ void SurplusWorkersTest::hangingDeviceManager()
     {
         const HangingList hanging;
         QTRY_VERIFY_WITH_TIMEOUT(HangingList::hangs(), TimeoutMs);
-        // The window works on.
+        // The window still works.
         PrinterFolder::WriteStatusFile(NameOf(1), StandardBytes(RawReady));
         QTRY_COMPARE_WITH_TIMEOUT(observed.window().row(1).at(3), Ready, TimeoutMs);
         elapsedMs = observed.end();
         QVERIFY(HangingList::hangs());
-        WritePrinters(3); // what it reads when it comes back
+        WritePrinters(3); // the list for the device manager's return
     }
     QVERIFY2(elapsedMs >= StopTimeoutMs && elapsedMs < StopTimeoutMs + StopLimitMs,
              qPrintable(QString::number(elapsedMs)));
     QTRY_VERIFY_WITH_TIMEOUT(!HangingList::hangs(), TimeoutMs);
-    QTest::qWait(StopTimeoutMs); // for what must not happen
+    QTest::qWait(StopTimeoutMs); // gives unwanted effects time to appear
     QVERIFY(ObservedWindow::isUntouched());
 }
 
@@ -280,14 +281,14 @@ void SurplusWorkersTest::twoHangingWorkers()
     QTRY_COMPARE_WITH_TIMEOUT(cancel.calls().size(), 2, TimeoutMs);
     QTRY_COMPARE_WITH_TIMEOUT(observed.window().row(1).at(3), Ready, TimeoutMs);
     const qint64 elapsedMs = observed.end();
-    // Each is waited for as long as one.
+    // The window waits for each worker in turn.
     QVERIFY2(elapsedMs >= 2 * StopTimeoutMs && elapsedMs < 2 * StopTimeoutMs + StopLimitMs,
              qPrintable(QString::number(elapsedMs)));
     PrinterFolder::WriteFile(commandMayEnd, QByteArray());
     for (const int printer : {0, 2}) {
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(commandHasEnded + NameOf(printer)), TimeoutMs);
     }
-    QTest::qWait(StopTimeoutMs); // for what must not happen
+    QTest::qWait(StopTimeoutMs); // gives unwanted effects time to appear
     QVERIFY(ObservedWindow::isUntouched());
     QCOMPARE(cancel.calls().size(), 2);
 }

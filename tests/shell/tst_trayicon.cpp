@@ -20,7 +20,7 @@ namespace {
 constexpr char FirmwareTool[] = "/opt/tolmar/tolmar-printer-q727/bin/tolmarQ727FW";
 constexpr char FirmwareToolRecord[] = "/tmp/firmware-tool-calls";
 
-// Records its number of arguments and its session at each start.
+// Creates a tool that records its number of arguments and its session at each start.
 void MakeFirmwareTool()
 {
     QVERIFY(QDir().mkpath(QStringLiteral("/opt/tolmar/tolmar-printer-q727/bin")));
@@ -38,7 +38,7 @@ QStringList FirmwareToolCalls()
         return {};
     }
     QStringList calls = QString::fromLatin1(record.readAll()).split(QLatin1Char('\n'));
-    calls.removeLast(); // what follows the last line
+    calls.removeLast(); // the rest after the last line
     return calls;
 }
 
@@ -51,7 +51,7 @@ QStringList Texts(const QList<QAction*>& actions)
     return texts;
 }
 
-// Windows as the window manager has stacked them, the uppermost last.
+// The windows in stacking order, the uppermost last.
 QByteArray StackedWindows()
 {
     QProcess xprop;
@@ -60,7 +60,7 @@ QByteArray StackedWindows()
     return xprop.readAllStandardOutput();
 }
 
-// The order in which widgets hide, and whether the icon was in the tray then.
+// Records the order in which widgets hide, and whether the icon was in the tray then.
 class HideRecorder : public QObject
 {
 public:
@@ -165,7 +165,7 @@ void TrayIconTest::everythingBelongsToTheWindow()
     }
 }
 
-// The log is off during a real start; these steps can be done once more.
+// The log is off during a real start, but these steps can be repeated.
 void TrayIconTest::logLines()
 {
     TestWindow window;
@@ -297,8 +297,8 @@ void TrayIconTest::firmwareTool()
     entry(window, 1).trigger();
     QTRY_COMPARE(FirmwareToolCalls().size(), 1);
     const QStringList call = FirmwareToolCalls().constFirst().split(QLatin1Char(' '));
-    QCOMPARE(call.first(), QStringLiteral("0")); // arguments
-    // Detached, so that it outlives this program: in a session of its own.
+    QCOMPARE(call.first(), QStringLiteral("0")); // no arguments
+    // The tool is detached, in its own session, so that it outlives this program.
     QVERIFY(call.last().toInt() > 0);
     QVERIFY(call.last().toInt() != getsid(0));
 }

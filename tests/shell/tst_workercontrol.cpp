@@ -25,9 +25,9 @@ namespace {
 
 constexpr quint8 RawCancelling = 3;
 constexpr int ManyPrinters = 50;
-// A stop takes one slice of half a second; the rest is for a busy machine.
+// A stop takes one slice of half a second. The rest is a margin for a busy machine.
 constexpr qint64 StopLimitMs = 1500;
-// A thread that does not stop is waited for a second.
+// The window waits one second for a thread that does not stop.
 constexpr qint64 StopTimeoutMs = 1000;
 
 void WritePrinters(int count)
@@ -44,7 +44,7 @@ bool HasRows(const TestWindow& window, int count)
     return QTest::qWaitFor([&window, count]() { return window.table().rowCount() == count; }, 10000);
 }
 
-// Threads without a name of their own, in this whole process: those of the workers and a few of Qt's.
+// The threads of this process with the default name: those of the workers and a few of Qt's.
 int PlainThreadCount()
 {
     int count = 0;
@@ -110,7 +110,7 @@ private:
 
 void WorkerControlTest::initTestCase()
 {
-    { // starts Qt's own threads
+    { // make Qt start its own threads
         const QSystemTrayIcon icon;
         QTest::qWait(100);
     }
@@ -142,7 +142,7 @@ void WorkerControlTest::oneWorkerAPrinter()
     const QSignalSpy starts(&window, &BrelPrinterToolWidget::SgnStatusThreadStart);
     QVERIFY(HasRows(window, 3));
     QCOMPARE(window.startedWorkers(), 3);
-    QCOMPARE(starts.size(), 3); // one a new worker; each reaches the earlier ones again
+    QCOMPARE(starts.size(), 3); // one for each new worker; earlier workers receive it, too
     QTRY_COMPARE(workerThreads(), 4);
 }
 
@@ -178,7 +178,7 @@ void WorkerControlTest::shrinkingStopsNothing()
     QCOMPARE(workerThreads(), 6);
 }
 
-// The last printer has two workers by then; either makes its row right.
+// The last printer then has two workers. Either one fills its row.
 void WorkerControlTest::workersOfAShrunkListPollAgain()
 {
     WritePrinters(2);
@@ -193,8 +193,8 @@ void WorkerControlTest::workersOfAShrunkListPollAgain()
     QTRY_COMPARE(window.row(1).at(3), QStringLiteral("就绪"));
 }
 
-// A printer list that keeps changing makes more and more workers. Qt would end the program at the first thread that
-// finds no descriptor left.
+// A printer list that keeps changing creates more and more workers. Qt would abort the program at the first thread
+// without a free descriptor.
 void WorkerControlTest::workersNeedNoDescriptor()
 {
     rlimit old = {};
@@ -228,9 +228,9 @@ void WorkerControlTest::requestsDoNotPileUp()
             emit window.SgnStatusThreadStart();
         }
         QVERIFY(HeapBytes() > before + requests);
-        QTest::qWait(2000); // a cycle of each worker
+        QTest::qWait(2000); // at least a cycle of each worker
         if (round == 0) {
-            afterTheFirstBytes = HeapBytes(); // the room that they took is kept for others
+            afterTheFirstBytes = HeapBytes(); // the heap keeps the freed memory for reuse
         }
     }
     const qint64 growthBytes = HeapBytes() - afterTheFirstBytes;
@@ -238,14 +238,14 @@ void WorkerControlTest::requestsDoNotPileUp()
     QCOMPARE(window.startedWorkers(), 2);
 }
 
-// A thousand printers are what a broken count makes of any list.
+// A broken count can turn any list into one of a thousand printers.
 void WorkerControlTest::longListLeavesTheWindowToItself()
 {
     constexpr int printers = 1000;
     WritePrinters(printers);
     TestWindow window;
     QVERIFY(HasRows(window, printers));
-    // Not all at once, but all.
+    // Not all workers are started at once.
     QVERIFY2(window.startedWorkers() < printers, qPrintable(QString::number(window.startedWorkers())));
     WritePrinters(1);
     QTRY_COMPARE_WITH_TIMEOUT(window.startedWorkers(), printers, 10000);
@@ -262,7 +262,7 @@ void WorkerControlTest::roomOfStartSignalsIsReturned()
     QSKIP("The sanitizers have a heap of their own.");
 #endif
     constexpr int printers = 1000;
-    ReturnFreeMemory(); // what other tests have left
+    ReturnFreeMemory(); // free memory of other tests
     const qint64 limitKiB = PrivateDirtyKiB() + 45 * 1024;
     WritePrinters(printers);
     const TestWindow window;
@@ -308,7 +308,7 @@ void WorkerControlTest::stopsSoonAfterTheStart()
     QTRY_COMPARE(workerThreads(), 0);
 }
 
-// The window lies in memory of the test's own, which shows whether the worker left behind touches it afterwards.
+// The window is in memory of the test, which reveals whether the worker left behind accesses it.
 void WorkerControlTest::hangingCommand()
 {
     constexpr char Untouched = '\x5a';
@@ -328,14 +328,14 @@ void WorkerControlTest::hangingCommand()
     qInfo("a hanging command held the window up for %lld ms", elapsedMs);
     QVERIFY(elapsedMs >= StopTimeoutMs);
     QVERIFY2(elapsedMs < StopTimeoutMs + StopLimitMs, qPrintable(QString::number(elapsedMs)));
-    QTRY_COMPARE(workerThreads(), 1); // left alone
-    QTRY_COMPARE_WITH_TIMEOUT(workerThreads(), 0, 10000); // it ends when the command does
+    QTRY_COMPARE(workerThreads(), 1); // the window leaves it running
+    QTRY_COMPARE_WITH_TIMEOUT(workerThreads(), 0, 10000); // the worker ends with its command
     QVERIFY(std::all_of(s_memory.begin(), s_memory.end(), [](char byte) { return byte == Untouched; }));
     QCOMPARE(cancel.calls().size(), 1);
 }
 
-// The first worker hangs and is waited for: the other threads do not wait until the main thread comes to them. Each
-// would take a thread switch or two then, which is a tenth of a second for a thousand.
+// While the window waits for the hanging first worker, the other threads end by themselves. If each waited for the main
+// thread, a thousand threads would take a tenth of a second for their thread switches.
 void WorkerControlTest::threadsEndByThemselves()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), QStringLiteral("sleep 4"));

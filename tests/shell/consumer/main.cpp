@@ -31,7 +31,7 @@ bool HasImage(const char* name)
     return isThere;
 }
 
-// The log of a start: the set-up steps in their order, and first the size of the desktop.
+// Whether the log shows the set-up steps in order, after the size of the desktop.
 bool HasLog()
 {
     const QDir folder(QStringLiteral("/opt/tolmar/tolmar-printer-q727/tool"));
@@ -41,7 +41,7 @@ bool HasLog()
         std::fputs("there is no log\n", stderr);
         return false;
     }
-    // Each line ends in the name of a function, a parenthesis and the text.
+    // Each line ends with a function's name, a parenthesis and the text.
     QList<QByteArray> texts;
     while (!log.atEnd()) {
         const QByteArray line = log.readLine();
@@ -61,7 +61,7 @@ bool HasLog()
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen"); // its desktop is 800 x 600
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // the desktop of this platform is 800 x 600
     const QApplication application(argc, argv);
     const BrelPrinterToolWidget window;
     const bool hasImages = HasImage("Tolmar") && HasImage("Brel") && HasImage("Halvet");
