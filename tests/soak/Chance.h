@@ -8,7 +8,7 @@
 
 #include <random>
 
-/// A source of chance that a seed repeats, on every machine.
+/// A random number generator that gives the same numbers for the same seed on every machine.
 class Chance
 {
 public:
@@ -17,7 +17,7 @@ public:
     {
     }
 
-    /// 0 to `limit` - 1. The bias of the remainder does not matter here.
+    /// A number from 0 to `limit` - 1. The bias of the remainder does not matter here.
     int below(int limit)
     {
         return static_cast<int>(m_engine() % static_cast<quint64>(limit));

@@ -13,7 +13,7 @@
 
 namespace {
 
-// The assistant looks every three seconds; the rest is for a busy machine.
+// The assistant reads the list every three seconds. The rest is a margin for a busy machine.
 constexpr qint64 SeenForSureMs = 6000;
 constexpr qint64 FlapMs = 100;
 constexpr int Flaps = 100;
@@ -26,7 +26,7 @@ QString ListPath()
     return QString::fromLatin1(PrinterFolder::PrinterListPath);
 }
 
-// Those that PathFaults() does not have.
+// Losses that PathFaults() does not have.
 const QVector<PathFault>& ListLosses()
 {
     static const QVector<PathFault> s_losses{
@@ -49,7 +49,7 @@ const QVector<PathFault>& ListLosses()
 struct Alteration
 {
     const char* name = "";
-    // Changes the printers, or returns another text for the list of the same printers.
+    // Changes the printers, or returns a different text that lists the same printers.
     QByteArray (*apply)(QVector<SimulatedPrinter>& printers, Chance& chance) = nullptr;
 };
 
@@ -120,7 +120,7 @@ void ListFaults::clear()
     show(m_printers);
 }
 
-// No moment without a list: the assistant might look just then.
+// The file is replaced atomically, because the assistant may read it at any moment.
 void ListFaults::alter()
 {
     const Alteration& alteration = m_chance.of(Alterations());
@@ -164,7 +164,7 @@ void ListFaults::addStep(const QString& name, qint64 holdMs, std::function<void(
 void ListFaults::addReturnOfAll()
 {
     addStep(QStringLiteral("all printers listed again"), SeenForSureMs, [this]() {
-        followFlapping(); // up to the last list that was seen
+        followFlapping(); // counts the last list that was seen
         m_opened.reset();
         FreePath(ListPath() + QStringLiteral(".flap"));
         clear();
@@ -172,7 +172,7 @@ void ListFaults::addReturnOfAll()
     addStep(QStringLiteral("end of a storm"), 0, []() {});
 }
 
-// Two files whose names change hands: one lists all printers, the other does without the last ones.
+// Two files swap the list's name: one lists all printers, the other omits the last ones.
 void ListFaults::addFlapping()
 {
     const int shorter = m_printers.size() - 1 - m_chance.below(MostPrintersLeftOut);
@@ -194,7 +194,7 @@ void ListFaults::addShorterList()
     addStep(QStringLiteral("shorter list"), SeenForSureMs, [this, shorter]() { show(m_printers.mid(0, shorter)); });
 }
 
-// From one loss to the next the list stays lost, whatever the assistant sees in between.
+// The list stays lost between two losses, whenever the assistant reads it.
 void ListFaults::addLosses()
 {
     for (int i = 0; i < LossesInAStorm; ++i) {

@@ -17,25 +17,25 @@
 #include <functional>
 #include <memory>
 
-/// What happens to the printer list, and how many status workers it leaves the assistant with.
+/// The faults of the printer list, and the number of status workers that the assistant has after them.
 ///
-/// Changes that leave the number of printers alone may come at any time. Those that do not come as a storm: a series
-/// of steps, each held for longer than the assistant's three seconds between two looks; or a list that flaps many
-/// times between two looks, where the looks themselves are watched. So the number of workers is known after each.
+/// Changes that keep the number of printers may come at any time. The others come as a storm. A storm is either a
+/// series of steps, each longer than the assistant's three seconds between two polls, or a list that flaps many times
+/// between two polls, in which case the polls themselves are observed. So the number of workers is always known.
 class ListFaults
 {
 public:
-    /// The printers stay the caller's.
+    /// `printers` must outlive the object.
     ListFaults(QVector<SimulatedPrinter>& printers, const Chance& chance);
 
     /// Writes the list of all printers.
     void clear();
-    /// Another name, port, order or model, or a defect that costs no printer.
+    /// Changes a name, port, model or the order, or adds a defect that costs no printer.
     void alter();
 
-    /// The storms take turns: a flapping list, a shorter list, a list that is lost in several ways.
+    /// Starts the next kind of storm: a flapping list, a shorter list, a list that is lost in several ways.
     void beginStorm();
-    /// Goes on with the storm; to be called many times a second. `nowMs` may count from any moment.
+    /// Continues the storm; must be called many times a second. `nowMs` may count from any moment.
     void tick(qint64 nowMs);
     bool isStormy() const
     {
@@ -46,7 +46,7 @@ public:
     {
         return m_workers.workers();
     }
-    /// How often what was done, by name.
+    /// The number of faults by name.
     const QMap<QString, int>& counts() const
     {
         return m_counts;

@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <QVector>
 
-/// Tells in which order a few files are opened, whatever path leads to them: under which of its names a file was
-/// opened does not matter, nor how quickly the names change hands.
+/// Observes the order in which a few files are opened, by whatever name. It does not matter how quickly the names move
+/// between the files.
 class OpenedFiles
 {
 public:
@@ -16,7 +16,7 @@ public:
     OpenedFiles(const OpenedFiles&) = delete;
     OpenedFiles& operator=(const OpenedFiles&) = delete;
 
-    /// The files opened since the last call, the first one first, as indexes into the paths.
+    /// The files opened since the last call, in order, as indexes into the paths.
     QVector<int> take();
 
 private:

@@ -8,7 +8,7 @@
 #include <QString>
 #include <QVector>
 
-/// Something that lies in a file's place and holds neither a printer list nor, for most kinds, a status reply.
+/// Something in a file's place that is not a printer list and, for most kinds, not a status reply.
 struct PathFault
 {
     const char* name = "";
@@ -17,5 +17,5 @@ struct PathFault
 
 const QVector<PathFault>& PathFaults();
 
-/// Removes whatever lies at the path; an empty folder too.
+/// Removes whatever is at the path, including an empty folder.
 void FreePath(const QString& path);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double NanosecondsPerSecond = 1e9;
 
-// A line of smaps_rollup: "Pss:   1234 kB".
+// Reads a line of smaps_rollup such as "Pss:   1234 kB".
 double KibOf(const QByteArray& rollup, const QByteArray& field)
 {
     const int begin = rollup.indexOf('\n' + field + ':');
@@ -37,7 +37,7 @@ bool ReadMemory(const QString& folder, ProcessSample& sample)
     return sample.rssKib > 0;
 }
 
-// A thread may end while it is counted.
+// Threads may end while they are counted.
 void CountThreads(const QString& folder, ProcessSample& sample)
 {
     const QDir tasks(folder + QStringLiteral("/task"));

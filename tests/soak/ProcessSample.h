@@ -5,7 +5,7 @@
 
 #include <QtGlobal>
 
-/// What a process uses at one moment.
+/// The resources that a process uses at one moment.
 struct ProcessSample
 {
     double pssKib = 0; ///< its share of all that it has mapped; moves with the other programs that map the same files
@@ -18,5 +18,5 @@ struct ProcessSample
     double cpuSeconds = 0; ///< of all its threads since its start
 };
 
-/// False when there is no such process, or it may not be looked into.
+/// Returns false if the process does not exist or must not be inspected.
 bool ReadProcess(qint64 pid, ProcessSample& sample);

@@ -24,7 +24,8 @@ constexpr int TicksPerAlteration = 150;
 constexpr int TicksPerCancelChange = 80;
 constexpr double MsPerSecond = 1000;
 constexpr double NanosecondsPerMs = 1e6;
-// Three seconds until the list is looked at, one until the status files are, a hanging cancel and a slow machine.
+// Covers the list's poll interval of three seconds, the status files' of one second, a hanging cancel and a slow
+// machine.
 constexpr int RecoveryMs = 15000;
 constexpr qint64 ExitMs = 3000;
 constexpr char CancelBehaviour[] = "/tmp/cancel-behaviour";
@@ -41,7 +42,7 @@ void Say(const QString& text)
     std::fflush(stdout);
 }
 
-// Started late: had a screen reader been there from the start, Qt's objects for it would count as the program's.
+// Started late, because otherwise Qt's accessibility objects would count as the program's growth.
 bool StartScreenReaderBus(QProcess& launcher)
 {
     launcher.start(
@@ -119,7 +120,7 @@ bool Soak::run()
 bool Soak::start()
 {
     PrinterFolder::Create();
-    QDir::setCurrent(QStringLiteral("/tmp")); // where a command hidden in a printer's name would leave its trace
+    QDir::setCurrent(QStringLiteral("/tmp")); // a command injected by a printer's name would leave its trace here
     changeCancelCommand("exit 0");
     m_statusFaults.clear();
     if (!m_csv.open(QIODevice::WriteOnly) || m_csv.write(SoakCsvHeader()) < 0) {
@@ -181,7 +182,7 @@ bool Soak::takeSample()
     SoakSample sample;
     QElapsedTimer answer;
     answer.start();
-    // While a tray message is shown the tool tip is that message's.
+    // While a tray message is shown, the tool tip is the message's.
     if (!m_assistant.isRunning() || m_assistant.toolTip().isEmpty()) {
         return Fail(QString::asprintf("the assistant did not answer after %.0f s", seconds()));
     }

@@ -14,7 +14,7 @@
 #include <QFile>
 #include <QVector>
 
-/// How a run of a given length is laid out. Times in seconds.
+/// The layout of a run of a given length. Times in seconds.
 struct SoakPlan
 {
     explicit SoakPlan(double seconds);
@@ -26,13 +26,14 @@ struct SoakPlan
     double window; ///< of the medians that trends are taken from
 };
 
-/// The assistant among failing printers. Needs a sandbox with a screen and the desktop double, as an ordinary user.
+/// Runs the assistant among failing printers. Needs a sandbox with a screen and the desktop double, as an ordinary
+/// user.
 class Soak
 {
 public:
     Soak(const SoakPlan& plan, quint64 seed, const QString& csvPath);
 
-    /// False, with a line on stderr, when the assistant does not start, dies on the way or does not answer at the end.
+    /// Returns false, with a line on stderr, if the assistant does not start, crashes or does not answer at the end.
     bool run();
     const QVector<SoakSample>& samples() const
     {
@@ -53,7 +54,7 @@ private:
 
     const SoakPlan m_plan;
     QVector<SimulatedPrinter> m_printers;
-    // Each has a stream of its own: how they interleave does not matter to what comes next.
+    // Each has its own random numbers, so the order of their calls does not matter.
     StatusFaults m_statusFaults;
     ListFaults m_listFaults;
     Chance m_chance; ///< of the cancel command

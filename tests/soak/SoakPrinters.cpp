@@ -37,7 +37,7 @@ QString Name(int index)
     return QStringLiteral("Soak_%1_%2").arg(model).arg(index);
 }
 
-// Known codes of both kinds, and one that no table holds.
+// Known codes of both kinds, and an unknown one.
 const QVector<quint16>& ConditionCodes()
 {
     static const QVector<quint16> s_codes{0x11B0, 0x1106, 0x110D, 0x1107, 0xFFFF};

@@ -9,16 +9,16 @@
 #include <QStringList>
 #include <QVector>
 
-/// Printers of both families, on USB and on the network; some have names that a shell or printf would take apart.
-/// A shell that took one apart would leave a file called "injected" in the working directory.
+/// Printers of both families, on USB and on the network. Some names contain shell or printf syntax. A shell that
+/// interpreted one would create a file called "injected" in the working directory.
 QVector<SimulatedPrinter> MakePrinters(int count);
 
-/// Any status that the family can report, errors and warnings now and then, any toner level.
+/// Sets a random status and toner level, sometimes with errors and warnings, within what the family can report.
 void ReportAtRandom(SimulatedPrinter& printer, Chance& chance);
-/// The status that makes the assistant cancel a job; printers of the QZ family cannot report it.
+/// Sets the status that makes the assistant cancel a job. The QZ family cannot report it.
 void ReportCancelling(SimulatedPrinter& printer);
-/// Ready, without errors and warnings, and a toner level that tells the printers apart.
+/// Sets ready, without errors and warnings, and a toner level that identifies the printer.
 void ReportReady(SimulatedPrinter& printer, int index);
 
-/// The four texts of the assistant's row for a printer that ReportReady() was called for.
+/// The four texts of the assistant's row for a printer after ReportReady().
 QStringList ReadyRow(const SimulatedPrinter& printer);

@@ -7,7 +7,7 @@
 
 #include <QByteArray>
 
-/// One line of the record of a soak run.
+/// One line of a soak run's record.
 struct SoakSample
 {
     double seconds = 0; ///< since the first fault

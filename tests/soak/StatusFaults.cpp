@@ -26,7 +26,7 @@ void Overwrite(const QString& path, const QByteArray& content)
 struct ReplyFault
 {
     const char* name = "";
-    void (*put)(SimulatedPrinter& printer, const QString& path, Chance& chance) = nullptr; // expects a free path
+    void (*put)(SimulatedPrinter& printer, const QString& path, Chance& chance) = nullptr; // the path must be free
 };
 
 const QVector<ReplyFault>& ReplyFaults()
@@ -91,7 +91,7 @@ void StatusFaults::disturb()
     ++m_counts[QString::fromLatin1(put(printer, path))];
 }
 
-// So often a job is cancelled that each worker soon has run the command once: the first time takes memory.
+// Cancellations are frequent, so that each worker soon has run the command once: its first run takes memory.
 const char* StatusFaults::put(SimulatedPrinter& printer, const QString& path)
 {
     const int draw = m_chance.below(8);

@@ -10,19 +10,20 @@
 #include <QString>
 #include <QVector>
 
-/// What happens to the status files of the listed printers, one file at a time.
+/// The faults of the listed printers' status files, one file at a time.
 class StatusFaults
 {
 public:
-    /// The printers stay the caller's.
+    /// `printers` must outlive the object.
     StatusFaults(QVector<SimulatedPrinter>& printers, const Chance& chance);
 
-    /// One printer at random: every other time a good reply, else it cancels a job or its file suffers a fault.
+    /// Disturbs a random printer: half of the time with a good reply, otherwise with a job cancellation or a fault of
+    /// its file.
     void disturb();
-    /// Every printer reports that it is ready, in a good and new file.
+    /// Makes every printer report ready, in a good, new file.
     void clear();
 
-    /// How often what was done, by name.
+    /// The number of disturbances by name.
     const QMap<QString, int>& counts() const
     {
         return m_counts;

@@ -11,14 +11,14 @@
 namespace {
 
 constexpr int FewestPoints = 3;
-constexpr double Normal995 = 2.5758; // half a percent of a normal distribution lies above
+constexpr double Normal995 = 2.5758; // 99.5 % quantile of the normal distribution
 
 double PairCountTerm(double n)
 {
     return n * (n - 1) * (2 * n + 5) / 18;
 }
 
-// Of Kendall's S under no trend. Equal values of y compare as neither, which makes S vary less.
+// The variance of Kendall's S without a trend. Ties in y count as neither, which reduces it.
 double KendallVariance(const QVector<TrendPoint>& group)
 {
     double variance = PairCountTerm(group.size());

@@ -11,7 +11,7 @@ struct TrendPoint
     double y = 0;
 };
 
-/// The rise of y over x in groups that each have a level of their own.
+/// The slope of y over x, in groups with different levels.
 struct Trend
 {
     double slope = 0;
@@ -20,13 +20,14 @@ struct Trend
     int points = 0;
 };
 
-/// The middle one; the mean of the middle two of an even number; 0 of none.
+/// The median; 0 for no values.
 double Median(QVector<double> values);
 
-/// The medians of x and y in windows of `width` of x that hold at least half as many points as the fullest.
+/// The medians of x and y in windows of `width` in x. Windows with less than half the points of the fullest are left
+/// out.
 QVector<TrendPoint> WindowMedians(const QVector<TrendPoint>& points, double width);
 
-/// The estimate of Theil and Sen: the median of the slopes of all pairs of points of one group. Its bounds follow from
-/// the variance of Kendall's S, corrected for ties, summed over the groups. One point in four may be anything.
-/// Needs no assumption on the noise but that windows are independent. All 0 without a group of three points.
+/// The Theil-Sen estimate: the median of the slopes of all pairs of points in a group. Its bounds follow from the
+/// variance of Kendall's S, corrected for ties and summed over the groups. Up to a quarter of the points may be
+/// outliers. The only assumption is that windows are independent. All 0 unless a group has three points.
 Trend TheilSen(const QVector<QVector<TrendPoint>>& groups);

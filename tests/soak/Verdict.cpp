@@ -14,7 +14,7 @@ namespace {
 
 constexpr double SecondsPerMinute = 60;
 constexpr double MostAnswerMs = 100;
-// Stack, event loop, status record and reply buffer; besides, each start signal waits at each worker that runs already.
+// Limit for stack, event loop, status record, reply buffer, and the start signals that wait at a running worker.
 constexpr double MostKibPerWorker = 128;
 constexpr double MostSlackKib = 512;
 constexpr double AnswerWindowSeconds = 10;
@@ -25,10 +25,10 @@ struct FlatMeasure
 {
     const char* name = "";
     const char* unit = "";
-    // Over the whole run: caches fill.
+    // Allowed over the whole run, because caches fill.
     double mostGrowth = 0;
-    // Besides, each worker once takes the ways that it has not taken before, and drifts apart from those that were
-    // started with it until none wakes up together with others.
+    // Allowed in addition, because each worker takes some code paths for the first time and drifts out of step with
+    // those started at the same time.
     double mostGrowthPerWorker = 0;
     Measure measure;
 };
@@ -65,7 +65,7 @@ double PrivateKib(const SoakSample& sample)
     return sample.process.privateKib;
 }
 
-// Time in minutes.
+// The points of each number of workers, with the time in minutes.
 QMap<int, QVector<TrendPoint>> ByWorkers(const QVector<SoakSample>& settled, const Measure& measure)
 {
     QMap<int, QVector<TrendPoint>> groups;
@@ -97,7 +97,7 @@ Finding JudgeTrend(const FlatMeasure& flat, const QVector<SoakSample>& settled, 
                               peak, flat.unit)};
 }
 
-// Momentary ones come and go within a sample; one that stays lifts the median for good.
+// Short-lived ones come and go within a sample. A leaked one raises the median for good.
 Finding JudgeCount(const char* name, const QVector<SoakSample>& settled,
                    const std::function<int(const SoakSample&)>& count)
 {
@@ -113,7 +113,7 @@ Finding JudgeCount(const char* name, const QVector<SoakSample>& settled,
                               *std::max_element(values.begin(), values.end()))};
 }
 
-// What the first workers took, when the list appeared: 1 each if their event loops need one, else 0.
+// The number of descriptors for each of the first workers: 1 if their event loops need one, otherwise 0.
 int DescriptorsPerWorker(const SoakSample& begin, const SoakSample& settled)
 {
     const int workers = settled.process.workerThreads - begin.process.workerThreads;
@@ -126,7 +126,7 @@ Finding JudgeWorkers(const QVector<SoakSample>& settled)
     int wrong = 0;
     QString first;
     for (const SoakSample& sample : settled) {
-        const int expected = sample.expectedWorkers + 1; // the device manager's
+        const int expected = sample.expectedWorkers + 1; // plus the device manager
         if (sample.process.workerThreads != expected && ++wrong == 1) {
             first = QString::asprintf("; at %.0f s %d instead of %d", sample.seconds, sample.process.workerThreads,
                                       expected);

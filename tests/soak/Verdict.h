@@ -14,12 +14,12 @@ struct Finding
     QString text;
 };
 
-/// What a run shows of a program that must neither grow nor tire; a pure function of the record.
+/// Judges whether the assistant grew or became slower during a run. A pure function of the record.
 ///
-/// Threads of workers are compared exactly. The threads beyond them must be no more in the last quarter of the run than
-/// in the first; so must the descriptors, less one a worker at most, if that is what the first ones took. Memory,
-/// processor and time to answer are judged by their trend over medians of windows of `windowSeconds`, inside stretches
-/// of an equal number of workers, so that what workers cost does not count as growth: bad when even the lower
-/// confidence bound of the trend exceeds the growth that a whole run may show. What a worker costs is bounded apart.
-/// The share of all memory is not judged: other programs that map the same libraries move it.
+/// The number of worker threads must match exactly. Other threads must be no more in the last quarter of the run than
+/// in the first; nor must descriptors, after subtracting at most one per worker if the first workers took that many.
+/// Memory, processor and response time are judged by their trend over medians of windows of `windowSeconds`, in
+/// stretches with the same number of workers, so that the cost of workers does not count as growth. A trend is bad if
+/// even its lower confidence bound exceeds the growth allowed for a whole run. The cost of a worker has its own limit.
+/// The share of all memory is not judged because it depends on other programs that map the same libraries.
 QVector<Finding> Judge(const QVector<SoakSample>& samples, double windowSeconds);

@@ -3,12 +3,12 @@
 
 #pragma once
 
-/// How many status workers the assistant must have, from the lengths of the lists that it has seen.
+/// The number of status workers that the assistant must have, derived from the lengths of the lists that it has seen.
 class WorkerCount
 {
 public:
-    /// A longer list starts a worker for each index that the list before did not have. A shorter one ends none, and
-    /// workers that are left over do not count when the list grows again.
+    /// A longer list starts a worker for each index that the previous list did not have. A shorter one ends none.
+    /// Left-over workers do not count when the list grows again.
     void see(int printers)
     {
         if (printers > m_listed) {

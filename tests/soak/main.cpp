@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// Runs the assistant among failing printers and judges what it used. Exit code 0: all is well; 1: it is not;
-// 2: the arguments are wrong.
+// Runs the assistant among failing printers and judges what it used. Exit codes: 0 good, 1 bad, 2 wrong arguments.
 
 #include "Soak.h"
 #include "Verdict.h"

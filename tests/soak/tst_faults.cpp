@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// What the soak run does to the files, and what it takes the assistant to make of it, against the assistant's own
-// readers.
+// Tests the soak run's faults and the effect that it expects of them, using the assistant's own readers.
 
 #include "ListFaults.h"
 #include "PrinterFolder.h"
@@ -32,7 +31,7 @@ int ListedPrinters()
     return reader.GetPrinterInfo(true).size();
 }
 
-// Plays the assistant: looks at the list now and then, and starts a worker for each index that is new.
+// Plays the assistant: reads the list from time to time and starts a worker for each new index.
 class ListReader
 {
 public:
@@ -83,7 +82,7 @@ QString ConnectionOf(const stPrinterInfo& printer)
                                                     : QStringLiteral("网络(%1)").arg(printer.strPort);
 }
 
-// Looks every three seconds, like the assistant, but at no steady pace.
+// Reads the list every three seconds, like the assistant, but irregularly.
 void PlayStorm(ListFaults& faults, ListReader& reader, Chance& pace, qint64& nowMs)
 {
     qint64 nextLookMs = nowMs + 3000;
@@ -194,11 +193,11 @@ void FaultsTest::stormsLeaveTheExpectedWorkers()
         QCOMPARE(faults.expectedWorkers(), reader.workers());
     }
     QVERIFY(reader.lengths().contains(0));
-    QVERIFY(reader.workers() >= 4 * PrinterCount + 3); // lost three times, shorter three times
+    QVERIFY(reader.workers() >= 4 * PrinterCount + 3); // three storms of losses, three of shorter lists
     QCOMPARE(faults.counts().value(QStringLiteral("flap")), 300);
 }
 
-// Looks so often that each single turn of the list matters.
+// Reads the list so often that it sees every single change.
 void FaultsTest::flappingIsFollowedLookByLook()
 {
     ListFaults faults(m_printers, Chance(Seed));
@@ -220,7 +219,7 @@ void FaultsTest::everyStatusFaultComes()
     for (int i = 0; i < 2000; ++i) {
         faults.disturb();
     }
-    QCOMPARE(faults.counts().size(), PathFaults().size() + 7 + 2); // of the reply, and without one
+    QCOMPARE(faults.counts().size(), PathFaults().size() + 7 + 2); // 7 reply faults; 2 kinds without a fault
     QVERIFY(faults.counts().value(QStringLiteral("good reply")) > 800);
     QVERIFY(faults.counts().value(QStringLiteral("cancelling a job")) > 100);
     for (const int count : faults.counts()) {

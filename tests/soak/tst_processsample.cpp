@@ -50,7 +50,7 @@ void ProcessSampleTest::memory()
     QVERIFY(before.pssKib >= before.pssAnonymousKib);
     const QByteArray block(BlockMib * KibPerMib * BytesPerKib, 'x');
     const ProcessSample after = Own();
-    // Less by what other programs have begun to share meanwhile.
+    // The share shrinks if other programs begin to share memory meanwhile.
     QVERIFY(after.pssKib - before.pssKib > (BlockMib - 8) * KibPerMib);
     QVERIFY(after.pssKib - before.pssKib < (BlockMib + 8) * KibPerMib);
     for (const double growth : {after.pssAnonymousKib - before.pssAnonymousKib, after.rssKib - before.rssKib,
@@ -93,7 +93,7 @@ void ProcessSampleTest::threads()
 void ProcessSampleTest::processorTime()
 {
     const ProcessSample before = Own();
-    QThread::msleep(600); // does not count
+    QThread::msleep(600); // sleeping does not count
     std::thread([]() {
         QElapsedTimer timer;
         timer.start();
@@ -132,9 +132,9 @@ void ProcessSampleTest::openedFilesInTheirOrder()
     QCOMPARE(opened.take(), QVector<int>());
     QVERIFY(open(b));
     QVERIFY(open(a));
-    QVERIFY(QFile::exists(b)); // looked at, not opened
+    QVERIFY(QFile::exists(b)); // checked, not opened
     QCOMPARE(opened.take(), (QVector<int>{1, 0}));
-    // One name, first of this file and then of that.
+    // One name, first of one file and then of the other.
     for (const QString& path : {a, b}) {
         const QByteArray name = QFile::encodeName(shared + QStringLiteral(".new"));
         QCOMPARE(link(QFile::encodeName(path).constData(), name.constData()), 0);

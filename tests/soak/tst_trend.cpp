@@ -83,7 +83,7 @@ void TrendTest::windowWithFewPointsIsLeftOut()
 {
     const Points points{{0, 1}, {1, 1}, {2, 1}, {3, 1}, {10, 2}, {11, 2}, {20, 3}};
     const Points medians = WindowMedians(points, 10);
-    QCOMPARE(medians.size(), 2); // four, two and one points
+    QCOMPARE(medians.size(), 2); // windows of four, two and one points
     QCOMPARE(medians.last().y, 2.0);
 }
 
@@ -106,10 +106,10 @@ void TrendTest::groupsKeepTheirLevels()
     QCOMPARE(flat.slope, 0.0);
     QCOMPARE(flat.upper, 0.0);
     QCOMPARE(flat.points, 40);
-    QVERIFY(TheilSen({Line(20, 0, 100) + later}).slope > 0); // as one group it rises
+    QVERIFY(TheilSen({Line(20, 0, 100) + later}).slope > 0); // as a single group it has a slope
 }
 
-// Ten pairs; the variance of S is 5*4*15/18 = 16.67, so the bounds reach over 10.5 ranks: all of them.
+// Ten pairs. The variance of S is 5*4*15/18 = 16.67, so the bounds reach over 10.5 ranks, which is all of them.
 void TrendTest::knownSmallSample()
 {
     const Trend trend = TheilSen({{{1, 2}, {2, 3}, {3, 5}, {4, 4}, {5, 7}}});
@@ -127,7 +127,7 @@ void TrendTest::aQuarterMayBeAnything()
     QCOMPARE(TheilSen({points}).slope, 2.0);
 }
 
-// Of 435 slopes 147 are 0. Without regard to ties the variance is 3142, and the lower bound the 145th slope; with it,
+// Of 435 slopes 147 are 0. Ignoring ties, the variance is 3142 and the lower bound is the 145th slope. With ties it is
 // 2677 and the 150th.
 void TrendTest::tiesNarrowTheBounds()
 {
@@ -138,7 +138,7 @@ void TrendTest::tiesNarrowTheBounds()
     QVERIFY(TheilSen({points}).lower > 0);
 }
 
-// A count that stays the same most of the time and is never more than one off.
+// A count that is mostly constant and never off by more than one.
 void TrendTest::rareOutliers()
 {
     Points points = Line(60, 0, 14);
@@ -162,7 +162,7 @@ void TrendTest::boundsHoldTheTruth()
     }
     qInfo("the bounds held the slope in %d of %d runs", held, runs);
     QVERIFY(held >= runs * 98 / 100);
-    QVERIFY(held < runs); // no wider than they need be
+    QVERIFY(held < runs); // the bounds are not too wide
 }
 
 void TrendTest::tooFewPoints()

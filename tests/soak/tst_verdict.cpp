@@ -22,8 +22,8 @@ constexpr int ListSeenAtSeconds = 3;
 
 using Change = std::function<void(SoakSample&)>;
 
-// A good run: workers that start when the list is seen, noise, momentary descriptors, caches that fill, workers that a
-// storm every five minutes adds.
+// A good run: workers start when the list is seen, every storm (five minutes apart) adds workers, caches fill, values
+// are noisy and some descriptors are short-lived.
 QVector<SoakSample> Run(
     int seconds, const Change& change = [](SoakSample&) {})
 {
@@ -43,7 +43,7 @@ QVector<SoakSample> Run(
             4 * std::round(2 * noise(engine));
         sample.process.pssAnonymousKib = sample.process.privateKib + 350;
         sample.process.rssKib = sample.process.privateKib + 76000;
-        sample.process.pssKib = second * 50; // the doing of other programs
+        sample.process.pssKib = second * 50; // the effect of other programs
         sample.cpuPercent = 0.7 + 0.3 * std::fabs(noise(engine)) + 0.002 * sample.expectedWorkers;
         sample.answerMs = second % 50 == 0 ? 150 : 0.7;
         change(sample);
@@ -151,7 +151,7 @@ void VerdictTest::badRun()
     QTEST(found.join(QStringLiteral(", ")), "bad");
 }
 
-// The faults that a run of less than a minute must show.
+// Faults that a run of less than a minute must reveal.
 void VerdictTest::badShortRun_data()
 {
     QTest::addColumn<Change>("change");
@@ -174,7 +174,7 @@ void VerdictTest::badShortRun()
     QVERIFY(BadFindings(Run(ShortRunSeconds, change), ShortWindowSeconds).contains(bad));
 }
 
-// Then the workers that a storm adds must not take any either.
+// If the first workers take no descriptors, the workers that a storm adds must not take any either.
 void VerdictTest::workersWithoutDescriptors()
 {
     const auto change = [](SoakSample& sample) {
@@ -205,7 +205,7 @@ void VerdictTest::tooShort()
     QCOMPARE(BadFindings({}), QStringList{QStringLiteral("too short to tell")});
     QCOMPARE(BadFindings(Run(RunSeconds, [](SoakSample& sample) { sample.isSettled = false; })),
              QStringList{QStringLiteral("too short to tell")});
-    // Two samples are no trend.
+    // Two samples do not show a trend.
     QVERIFY(!BadFindings(Run(2, [](SoakSample& sample) { sample.isSettled = true; })).isEmpty());
 }
 
