@@ -5,5 +5,5 @@
 
 #include <QtGlobal>
 
-/// What the process holds on the heap: blocks that were given out and not yet given back, in all threads.
+/// The allocated heap bytes of the process, in all threads.
 qint64 HeapBytes();

@@ -8,16 +8,16 @@
 #include <QString>
 #include <QStringList>
 
-/// What the log has left in the tool directory.
+/// Reads what the log has left in the tool directory.
 namespace LogFolder {
 
-/// Names of the log files, sorted; without the directory.
+/// The sorted names of the log files, without the directory.
 QStringList Names();
 QString Path(const QString& name);
-/// The lines of the only log file there is, each without its end; none when there is another number of files.
+/// The lines of the only log file, without their ends. Empty unless there is exactly one file.
 QList<QByteArray> Lines();
 QList<QByteArray> Lines(const QString& name);
-/// What follows "[date time] " in a line; empty when the line does not begin with that.
+/// The part of a line after "[date time] ". Empty if the line does not begin with that.
 QByteArray WithoutTime(const QByteArray& line);
 
 } // namespace LogFolder

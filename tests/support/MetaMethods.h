@@ -6,7 +6,8 @@
 #include <QMetaMethod>
 #include <QStringList>
 
-/// The class's own signals and slots in meta-object order, as "signal Name(types)" and "slot Name(types)".
+/// The signals and slots that the class itself declares, in meta-object order, as "signal Name(types)" and "slot
+/// Name(types)".
 inline QStringList OwnMethods(const QMetaObject& meta)
 {
     QStringList methods;

@@ -34,8 +34,8 @@ qint64 NextModificationTime()
     return s_lastMs;
 }
 
-// As a text in an INI file: double quotes keep commas, semicolons and blanks; QSettings strips the first of two leading
-// @ signs, and takes a single one for a stored value.
+// Quotes a text for an INI file. Double quotes keep commas, semicolons and blanks. QSettings strips the first of two
+// leading @ signs and takes a single one for a stored value.
 QString Quoted(QString text)
 {
     text.replace(QLatin1Char('\\'), QStringLiteral("\\\\"));
@@ -127,7 +127,7 @@ void WriteFile(const QString& path, const QByteArray& content)
     WriteFile(path, content, NextModificationTime());
 }
 
-// Written beside the file and then put into its place: a reader sees the old content and time, or the new ones.
+// Writes a temporary file and renames it, so that a reader sees either the old content and timestamp or the new ones.
 void WriteFile(const QString& path, const QByteArray& content, qint64 modifiedMs)
 {
     const QString newPath = path + QStringLiteral(".new");
@@ -188,7 +188,7 @@ FakeCommand::FakeCommand(const QString& name, const QString& body)
     Require(QDir().mkpath(QString::fromLatin1(CommandDirectory)), QStringLiteral("make the commands' folder"));
     PutFirstInPath(QString::fromLatin1(CommandDirectory));
     QFile::remove(m_recordPath);
-    // One write a call, so that calls at the same time do not mix.
+    // One write per call, so that simultaneous calls do not mix.
     const QString script = QStringLiteral("#!/bin/sh\n"
                                           "call=\n"
                                           "end=$(printf '\\037')\n"
@@ -216,7 +216,7 @@ QList<QStringList> FakeCommand::calls() const
         return calls; // not called yet
     }
     QList<QByteArray> lines = record.readAll().split(CallEnd);
-    lines.removeLast(); // what follows the last end
+    lines.removeLast(); // the rest after the last end
     for (const QByteArray& line : qAsConst(lines)) {
         QStringList arguments = QString::fromUtf8(line).split(QLatin1Char(ArgumentEnd));
         arguments.removeLast();

@@ -7,8 +7,8 @@
 #include <QStringList>
 #include <QVariantMap>
 
-/// The desktop's notification service. Shows nothing, and records each message as a line of JSON in
-/// /tmp/notifications.jsonl: app, icon, title, body, urgency (-1 when not given) and timeout (milliseconds).
+/// Plays the desktop's notification service. Shows nothing. Records each message as a line of JSON in
+/// /tmp/notifications.jsonl: app, icon, title, body, urgency (-1 if missing) and timeout (milliseconds).
 class NotificationServer : public QDBusAbstractAdaptor
 {
     Q_OBJECT

@@ -6,5 +6,5 @@
 #include <QByteArray>
 #include <QString>
 
-/// Appends a line to a file that tests read meanwhile: whole, by one write.
+/// Appends a line with a single write, because tests read the file meanwhile.
 void AppendRecord(const QString& path, const QByteArray& line);

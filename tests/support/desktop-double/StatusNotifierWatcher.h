@@ -7,8 +7,8 @@
 #include <QDBusServiceWatcher>
 #include <QStringList>
 
-/// The desktop's tray, watcher and host in one. Draws nothing, and records the bus name of each item that registers
-/// as a line in /tmp/tray-items. Programs look at the properties, by introspection, before they trust in a tray.
+/// Plays the desktop's tray, watcher and host. Draws nothing. Records the bus name of each registered item as a line in
+/// /tmp/tray-items. Programs read the properties, by introspection, before they use a tray.
 class StatusNotifierWatcher : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ class StatusNotifierWatcher : public QDBusAbstractAdaptor
 public:
     explicit StatusNotifierWatcher(QObject* parent);
 
-    /// Items that are registered and still on the bus.
+    /// The registered items that are still on the bus.
     QStringList items() const;
     bool hasHost() const;
     int protocolVersion() const;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// Plays the desktop on the session bus for the tests: the tray and the notification service. Writes one line when
-// both are there, then serves until it is killed.
+// Plays the desktop's tray and notification service on the session bus for the tests. Writes one line when both are
+// ready, then serves until it is killed.
 
 #include "NotificationServer.h"
 #include "StatusNotifierWatcher.h"

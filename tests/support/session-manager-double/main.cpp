@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-// Plays the session manager of a desktop (XSMP) for one program at a time. Its first line is the value for
+// Plays a desktop's session manager (XSMP) for one program at a time. Its first output line is the value for
 // SESSION_MANAGER. Then it reports each step of the program on a line: "registered", "asks to interact", "cancels",
-// "fails to save", "wants to be restarted", "agrees", "closed". It reads commands from its input, a line each:
-//   log-out   asks the program to save everything, with interaction allowed, as a desktop does when the user logs out.
-//             A program that agrees is told to die.
+// "fails to save", "wants to be restarted", "agrees", "closed". It reads commands from its input, one on each line:
+//   log-out   Asks the program to save everything, with interaction allowed, as a desktop does at log-out. A program
+//             that agrees is told to end.
 //   log-out-cancelled-by-another
 //             The same, but another program of the session cancels after this one has agreed.
-// Each program that is asked to save must say that it is never to be restarted (RestartStyleHint); it "wants to be
-// restarted" otherwise, which is also the protocol's default. Serves until its input ends.
+// A program that is asked to save must set RestartStyleHint to never. Otherwise the double reports "wants to be
+// restarted", which is the protocol's default. Serves until its input ends.
 
 #include <array>
 #include <csignal>
@@ -24,7 +24,7 @@
 
 namespace {
 
-// Why the program is being asked to save itself.
+// Why the program is asked to save itself.
 enum class Request
 {
     Registration, // every new client is asked once
@@ -104,20 +104,20 @@ void EndSave(SmsConn client, SmPointer /*data*/, Bool isSaved)
     }
 }
 
-// A program may ask for a session-wide save, which means nothing here.
+// A program may ask for a session-wide save, which the double ignores.
 void IgnoreSaveRequest(SmsConn /*client*/, SmPointer /*data*/, int /*type*/, Bool /*isLogOut*/, int /*style*/,
                        Bool /*isFast*/, Bool /*isGlobal*/)
 {
 }
 
-// The hint is one byte. Qt sends an int, of which desktops' session managers read the first byte, too.
+// The hint is one byte. Qt sends an int. Like the desktops' session managers, read its first byte.
 bool IsNeverRestarted(const SmProp& hint)
 {
     return std::strcmp(hint.type, SmCARD8) == 0 && hint.num_vals == 1 && hint.vals[0].length >= 1 &&
         *static_cast<const unsigned char*>(hint.vals[0].value) == SmRestartNever;
 }
 
-// Of all the properties that a program may keep one matters.
+// Only one of a program's properties matters.
 void ReadProperties(SmsConn /*client*/, SmPointer /*data*/, int count, SmProp** properties)
 {
     for (int i = 0; i < count; ++i) {
@@ -168,18 +168,18 @@ Status AcceptClient(SmsConn client, SmPointer /*data*/, unsigned long* mask, Sms
     return 1;
 }
 
-// The sandbox is the guard; nobody else reaches the socket.
+// The sandbox protects the socket, so every client is admitted.
 Bool AdmitHost(char* /*hostName*/)
 {
     return True;
 }
 
-// The library's own handler ends the program when a client is killed.
+// Replaces the library's handler, which ends the program when a client is killed.
 void SurviveLostClient(IceConn /*connection*/) { }
 
 std::vector<IceListenObj> Listen()
 {
-    // The library makes this folder for root alone.
+    // The library would create this folder for root only.
     mkdir("/tmp/.ICE-unix", S_IRWXU | S_IRWXG | S_IRWXO | S_ISVTX);
     std::array<char, 256> error{};
     const int errorLength = static_cast<int>(error.size());
@@ -209,7 +209,7 @@ IceConn Accept(IceListenObj listener)
     return connection;
 }
 
-// Returns whether the client is still there.
+// Returns false when the client has gone.
 bool ServeClient(IceConn connection)
 {
     const IceProcessMessagesStatus status = IceProcessMessages(connection, nullptr, nullptr);
@@ -256,7 +256,7 @@ std::vector<pollfd> Sources(const std::vector<IceListenObj>& listeners, IceConn 
 
 int main()
 {
-    // What is written to a client that has just ended is no reason to end.
+    // Ignore SIGPIPE: writing to a client that has just ended must not end the double.
     std::signal(SIGPIPE, SIG_IGN);
     const std::vector<IceListenObj> listeners = Listen();
     IceConn connection = nullptr;
