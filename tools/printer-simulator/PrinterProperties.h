@@ -7,14 +7,14 @@
 #include <QString>
 #include <QStringList>
 
-// What a scenario can say about one printer, in its declaration or in a step: its entry in the printer list, what it
-// reports, and what happens to its status file.
+// The properties that a scenario can set for one printer, in its declaration or in a step: its entry in the printer
+// list, its report, and the state of its status file.
 
 bool IsPrinterProperty(const QString& name);
 
-// Checks and sets a property. The result is the reason of a refusal, empty when there is none. Unless the property
-// concerns the printer list alone, the status file becomes the given revision.
+// Checks and sets a property. Returns an error message, or an empty text on success. The status file gets the given
+// revision unless the property only affects the printer list.
 QString SetPrinterProperty(SimulatedPrinter& printer, const QString& name, const QStringList& values, int revision);
 
-// The raw code of "ready", with which a declared printer begins.
+// The raw code of "ready", the initial status of a declared printer.
 quint8 ReadyStatus(PrinterFamily family);

@@ -9,18 +9,18 @@
 
 #include <chrono>
 
-// The whole picture at one moment. Printers appear in the order of the printer list; those that are not listed
-// may stand anywhere.
+// The state of all printers at one moment. Listed printers are in the order of the printer list; the others may stand
+// anywhere.
 struct ScenarioFrame
 {
-    std::chrono::milliseconds delay = std::chrono::milliseconds::zero(); // since the frame before
+    std::chrono::milliseconds delay = std::chrono::milliseconds::zero(); // since the previous frame
     QVector<SimulatedPrinter> printers = {};
 };
 
 struct Scenario
 {
     QVector<ScenarioFrame> frames = {}; // the first one is the start
-    bool repeats = false; // from the start again, after the last frame
+    bool repeats = false; // the first frame follows the last one
 };
 
 struct ScenarioError

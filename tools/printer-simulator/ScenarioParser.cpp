@@ -15,10 +15,10 @@ namespace {
 constexpr int MaximumPrinters = 1000;
 constexpr quint32 LongestWaitMSec = 24 * 60 * 60 * 1000;
 
-// A file name has at most 255 bytes. The status file adds ".dat", and its temporary predecessor 7 more.
+// A file name has at most 255 bytes. The status file adds ".dat", and the temporary file that replaces it adds 7 more.
 constexpr int MaximumNameBytes = 244;
 
-const char* const QZModelCode = "J4990E"; // a queue whose name holds it is taken for a QZ printer
+const char* const QZModelCode = "J4990E"; // a queue whose name contains it belongs to the QZ family
 
 bool SetDeclarationOption(SimulatedPrinter& printer, const QString& option)
 {
@@ -34,8 +34,8 @@ bool SetDeclarationOption(SimulatedPrinter& printer, const QString& option)
     return true;
 }
 
-// Runs through the statements and keeps the picture of the moment in the last frame. A statement gives the reason
-// why it is refused, or nothing. A refused one may leave a half-changed picture, which nobody will see.
+// Reads the statements one by one. The last frame holds the current state. Each function returns an error message or
+// nothing. A statement with an error may leave a half-changed frame; a scenario with errors is never played.
 class ScenarioParser
 {
 public:
@@ -53,7 +53,7 @@ private:
     struct Statement
     {
         const char* verb;
-        bool isStep; // not possible among the declarations
+        bool isStep; // not allowed among the declarations
         QString (ScenarioParser::*read)(const QStringList& words);
     };
 
@@ -154,11 +154,11 @@ QString ScenarioParser::DeclarePrinter(const QStringList& words)
     }
     printer.status = ReadyStatus(printer.family);
     printer.revision = ++m_revision;
-    Printers().append(printer); // also a refused one, so that the lines below it are judged by themselves
+    Printers().append(printer); // even with an error, so that the lines below are still checked
     return reason;
 }
 
-// In the declaration: PROPERTY VALUE..., of the printer declared last. In a step: PROPERTY NAME VALUE...
+// In a declaration: PROPERTY VALUE..., for the printer declared last. In a step: PROPERTY NAME VALUE...
 QString ScenarioParser::SetProperty(const QString& name, QStringList values)
 {
     int index = Printers().size() - 1;
@@ -202,13 +202,13 @@ QString ScenarioParser::Repeat(const QStringList& words)
     return {};
 }
 
-// add NAME: to the end of the list.
+// add NAME: puts the printer at the end of the list.
 QString ScenarioParser::Add(const QStringList& words)
 {
     return SetListed(words, true);
 }
 
-// remove NAME: from the list; the status file goes with it.
+// remove NAME: removes the printer from the list, and its status file.
 QString ScenarioParser::Remove(const QStringList& words)
 {
     return SetListed(words, false);
@@ -235,7 +235,7 @@ QString ScenarioParser::SetListed(const QStringList& words, bool listed)
     return {};
 }
 
-// rename OLD NEW: the printer stays in its place and keeps its family.
+// rename OLD NEW: the printer keeps its place and its family.
 QString ScenarioParser::Rename(const QStringList& words)
 {
     if (words.size() != 3) {
@@ -253,7 +253,7 @@ QString ScenarioParser::Rename(const QStringList& words)
     return reason;
 }
 
-// reorder NAME...: all printers of the list, in their new order.
+// reorder NAME...: names all listed printers in their new order.
 QString ScenarioParser::Reorder(const QStringList& words)
 {
     QVector<SimulatedPrinter> ordered;

@@ -9,9 +9,9 @@
 
 struct ParsedScenario
 {
-    Scenario scenario = {}; // to be used only when there are no errors
-    QVector<ScenarioError> errors = {}; // in the order of lines, at most one a line
+    Scenario scenario = {}; // valid only if there are no errors
+    QVector<ScenarioError> errors = {}; // in the order of lines, at most one for each line
 };
 
-// Reads the scenario language (docs/printer-simulator.md). A pure function: any bytes give a scenario or errors.
+// Parses the scenario language (docs/printer-simulator.md). A pure function: any input gives a scenario or errors.
 ParsedScenario ParseScenario(const QByteArray& text);

@@ -37,8 +37,8 @@ bool ScenarioPlayer::play(const Waiter& wait)
     return true;
 }
 
-// Status files come before the list that names them and go after it, so that a listed printer has its file unless
-// the scenario made it vanish.
+// Status files are written before the list that names them and removed after it. A listed printer therefore always has
+// its file, unless the scenario made it vanish.
 bool ScenarioPlayer::show(const ScenarioFrame& frame)
 {
     QHash<QString, int> current;
@@ -90,7 +90,7 @@ bool ScenarioPlayer::replaceFile(const QString& name, const QByteArray& bytes)
     const QString path = m_directory.filePath(name);
     const QDateTime timeStamp = nextTimestamp(path);
     QSaveFile file(path);
-    // The time is set after the bytes have left Qt's buffer, as writing them would change it again.
+    // The timestamp is set after Qt has flushed its buffer, because each write changes the timestamp.
     const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
         file.setFileTime(timeStamp, QFileDevice::FileModificationTime) && file.commit();
     if (!isWritten) {
@@ -99,9 +99,9 @@ bool ScenarioPlayer::replaceFile(const QString& name, const QByteArray& bytes)
     return isWritten;
 }
 
-// Readers notice a new status reply by the file's modification time in milliseconds alone, and the system's own
-// stamps come from a clock that ticks only every few milliseconds. So each file gets a stamp of its own: later than
-// every stamp given before and than that of the file it replaces.
+// Readers notice a new status reply only by the file's timestamp in milliseconds. The kernel's clock for timestamps
+// ticks only every few milliseconds. Each file therefore gets an explicit timestamp, later than all timestamps given
+// before and later than that of the file that it replaces.
 QDateTime ScenarioPlayer::nextTimestamp(const QString& path)
 {
     QDateTime stamp = QDateTime::currentDateTimeUtc();

@@ -14,17 +14,17 @@
 #include <functional>
 
 // Writes the files of a scenario, frame by frame, as the driver package does: the printer list and a status file for
-// each printer on it. A file is replaced as a whole, so that a reader finds the old bytes or the new ones.
+// each listed printer. Each file is replaced as a whole, so that a reader sees either the old or the new bytes.
 class ScenarioPlayer
 {
 public:
-    // Waits for the given time; false when the player is to stop.
+    // Waits for the given time. Returns false if the player must stop.
     using Waiter = std::function<bool(std::chrono::milliseconds)>;
 
     ScenarioPlayer(Scenario scenario, const QDir& directory);
 
-    // Plays until the end of the scenario or a stop, after which the files stay as they are. False when a file could
-    // not be written or removed; errorText() then says which and why.
+    // Plays until the scenario ends or is stopped, and leaves the files as they are. Returns false if a file could not
+    // be written or removed; errorText() then gives the file and the reason.
     bool play(const Waiter& wait);
     QString errorText() const
     {
@@ -40,8 +40,8 @@ private:
 
     const Scenario m_scenario;
     const QDir m_directory;
-    QHash<QString, int> m_statusRevisions; // of the status files in place, by file name
-    QByteArray m_list; // the printer list in place
+    QHash<QString, int> m_statusRevisions; // of the existing status files, by file name
+    QByteArray m_list; // content of the current printer list
     QDateTime m_lastTimestamp;
     QString m_errorText;
 };

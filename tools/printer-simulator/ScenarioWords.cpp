@@ -54,7 +54,7 @@ public:
     }
 
 private:
-    // False at the end of the line or the beginning of a comment.
+    // Returns false at the end of the line or at a comment.
     bool SkipBlanks()
     {
         while (m_position < m_line.size() && IsBlank(m_line.at(m_position))) {

@@ -11,16 +11,16 @@
 struct ScenarioWords
 {
     QStringList words = {};
-    QString reason = {}; // why the line cannot be read; empty when it can
+    QString reason = {}; // error message; empty if the line could be read
 };
 
-// Splits one line at blanks. A word in double quotes may hold blanks, and \" and \\ stand for " and \ in it.
+// Splits a line at blanks. A word in double quotes may contain blanks; inside it, \" and \\ stand for " and \.
 // A # at the beginning of a word starts a comment.
 ScenarioWords SplitScenarioLine(const QByteArray& utf8Line);
 
-// A plain decimal number without sign or exponent, in units of its last decimal: with two decimals, "12.5" is 1250.
-// Nothing when the word is no such number, has more decimals, or lies above the maximum (in the same units).
+// Parses a decimal number without sign or exponent, in units of the last decimal: with two decimals, "12.5" is 1250.
+// Returns nothing if the word is not such a number, has more decimals, or exceeds the maximum (in the same units).
 std::optional<quint32> ParseDecimal(const QString& word, int decimals, quint32 maximum);
 
-// "0x" and one to four hexadecimal digits.
+// Parses "0x" and one to four hexadecimal digits.
 std::optional<quint16> ParseCode(const QString& word);

@@ -28,7 +28,7 @@ QByteArray EncodeStandard(const SimulatedPrinter& printer)
     return EncodeStandardReply(reply);
 }
 
-// A QZ printer without an error or warning says so with the code 0.
+// A QZ printer reports "no error" or "no warning" with the code 0.
 QVector<quint16> CodesOrNone(const QVector<quint16>& codes)
 {
     return codes.isEmpty() ? QVector<quint16>{0} : codes;
@@ -52,8 +52,8 @@ QByteArray EncodeQZ(const SimulatedPrinter& printer)
     return EncodeQZReply(reply);
 }
 
-// Inside quotes commas and semicolons lose their meaning, and blanks at both ends are kept. A leading @ announces
-// a typed value to QSettings unless it is doubled. There are no control characters in our texts.
+// Inside quotes, commas and semicolons have no meaning, and blanks at both ends are kept. QSettings takes a leading @
+// for a typed value unless it is doubled. Scenario texts contain no control characters.
 QByteArray QuotedIniValue(const QString& text)
 {
     QByteArray value = text.toUtf8();

@@ -17,25 +17,25 @@ enum class PrinterFamily
 
 enum class StatusFileContent
 {
-    Reply, // what the printer reports
+    Reply, // the printer's report
     Raw, // SimulatedPrinter::rawContent
-    Missing, // there is no status file
+    Missing, // the file does not exist
 };
 
 constexpr int ConnectTypeUsb = 1;
-constexpr int ConnectTypeNetwork = 2; // any value but 1 stands for the network
+constexpr int ConnectTypeNetwork = 2; // any value except 1 means network
 
 struct SimulatedPrinter
 {
     // The entry in the printer list.
-    QString name = {}; // queue name; also names the status file
+    QString name = {}; // queue name, also the name of the status file
     QString model = {};
     int connectType = ConnectTypeUsb;
     QString port = {};
     QString uri = {};
     bool listed = true;
 
-    // What the printer reports. Of a QZ printer only the status, the codes and RemainingToner go on the wire.
+    // The report. A QZ reply contains only the status, the codes and RemainingToner.
     PrinterFamily family = PrinterFamily::Standard;
     quint8 status = 0; // raw status code of the family
     QVector<quint16> errorCodes = {};
@@ -46,18 +46,18 @@ struct SimulatedPrinter
     QByteArray firmwareVersion = {};
     QByteArray extraInfo = {};
     QByteArray supplySerialNumber = {};
-    QMap<SupplyField, quint32> supplies = {}; // RemainingToner of a QZ printer is in whole percent
+    QMap<SupplyField, quint32> supplies = {}; // for a QZ printer, RemainingToner is in whole percent
 
     StatusFileContent content = StatusFileContent::Reply;
     QByteArray rawContent = {};
-    int revision = 0; // of the status file; a new revision is written even when its bytes are the old ones
+    int revision = 0; // of the status file; a new revision is written even if its bytes are the same
 };
 
 // The printer's reply in the format of its family.
 QByteArray EncodeStatusReply(const SimulatedPrinter& printer);
 
-// The bytes that lie in the status file now; meaningless for a missing one.
+// The current bytes of the status file; undefined if the file is missing.
 QByteArray StatusFileBytes(const SimulatedPrinter& printer);
 
-// The printer list file with the listed printers, in their order: UTF-8, as QSettings reads the INI format.
+// The printer list with the listed printers in their order: UTF-8, in the INI format of QSettings.
 QByteArray EncodePrinterList(const QVector<SimulatedPrinter>& printers);

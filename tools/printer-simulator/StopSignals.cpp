@@ -30,6 +30,6 @@ bool StopSignals::sleep(std::chrono::milliseconds time) const
         if (errno == EAGAIN) {
             return true;
         }
-        // Another signal was handled meanwhile (EINTR): sleep for the rest.
+        // A handler for another signal has run (EINTR): sleep for the rest.
     }
 }

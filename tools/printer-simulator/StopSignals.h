@@ -5,14 +5,14 @@
 #include <chrono>
 #include <csignal>
 
-// Holds SIGINT and SIGTERM back from the moment of construction and looks for them only while it sleeps, so that no
-// file is left half-written. Must be made before any thread.
+// Blocks SIGINT and SIGTERM from construction on and accepts them only while it sleeps, so that no file is left
+// half-written. Create it before any thread.
 class StopSignals
 {
 public:
     StopSignals();
 
-    // False, at once, when a stop signal has come; true when the time is over.
+    // Returns false as soon as a stop signal arrives, or true when the time is over.
     bool sleep(std::chrono::milliseconds time) const;
 
 private:

@@ -28,7 +28,7 @@ template <typename Integer> QByteArray IntegerBytes(Integer value)
     return bytes;
 }
 
-// The type of the announced value is also the width of the length field.
+// The type of the announced value gives the width of the length field.
 template <typename Length> void AppendLength(QByteArray& out, int size, std::optional<Length> announced)
 {
     Q_ASSERT(announced || size <= std::numeric_limits<Length>::max());
@@ -132,7 +132,7 @@ ReplyRecord QZWarning(quint16 code)
 
 ReplyRecord QZToner(quint8 percent)
 {
-    // The level is the third byte; what the first two say is not known, and readers skip them.
+    // The level is the third byte. The meaning of the first two is unknown; readers skip them.
     return {QZTonerType, QByteArray(2, '\0') + IntegerBytes(percent)};
 }
 

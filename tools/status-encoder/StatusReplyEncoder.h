@@ -7,16 +7,15 @@
 
 #include <optional>
 
-// Builds raw status replies as the printers send them. It knows the wire formats only and shares no code with
-// the decoder, so that the two can check each other.
+// Builds raw status replies as printers send them. The encoder shares no code with the decoder, so that each can check
+// the other.
 //
-// All integers on the wire are unsigned and big-endian. Texts are raw bytes (UTF-8) without a terminator.
-// Lengths and counts are those of the real content unless an announced value says otherwise; announced values
-// serve to build defective replies. Content that is longer than its length field can announce is the caller's
-// mistake.
+// All integers on the wire are unsigned and big-endian. Texts are raw bytes (UTF-8) without a terminator. Lengths and
+// counts are those of the content unless an announced value replaces them, which gives a defective reply. The caller
+// must not pass content that is longer than its length field can announce.
 
-// A type, length and data triple: type 2 bytes, length 1 byte. A standard reply ends with a list of them
-// (supplies records), a QZ reply consists of them (items).
+// Type (2 bytes), length (1 byte) and data. A standard reply ends with a list of them (supplies records); a QZ reply
+// consists of them (items).
 struct ReplyRecord
 {
     quint16 type = 0;
@@ -24,8 +23,8 @@ struct ReplyRecord
     std::optional<quint8> announcedLength = {};
 };
 
-// Supplies records of a standard reply. The types below 0x1000 describe the cartridge, those from 0x1000 count
-// what it has done, those from 0x1100 what the printer has done.
+// Supplies records of a standard reply. Types below 0x1000 describe the cartridge. Types from 0x1000 are its counters,
+// types from 0x1100 those of the printer.
 enum class SupplyField : quint16
 {
     SerialNumber = 0x0000, // text, up to 64 bytes
@@ -40,12 +39,12 @@ enum class SupplyField : quint16
     PrinterPrints = 0x1102, // 4 bytes
 };
 
-// Bytes that a correct printer uses for a numeric field; 0 for SerialNumber, which is a text.
+// The number of bytes that a correct printer uses for a numeric field; 0 for SerialNumber, which is a text.
 int SupplyFieldWidth(SupplyField field);
 
 ReplyRecord SupplySerialNumber(const QByteArray& serialNumber);
 
-// A numeric supplies record in its correct width. The value must fit.
+// A numeric supplies record of the correct width. The value must fit.
 ReplyRecord SupplyValue(SupplyField field, quint32 value);
 
 struct AnnouncedLengths
@@ -82,12 +81,12 @@ QByteArray EncodeStandardReply(const StandardReply& reply);
 // Items of a QZ reply.
 ReplyRecord QZMachineState(quint8 state); // 1 ready, 2 initialize, 3 busy, 4 anything else
 ReplyRecord QZJobState(quint8 state); // 1 copying, 2 printing, 3 scanning
-ReplyRecord QZError(quint16 code); // 0 says that there is none
-ReplyRecord QZWarning(quint16 code); // 0 says that there is none
+ReplyRecord QZError(quint16 code); // 0 means no error
+ReplyRecord QZWarning(quint16 code); // 0 means no warning
 ReplyRecord QZToner(quint8 percent);
 
-// The machine or job state item that stands for a raw status code of the QZ family: 3 ready, 4 initialize, 5 busy,
-// 8 printing, 9 scanning, 10 copying, 12 unknown. The wire format has no item for any other code.
+// The machine or job state item for a raw status code of the QZ family: 3 ready, 4 initialize, 5 busy, 8 printing,
+// 9 scanning, 10 copying, 12 unknown. The wire format has no item for other codes.
 std::optional<ReplyRecord> QZStatus(quint8 statusCode);
 
 struct QZReply

@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <type_traits>
 
-// Writes the tables of the user's page from the program's own texts, so that the page cannot drift from the program.
+// Generates the tables of the user's page from the program's texts, so that page and program cannot differ.
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr int Chinese = 1;
 constexpr unsigned long StatusCodes = 0x100; // a status code is one byte
 constexpr unsigned long ConditionCodes = 0x10000; // an error or warning code is two
 
-// In the page's own words. Without a default: a new status does not compile until it is explained.
+// The switch has no default, so that a new status does not compile until it is explained here.
 QString Meaning(enPrinterStatus status)
 {
     switch (status) {
@@ -56,7 +56,7 @@ QString Row(const QString& text, const QString& explanation)
     return QStringLiteral("| %1 | %2 |\n").arg(text, explanation);
 }
 
-// Only what a printer of either family can report, or what the program itself sets.
+// Lists only statuses that a printer of either family can report or that the program sets.
 QString StatusTable()
 {
     QSet<int> shown{PS_OFFLINE};
@@ -72,7 +72,7 @@ QString StatusTable()
     return table;
 }
 
-// Conditions that read the same and are dealt with in the same way share a row.
+// Conditions with equal description and remedy share a row.
 QString ConditionTable()
 {
     QSet<int> shown;
@@ -91,7 +91,7 @@ QString ConditionTable()
     return QStringLiteral("| 提示 | 处理办法 |\n|---|---|\n") + rows.join(QString());
 }
 
-// Replaces what stands between the two marks of a table; false when a mark is missing.
+// Replaces the text between the two marks of a table. Returns false if a mark is missing.
 bool ReplaceTable(QString& page, const QString& name, const QString& table)
 {
     const QString begin = QStringLiteral("<!-- begin %1 -->\n").arg(name);
