@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
 """Usage: report.py [--quick] [--flags TEXT] [--note FILE] RESULTS.json PROCESS.json [MICRO.json]
-Joins the results of bench/process and bench/micro and prints them, after a quick run without verdicts."""
+Joins the results of bench/process and bench/micro and prints them; with --quick, without verdicts."""
 
 import argparse
 import importlib.util
@@ -14,7 +14,7 @@ import statistics
 
 MICRO_GOALS = pathlib.Path(__file__).parent / "micro/goals.py"
 
-# Between these lines the note holds the last run.
+# The last run stands between these lines of the note.
 BEGIN = "<!-- last run: begin -->\n"
 END = "<!-- last run: end -->\n"
 
@@ -89,9 +89,9 @@ def put_into(note, lines):
 def main():
     parser = argparse.ArgumentParser(usage=__doc__.splitlines()[0][len("Usage: "):],
                                      description=__doc__.splitlines()[1])
-    parser.add_argument("--quick", action="store_true", help="judge nothing")
-    parser.add_argument("--flags", default="unknown flags", help="what the programs were built with")
-    parser.add_argument("--note", type=pathlib.Path, help="where to put the last run")
+    parser.add_argument("--quick", action="store_true", help="print no verdicts")
+    parser.add_argument("--flags", default="unknown flags", help="the flags with which the programs were built")
+    parser.add_argument("--note", type=pathlib.Path, help="the document that gets the last run")
     parser.add_argument("results")
     parser.add_argument("process")
     parser.add_argument("micro", nargs="?")

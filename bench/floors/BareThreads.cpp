@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 //
-// bare-threads COUNT [-started]: what COUNT Qt threads cost before they do anything. Each has its event loop and one
-// object that lives on it. With -started each new object also makes a start signal be sent, by queued connections, to
-// all objects there are; the first one that an object receives keeps it asleep for ever, the others stay in its queue.
+// bare-threads COUNT [-started]: the cost of COUNT idle Qt threads. Each thread has an event loop and one object. With
+// -started, each new object also causes a start signal to all objects, through queued connections. The first start
+// signal puts an object to sleep for ever; later ones stay in its queue.
 
 #include <QCoreApplication>
 #include <QThread>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 //
-// bare-window [-hide]: what any Qt Widgets program with a window like the assistant's costs. An empty table, a tray
-// icon with a menu of four entries, the same picture and the same texts: the fonts of Chinese texts cost most of it.
+// bare-window [-hide]: the cost of any Qt Widgets program with a window like the assistant's. It has an empty table, a
+// tray icon with a menu of four entries, and the same picture and texts. Fonts for Chinese texts are most of the cost.
 
 #include <QApplication>
 #include <QHeaderView>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 //
-// stat-loop COUNT [SPREAD_MS]: what watching COUNT status files costs when nothing but the watching is done. As many
-// threads, each with one stat and two pauses of 500 ms a second; POSIX calls alone. They are started at once, or evenly
-// over SPREAD_MS: a thread that wakes up among others costs half of one that wakes up alone.
+// stat-loop COUNT [SPREAD_MS]: the cost of only watching COUNT status files. Each file has a thread that calls stat
+// once and sleeps twice for 500 ms, with POSIX calls alone. The threads start at once, or evenly over SPREAD_MS: a
+// thread that wakes up together with others costs half as much as one that wakes up alone.
 
 #include <cstdint>
 #include <cstdio>
@@ -23,7 +23,7 @@ long Argument(int argc, char** argv, int index, long otherwise)
     return index < argc ? strtol(argv[index], nullptr, Decimal) : otherwise;
 }
 
-// The printer's number comes in place of a pointer.
+// The argument is the printer's number, cast to a pointer.
 void* Watch(void* number)
 {
     char path[256] = {};

@@ -11,8 +11,8 @@ thread_local std::int64_t s_count = 0;
 
 } // namespace
 
-// The C library's own names for its allocator. What is defined here takes the place of malloc and its kin in every
-// library of the process.
+// The C library's own names for its allocator. The functions below replace malloc, calloc and realloc in every library
+// of the process.
 extern "C" {
 
 // NOLINTBEGIN(bugprone-reserved-identifier)

@@ -6,11 +6,11 @@
 #include <benchmark/benchmark.h>
 #include <cstdint>
 
-/// Heap blocks that this thread has asked for so far: malloc, calloc and realloc, which also stand behind operator new
-/// and behind all that Qt allocates.
+/// The number of heap blocks that this thread has allocated so far with malloc, calloc and realloc. operator new and Qt
+/// use these functions, too.
 std::int64_t AllocationCount();
 
-/// Counts from its construction to its end, and notes the allocations an iteration with the benchmark.
+/// Counts allocations from its construction to its end and adds the number for each iteration to the benchmark.
 class AllocationNote
 {
 public:

@@ -13,7 +13,7 @@
 
 namespace {
 
-// Where an object happens to lie on the stack makes a tenth of these times.
+// The position of an object on the stack changes these times by a tenth.
 constexpr std::size_t CacheLineBytes = 64;
 
 unsigned char* Bytes(QByteArray& reply)
@@ -77,7 +77,7 @@ void Evaluate(benchmark::State& state, QByteArray reply, Evaluation evaluation)
     }
 }
 
-// Codes from the whole range of the table, and one that is not in it.
+// Codes from the whole range of the table, and an unknown one.
 constexpr std::array<unsigned long, 8> c_codes{{0x0100, 0x1106, 0x110D, 0x11B4, 0x1218, 0x2103, 0x4213, 0x7777}};
 
 template <typename Mapping> void MapCodes(benchmark::State& state, const Mapping& mapping)
@@ -92,7 +92,7 @@ template <typename Mapping> void MapCodes(benchmark::State& state, const Mapping
 template <typename Comparison> void Compare(benchmark::State& state, const Comparison& differ)
 {
     const stPrinterState a = FullReplyState();
-    stPrinterState b = FullReplyState(); // equal in everything, sharing nothing
+    stPrinterState b = FullReplyState(); // equal, but without shared data
     const AllocationNote note(state);
     for (auto _ : state) {
         benchmark::DoNotOptimize(differ(a, b));

@@ -5,11 +5,10 @@
 
 #include <QByteArray>
 
-/// A reply of the standard family with something in every field.
+/// A reply of the standard family with a value in every field.
 QByteArray StandardSample();
-/// A reply of the QZ family with an item of every kind that is decoded.
+/// A reply of the QZ family with an item of every decoded kind.
 QByteArray QZSample();
 
-/// Whether the floors under the decoders find in both samples what the decoders find. A floor that does less would
-/// be none.
+/// Whether the decoders' floors find the same values in both samples as the decoders. A floor must not do less work.
 bool FloorsDecodeTheSamples();

@@ -12,15 +12,15 @@
 
 struct Walk;
 
-// What each figure is measured against: the least work that any correct program has to do. Written without Qt where
-// the assistant's interfaces leave the choice.
+// The floor of each figure: the least work that any correct program must do. The floors use no Qt unless the
+// assistant's interfaces require it.
 
-/// "file + walk": a status file looked at, opened, read, closed and taken apart.
+/// "file + walk": calls stat, opens, reads, closes and walks a status file.
 bool ReadAndWalk(const char* path, Walk& walk);
-/// "stat": the one look at an unchanged status file.
+/// "stat": the one call that an unchanged status file needs.
 bool LookAtFile(const char* path);
 
-/// "table": any code below 65536 to a condition by one read.
+/// "table": maps any code below 65536 to a condition with one read.
 class ConditionTable
 {
 public:
@@ -31,15 +31,15 @@ private:
     std::vector<unsigned char> m_conditions;
 };
 
-/// "compare": the four fields that decide, where they lie, without a copy of the states.
+/// "compare": compares the four deciding fields in place, without a copy of the states.
 bool DiffersInPlace(const stPrinterState& a, const stPrinterState& b);
 
-/// "read + compare": the printer list file read, each line parted at its first '=', and the names and ports compared
-/// with these, in order. True when all are the same.
+/// "read + compare": reads the printer list, splits each line at the first '=', and compares names and ports with
+/// these, in order. Returns true if all are equal.
 bool ListsThesePrinters(const char* path, const std::vector<QByteArray>& namesAndPorts);
 
-/// "load + branch": what a call that does nothing while a flag is false must cost.
+/// "load + branch": the cost of a call that does nothing while a flag is false.
 void AppendWhenOn(const std::atomic<bool>& isOn, const char* text);
 
-/// "open + write + close": a finished line appended to a file that is opened for it, whose size is looked at.
+/// "open + write + close": opens a file, reads its size, and appends a finished line.
 bool AppendLine(const char* path, const QByteArray& line);

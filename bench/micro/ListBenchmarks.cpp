@@ -29,7 +29,7 @@ QList<stPrinterInfo> Printers(const QString& firstPort)
     return printers;
 }
 
-/// A device manager that takes one pass at a time: its pause, which comes last, ends at once.
+/// A device manager that makes one pass at a time. The pause at the end of a pass ends at once.
 class DeviceManager : public TrdDeviceManage
 {
 public:
@@ -79,7 +79,7 @@ void ReadAndCompareList(benchmark::State& state)
     }
 }
 
-// Two lists take each other's place at every pass, so that each is parsed anew and rebuilds the shared list.
+// Two lists change places before every pass, so that each pass parses the file again and replaces the shared list.
 void PassOverChangedList(benchmark::State& state)
 {
     PrinterFolder::WritePrinterList(Printers(QStringLiteral("usb0")));

@@ -20,7 +20,7 @@ QByteArray WriteStatusFile()
     return QFile::encodeName(PrinterFolder::StatusFilePath(Name));
 }
 
-// By force, which leaves out of a changed file's work no more than the comparison of two times.
+// The forced read does the work of a changed file except for the comparison of two timestamps.
 void ReadChangedFile(benchmark::State& state)
 {
     WriteStatusFile();
@@ -45,7 +45,7 @@ void ReadAndWalkFile(benchmark::State& state)
     }
 }
 
-// A whole cycle of the polling loop, but for its pause.
+// A whole poll without its pause.
 void RunUnchangedCycle(benchmark::State& state)
 {
     WriteStatusFile();

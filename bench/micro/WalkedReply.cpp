@@ -113,7 +113,7 @@ bool TakeSupplies(WalkedReply& reply, const unsigned char*& p, const unsigned ch
     }
     reply.supplyCount = reply.rawSupplyCount[0];
     const unsigned char none = 0;
-    const unsigned char* data = &none; // a record without data has the first byte of the data before it
+    const unsigned char* data = &none; // a record without data takes the first byte of the previous data
     for (unsigned long i = 0; i < reply.supplyCount; ++i) {
         if (end - p < 3 || end - p - 3 < p[2]) {
             return false;
@@ -167,7 +167,7 @@ void StoreQZState(WalkedReply& reply, bool isJob, unsigned char value)
     }
 }
 
-// An item that is not known, or holds no state of one byte, is passed over without its data.
+// For an unknown item, and for a state that is not one byte long, only the header is skipped and not the data.
 template <typename Target> bool WalkQZ(Target& walk, const unsigned char* p, const unsigned char* end)
 {
     if (end - p < 40) {

@@ -5,14 +5,14 @@
 
 #include <vector>
 
-// The floor under the decoders: the least that a program must do to take a reply apart safely. Each field is looked for
-// inside the reply and copied, once, into a field of fixed size; the integers that the assistant asks for are put
-// together; an unknown record is passed over. No texts are made and no code is mapped.
+// The floor of the decoders: the least work that takes a reply apart safely. The walk finds each field, copies it once
+// into a field of fixed size, assembles the integers that the assistant uses, and skips unknown records. It creates no
+// texts and maps no codes.
 //
-// The object holds what the decoder's holds, in arrays where fields are alike, and is therefore about as large.
+// The object has the fields of the decoder's object, with arrays for similar fields, so it is about as large.
 
 constexpr unsigned long TextCount = 5; ///< vendor, product, serial number, firmware version, extra information
-constexpr unsigned long SupplyCount = 9; ///< the supplies records that hold an integer, ascending by type
+constexpr unsigned long SupplyCount = 9; ///< supplies records with an integer, ascending by type
 
 struct WalkedReply
 {
@@ -33,7 +33,7 @@ struct WalkedReply
     unsigned long supply[SupplyCount];
 };
 
-/// The raw codes of one kind in a plain array, which needs no heap.
+/// The raw codes of one kind in a plain array without heap memory.
 struct CodeArray
 {
     unsigned long codes[255];
@@ -46,7 +46,7 @@ struct CodeArray
     }
 };
 
-/// "walk": into an object that is neither zeroed nor allocates; used again for each reply.
+/// "walk": the object is used again for each reply; nothing is zeroed or allocated.
 struct Walk
 {
     WalkedReply reply;
@@ -55,7 +55,7 @@ struct Walk
 bool WalkStandardReply(Walk& walk, const unsigned char* buffer, unsigned long length);
 bool WalkQZReply(Walk& walk, const unsigned char* buffer, unsigned long length);
 
-/// "walk + zero + vectors": into an object that was zeroed, with the codes in vectors; one a reply.
+/// "walk + zero + vectors": each reply gets a new, zeroed object with the codes in vectors.
 struct WalkZeroVectors
 {
     WalkedReply reply = {};

@@ -1,23 +1,23 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""What the results of brelprintertool_micro_bench say, each figure beside its floor.
+"""The results of brelprintertool_micro_bench, each figure beside its floor.
 
 Usage: goals.py RESULT.json
-Prints the rows as a table; RESULT.json comes from a run with OPTIONS and --benchmark_out=RESULT.json."""
+Prints the results as a table. Run the benchmark with OPTIONS and --benchmark_out=RESULT.json first."""
 
 import json
 import statistics
 import sys
 from collections import namedtuple
 
-# Repetitions of all benchmarks in random order, so that what else the machine does falls on figures and floors alike.
+# Repetitions run in random order, so that other load on the machine affects figures and floors alike.
 OPTIONS = ["--benchmark_min_time=0.05", "--benchmark_repetitions=15", "--benchmark_enable_random_interleaving=true"]
 QUICK_OPTIONS = ["--benchmark_min_time=0.01"]
 
 PER_UNIT = {"ns": 1, "µs": 1e3, "blocks": 1}
 
-# Which benchmark is measured against which. `limit` is the highest ratio, or with `in_unit` the highest value.
+# The benchmark of each figure and of its floor. `limit` is the highest ratio, or with `in_unit` the highest value.
 Figure = namedtuple("Figure", "name benchmark floor unit limit in_unit", defaults=["ns", None, False])
 FIGURES = [
     Figure("standard decoder / walk", "standard decoder", "standard walk"),
@@ -43,9 +43,9 @@ FIGURES = [
 
 
 def rows(result):
-    """The figures as dicts, in order. `value` and `floor` are medians in `unit`, `ratio` is how many times the floor's
-    CPU time the value's is; `min` and `max` are those of the ratio over the repetitions, or of the value where there is
-    no floor. `goal` is text, or None; `met` then is None too."""
+    """The figures as dicts, in order. `value` and `floor` are medians in `unit`; `ratio` is the quotient of their CPU
+    times. `min` and `max` are the extremes of the ratio over the repetitions, or of the value if there is no floor.
+    `goal` is a text; without a goal, `goal` and `met` are None."""
     runs = _runs(result)
     return [_row(figure, runs) for figure in FIGURES]
 
@@ -62,7 +62,7 @@ def _runs(result):
 
 
 def _values(runs, unit):
-    """One a repetition: blocks, or nanoseconds of CPU time for all other units."""
+    """One value for each repetition: blocks, or nanoseconds of CPU time for all other units."""
     if unit == "blocks":
         return [round(run["allocations"], 2) for run in runs]
     return [run["cpu_time"] * {"ns": 1, "us": 1e3}[run["time_unit"]] for run in runs]
@@ -111,7 +111,7 @@ def main():
         print("\n".join(__doc__.splitlines()[2:]))
         return
     if len(sys.argv) != 2:
-        sys.exit("goals.py: one file of results is needed; -h tells more")
+        sys.exit("goals.py: give one file of results; see -h")
     try:
         with open(sys.argv[1], encoding="utf-8") as file:
             result = json.load(file)

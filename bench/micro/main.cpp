@@ -11,9 +11,9 @@
 
 int main(int argc, char** argv)
 {
-    // The benchmarks make the driver package's folder anew: where there is one, it is somebody's.
+    // The benchmarks replace the driver package's folder, so an existing one must not be touched.
     if (QDir(QString::fromLatin1(PrinterFolder::ConfigurationDirectory)).exists()) {
-        fputs("micro bench: the printers' folder exists; to be run in tests/support/sandbox\n", stderr);
+        fputs("micro bench: the driver package's folder exists; run this in tests/support/sandbox\n", stderr);
         return 2;
     }
     benchmark::Initialize(&argc, argv);
@@ -21,7 +21,7 @@ int main(int argc, char** argv)
         return 2;
     }
     if (!FloorsDecodeTheSamples()) {
-        fputs("micro bench: the floors do not find in the sample replies what the decoders find\n", stderr);
+        fputs("micro bench: floors and decoders find different values in the sample replies\n", stderr);
         return 1;
     }
     PrinterFolder::Create();

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 //
-// window-observer: the assistant's real window with all that it runs, which reports each change of a remaining toner
-// that it shows: a line with the monotonic time in nanoseconds, the row and the text. Several may run at a time.
+// window-observer: the assistant's real window with its workers. For each change of a remaining toner in the table, it
+// prints a line with the monotonic time in nanoseconds, the row and the text. Several copies may run at the same time.
 
 #include "brelprintertoolwidget.h"
 

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
 """Usage: process [--quick] BUILD_FOLDER RESULT.json
-Measures the built assistant against its floors, in the tests' sandbox, and writes rows and curves."""
+Measures the built assistant and the floor programs in the sandbox of the tests, and writes rows and curves."""
 
 import argparse
 import json
@@ -22,8 +22,8 @@ PROGRAMS = {"assistant": "src/BrelPrinterTool", "bare-window": "bench/floors/bar
             "bare-threads": "bench/floors/bare-threads", "stat-loop": "bench/floors/stat-loop",
             "window-observer": "bench/probes/window-observer"}
 
-# `closing` gives rounds and the seconds to wait; `steady` and `exits` rounds by number of printers; `latency` windows
-# and rounds. A window of idleness is as long as the pause between two looks at the printer list, so that it holds one.
+# `closing` gives rounds and the seconds to wait. By number of printers, `steady` and `exits` give rounds, and `latency`
+# gives windows and rounds. `window_s` is the time between two reads of the printer list, so that it contains one.
 Plan = namedtuple("Plan", "starts closing wayland window_s steady few many most exits rebuild latency")
 FULL = Plan(starts=20, closing=(2, 60), wayland=10, window_s=3,
             steady={1: (5, 1), 10: (3, 2), 100: (5, 5), 1000: (2, 2)}, few=10, many=100, most=1000,
@@ -48,9 +48,9 @@ def measure(programs, plan):
     desktop.start()
     watch = desktop.WindowWatch()
     _say("start-up")
-    startup.measure(programs, watch, 1)  # caches
+    startup.measure(programs, watch, 1)  # fills caches
     rows = startup.measure(programs, watch, plan.starts)
-    _say("a closed window")
+    _say("closed window")
     rows += closing.measure(programs, watch, *plan.closing)
     _say("Wayland")
     rows += wayland.measure(programs, plan.wayland)
@@ -66,7 +66,7 @@ def measure(programs, plan):
     waits = {count: latency.measure(programs, count, *plan_of) for count, plan_of in plan.latency.items()}
     for count, seconds in waits.items():
         rows += latency.rows(count, seconds, has_goal=count == plan.many)
-    _say("rebuild")
+    _say("replaced list")
     rows.append(rebuild.measure(programs, plan.rebuild, 1))
     return {"rows": rows, "curves": curves, "latency": waits}
 

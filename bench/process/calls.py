@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Which system calls the assistant's status workers make, by strace."""
+"""Counts the system calls of the assistant's status workers with strace."""
 
 import os
 import re
@@ -11,15 +11,15 @@ import time
 TRACE_S = 3.2
 PAUSES_PER_CYCLE = 2
 
-# A line of strace -f: thread, call and arguments. What an interrupted call goes on with is no call of its own.
+# A line of strace -f: thread, call and arguments. The restart of an interrupted call does not count as a call.
 CALL = re.compile(r"^(\d+) +(\w+)\((.*)")
 CONTINUED = {"restart_syscall"}
 STATUS_FILE = re.compile(r'"[^"]*/cfg/[^"]*\.dat"')
 
 
 def trace(pid):
-    """What a cycle of a status worker takes, each a mean over the complete cycles that were seen: `calls` in all,
-    `stats` on a status file, and `other files`, calls that name any other file or open one."""
+    """Means for a poll of a status worker, over all complete polls that strace saw: `calls` is the number of all calls,
+    `stats` of stat calls on a status file, `other files` of calls that name any other file or open one."""
     with tempfile.NamedTemporaryFile(mode="r", encoding="utf-8", errors="replace") as record:
         strace = subprocess.Popen(["strace", "-f", "-qq", "-e", "signal=none", "-o", record.name, "-p", str(pid)],
                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -33,7 +33,7 @@ def trace(pid):
 def _wait_until_attached(pid, tracer):
     while any(_tracer(pid, thread) != tracer.pid for thread in os.listdir(f"/proc/{pid}/task")):
         if tracer.poll() is not None:
-            raise RuntimeError("strace may not attach to the assistant (kernel.yama.ptrace_scope?)")
+            raise RuntimeError("strace cannot attach to the assistant (kernel.yama.ptrace_scope?)")
         time.sleep(0.02)
 
 
@@ -42,7 +42,7 @@ def _tracer(pid, thread):
         with open(f"/proc/{pid}/task/{thread}/status", encoding="utf-8") as file:
             return int(next(line for line in file if line.startswith("TracerPid")).split()[1])
     except FileNotFoundError:
-        return None  # a thread that has just ended
+        return None  # the thread has just ended
 
 
 def _by_thread(record):
@@ -63,7 +63,7 @@ def _names_other_file(call):
 
 
 def _count(calls):
-    """(pauses, calls, stats, calls on other files) from the first stat of a status file to the last."""
+    """(pauses, calls, stats, calls on other files) between the first and the last stat of a status file."""
     stats = [i for i, call in enumerate(calls) if _is_status_file_stat(call)]
     seen = calls[stats[0]:stats[-1]] if stats else []
     return (sum("nanosleep" in call[0] for call in seen), len(seen), sum(map(_is_status_file_stat, seen)),

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""What a program holds when its window has been closed for a while; it only hides."""
+"""Memory of the assistant some time after its window was closed. Closing only hides the window."""
 
 import time
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The private desktop's session bus and tray, and an eye on its windows."""
+"""The session bus and the tray of the private desktop, and a watch on its windows."""
 
 import os
 import select
@@ -14,15 +14,15 @@ from Xlib.protocol import event
 TIMEOUT_S = 30
 RIGHT_BUTTON = 3
 
-# From a menu's window to its hold on the keyboard.
+# Time from the appearance of a menu until it grabs the keyboard.
 MENU_READY_S = 0.2
 
-# The assistant's window with its frame; the tray's panel and its icons are smaller.
+# Size of the assistant's window. The tray's panel and icons are smaller.
 WINDOW_MINIMUM = (600, 300)
 
 
 def start():
-    """A session bus without anyone on it, and an XEmbed tray; both end with the sandbox."""
+    """Starts a session bus without services and an XEmbed tray. Both end with the sandbox."""
     bus = subprocess.run(["dbus-daemon", "--session", "--fork", "--print-address"], check=True,
                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
     os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.strip()
@@ -33,7 +33,7 @@ def start():
 
 
 class WindowWatch:
-    """Sees top-level windows come and go."""
+    """Watches top-level windows appear and disappear."""
 
     def __init__(self):
         self._display = display.Display()
@@ -44,7 +44,7 @@ class WindowWatch:
         self._display.sync()
 
     def forget(self):
-        """Drops what has been seen so far."""
+        """Drops all events so far."""
         self._display.sync()
         while self._display.pending_events():
             self._display.next_event()
@@ -54,7 +54,7 @@ class WindowWatch:
         return self.wait(lambda seen: seen.type == X.MapNotify and self._is_large(seen.window))
 
     def close_windows(self):
-        """Of all programs, as the window manager's title bars do."""
+        """Asks the window manager to close the windows of all programs."""
         clients = self._root.get_full_property(self._display.intern_atom("_NET_CLIENT_LIST"), X.AnyPropertyType)
         close = self._display.intern_atom("_NET_CLOSE_WINDOW")
         for client in clients.value:
@@ -64,15 +64,15 @@ class WindowWatch:
         self._display.sync()
 
     def wait_for_icon(self):
-        """Returns when a window became a part of another one: the tray's, while no other window is shown."""
+        """Returns when (monotonic seconds) a tray icon was embedded, that is, when a window got another parent."""
         return self.wait(self._is_embedding)
 
     def wait_until_hidden(self):
         self.wait(lambda seen: seen.type == X.UnmapNotify)
 
     def open_menu(self):
-        """Of the icon that was waited for last."""
-        place = self._icon.query_pointer()  # the pointer's place in the icon; what it lacks to be there is the way
+        """Opens the menu of the icon that was waited for last."""
+        place = self._icon.query_pointer()  # relative to the icon
         size = self._icon.get_geometry()
         xtest.fake_input(self._display, X.MotionNotify, detail=True, x=size.width // 2 - place.win_x,
                          y=size.height // 2 - place.win_y)

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""From the exit entry of the tray menu to the end of the process."""
+"""Time from the exit entry of the tray menu to the end of the process."""
 
 import time
 
@@ -34,5 +34,5 @@ def _exit(path, watch, count):
         watch.choose_last_entry()
         code = assistant.wait()
         if code != 0:
-            raise RuntimeError(f"the assistant left with {code}")
+            raise RuntimeError(f"the assistant ended with code {code}")
         return time.monotonic() - start

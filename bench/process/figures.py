@@ -1,15 +1,15 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""What a run says: rows that stand beside their floors, and curves over the number of printers."""
+"""The results of a run: rows with a figure and its floor, and curves over the number of printers."""
 
 import math
 import statistics
 
 
 def row(name, unit, values, floors=None, limit=None, in_unit=False):
-    """One line of the table. `value` and `floor` are medians in `unit`, `ratio` is their quotient; `min` and `max` are
-    those of the ratio over the rounds, or of the value where there is no floor. `limit` is the highest ratio, or with
-    `in_unit` the highest value; without one the row is there to be looked at."""
+    """One line of the table. `value` and `floor` are medians in `unit`; `ratio` is their quotient. `min` and `max` are
+    the extremes of the ratio over the rounds, or of the value if there is no floor. `limit` is the highest ratio, or
+    with `in_unit` the highest value; a row without a limit has no goal."""
     value = statistics.median(values)
     result = {"name": name, "unit": unit, "value": value, "floor": None, "ratio": None, "min": min(values),
               "max": max(values), "goal": None, "met": None}
@@ -24,13 +24,13 @@ def row(name, unit, values, floors=None, limit=None, in_unit=False):
 
 
 def curve(name, unit, points, base=0):
-    """`points` are figures by number of printers, `base` is what there is without any; the exponent says how the rest
-    grows with the number."""
+    """`points` are figures by number of printers; `base` is the figure without printers. The exponent says how the
+    difference grows with the number of printers."""
     return {"name": name, "unit": unit, "points": points, "exponent": _exponent(points, base)}
 
 
 def _exponent(points, base):
-    """The slope of the line that fits the points best where both axes are logarithmic."""
+    """The slope of the best-fitting line on logarithmic axes."""
     logs = [(math.log(count), math.log(value - base)) for count, value in points.items() if value > base]
     if len(logs) < 2:
         return None

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Plays the driver package in the sandbox's own /opt: the printer list and a status file for each printer."""
+"""Plays the driver package in the sandbox's private /opt: the printer list and a status file for each printer."""
 
 import os
 import shutil
@@ -23,7 +23,7 @@ def status_file(index):
 
 
 def status_reply(toner, status=READY):
-    """A standard reply of a printer without errors; `toner` in hundredths of a percent."""
+    """A standard reply of a printer without errors. `toner` is in hundredths of a percent."""
 
     def text(value, length_format):
         return struct.pack(length_format, len(value)) + value
@@ -38,7 +38,7 @@ def status_reply(toner, status=READY):
 
 
 def replace(path, content):
-    """In one step: a reader sees the old file or the new one. Returns when it was taken (monotonic seconds)."""
+    """Replaces a file in one step, so that a reader sees the old or the new one. Returns when (monotonic seconds)."""
     with open(path + ".new", "wb") as file:
         file.write(content)
     now = time.monotonic()
@@ -55,7 +55,7 @@ def write_list(count, port="USB001"):
 
 
 def install(count):
-    """A fresh package with `count` printers that are ready."""
+    """Creates a new driver package with `count` ready printers."""
     shutil.rmtree(PACKAGE, ignore_errors=True)
     os.makedirs(CONFIGURATION)
     for i in range(count):

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""From a status file's replacement to the change of its row's text."""
+"""Time from the replacement of a status file to the change of the text in its row."""
 
 import contextlib
 import random
@@ -16,12 +16,12 @@ NS_PER_S = 1e9
 MEDIAN_LIMIT_S = 0.6
 MAXIMUM_LIMIT_S = 1.1
 
-# A polling cycle with room to spare.
+# Longer than a poll.
 LONGEST_WAIT_S = 1.3
 
 
 class Observer:
-    """A window of the assistant's; notes when each row first showed a text."""
+    """Runs a window of the assistant and notes when each row first showed a text."""
 
     def __init__(self, program):
         self.shown = {}
@@ -36,7 +36,7 @@ class Observer:
 
 
 def measure(programs, count, observers, rounds):
-    """Seconds from each replacement to its text in each of the windows, which all look at the same printers."""
+    """Seconds from each replacement to its text in each window. All windows show the same printers."""
     folder.install(count)
     with contextlib.ExitStack() as stack:
         windows = []
@@ -54,7 +54,7 @@ def measure(programs, count, observers, rounds):
 
 
 def _replace_all(count, toner):
-    """Gives each printer this remaining toner at a random time of a second or two. Returns when each was given."""
+    """Gives each printer this remaining toner, at random times within about a second. Returns the time of each."""
     replaced = {}
     for index in random.sample(range(count), count):
         time.sleep(random.random() * 2 / count)

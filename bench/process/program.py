@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""A started program and what the kernel has counted for it."""
+"""A running program, and what the kernel counts for it."""
 
 import os
 import subprocess
@@ -9,11 +9,11 @@ import time
 TIMEOUT_S = 60
 POLL_S = 0.02
 
-# Quiet: less than this in that time. What watching one printer costs is far below.
+# A program is quiet if it uses less than this CPU time in this time. Watching one printer costs far less.
 QUIET_CPU_S = 0.0005
 QUIET_S = 0.1
 
-# Longer than a polling cycle: by then the main thread has shown what every worker found.
+# Longer than a poll: by then the main thread has shown the results of all workers.
 SETTLED_S = 1.3
 
 
@@ -36,13 +36,13 @@ class Program:
         return self._process.stdout
 
     def wait(self):
-        """Waits for its end; only then it has left the process table."""
+        """Waits until the program has ended and left the process table."""
         code = self._process.wait(TIMEOUT_S)
         self._process.stdout.close()
         return code
 
     def cpu(self):
-        """CPU time of all its threads so far, ended ones too; seconds."""
+        """CPU time of all threads so far, including threads that have ended; seconds."""
         return time.clock_gettime(~self.pid << 3 | 2)  # the kernel's number for the CPU clock of a process
 
     def main_thread_cpu(self):
@@ -53,28 +53,28 @@ class Program:
         return len(os.listdir(f"/proc/{self.pid}/task"))
 
     def spread_ms(self, count):
-        """The time over which its last `count` threads were started, to 10 ms."""
+        """The time between the first and the last start among the newest `count` threads, in steps of 10 ms."""
         last = sorted(os.listdir(f"/proc/{self.pid}/task"), key=int)[-count:]
         starts = [_start_ticks(f"/proc/{self.pid}/task/{thread}/stat") for thread in last]
         return (max(starts) - min(starts)) * 1000 // os.sysconf("SC_CLK_TCK")
 
     def voluntary_switches(self):
-        """Of each thread, by number."""
+        """Voluntary context switches by thread number."""
         switches = {}
         for thread in os.listdir(f"/proc/{self.pid}/task"):
             try:
                 switches[thread] = int(_field(f"/proc/{self.pid}/task/{thread}/status", "voluntary_ctxt_switches"))
             except (FileNotFoundError, ProcessLookupError):
-                pass  # a thread that has just ended
+                pass  # the thread has just ended
         return switches
 
     def memory_kib(self):
-        """Proportional set size and private dirty pages."""
+        """Proportional set size and private dirty memory."""
         path = f"/proc/{self.pid}/smaps_rollup"
         return int(_field(path, "Pss").split()[0]), int(_field(path, "Private_Dirty").split()[0])
 
     def wait_until_quiet(self):
-        """Returns the CPU time (seconds) up to the first pause in its work."""
+        """Returns the CPU time (seconds) up to the first quiet moment."""
         before = self.cpu()
         since = time.monotonic()
         deadline = since + TIMEOUT_S
@@ -95,7 +95,7 @@ class Program:
             time.sleep(POLL_S)
 
     def wait_until_settled(self, threads, seconds=SETTLED_S):
-        """Until it has so many threads and its main thread has done nothing for so long."""
+        """Waits until the program has this many threads and its main thread has done nothing for this time."""
         self.wait_for_threads(threads)
         before = None
         since = time.monotonic()

@@ -1,13 +1,13 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The list is made anew, because a printer's port has changed, and all its printers come back from off-line."""
+"""A changed port replaces the whole list, and all its printers come back from off-line."""
 
 import folder
 from figures import row
 from program import Program
 from steady import MS_PER_S, OTHER_THREADS
 
-# Longer than the pause between two looks at the list file.
+# Longer than the time between two reads of the printer list.
 NOTICED_S = 4
 
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""From the start of the program to its tray icon or window, and what it holds once it has gone quiet."""
+"""Time from the start of a program to its tray icon or window, and its memory once it is quiet."""
 
 import time
 
@@ -11,16 +11,16 @@ from program import Program
 MS_PER_S = 1000
 KIB_PER_MIB = 1024
 
-# What the tray needs to close the gap that the last icon leaves.
+# The tray needs this time to close the gap of the previous icon.
 PAUSE_S = 0.15
 
-# Highest ratios of CPU time, wall time, PSS and private dirty. What a hidden start holds is looked at once it settles.
+# Highest ratios of CPU time, wall time, PSS and private dirty memory. `steady` measures memory after a hidden start.
 LIMITS = {"-hide": (0.95, 0.95, None, None), "-show": (0.55, 0.65, 0.50, 0.42)}
 
 
 def measure(programs, watch, rounds, limits=None, where="", environment=None):
-    """The rows are those that have a limit. Assistant and floor take turns, and also in being the first of a round: the
-    programs before leave caches and tray in different states."""
+    """Returns the rows that have a limit. Assistant and floor take turns, also as the first of a round, because each
+    program leaves caches and tray in a different state."""
     folder.install(1)
     rows = []
     for argument, highest in (limits or LIMITS).items():
@@ -43,7 +43,7 @@ def _rows(argument, where, figures, limits):
 
 
 def _start(path, argument, watch, environment):
-    """CPU time until it first goes quiet and wall time to the tray icon or window (ms), PSS and private dirty (MiB)."""
+    """CPU time until the first quiet moment, wall time to icon or window (ms), PSS and private dirty memory (MiB)."""
     time.sleep(PAUSE_S)
     watch.forget()
     with Program(path, argument, environment=environment) as program:

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Runs the assistant and its floors with nothing changing, and notes what they hold and do."""
+"""Measures memory, CPU time and system calls of the assistant and the floor programs while nothing changes."""
 
 import time
 
@@ -14,23 +14,23 @@ MS_PER_S = 1000
 
 FIRST_CYCLE_S = 0.6
 
-# Longer than the pause between two looks at the list file: by then the room that starting took is free again.
+# Longer than the time between two reads of the printer list: by then the memory that starting needed has been returned.
 ROOM_RETURNED_S = 4
 
-# The assistant's threads beside its status workers: its main thread and the device manager's.
+# The assistant's threads apart from its status workers: the main thread and the device manager.
 OTHER_THREADS = 2
 
 
 class Samples(dict):
-    """Lists of figures, one a round, by what they say and the number of printers."""
+    """Lists with a figure for each round, by kind and number of printers."""
 
     def note(self, what, count, value):
         self.setdefault((what, count), []).append(value)
 
 
 def run(programs, plan, window_s, thread_counts):
-    """`plan` gives by number of printers the rounds, and how many of them also look at what is done while idle. The
-    assistant and each floor take turns; bare threads are run as many as `thread_counts` says."""
+    """For each number of printers, `plan` gives the number of rounds and how many of them also measure idling. The
+    assistant and the floors take turns. Bare threads run only for the numbers in `thread_counts`."""
     samples = Samples()
     for count, (rounds, idle_rounds) in plan.items():
         folder.install(count)
@@ -49,7 +49,7 @@ def run(programs, plan, window_s, thread_counts):
 
 
 def _sample_assistant(programs, samples, count, idle_s):
-    """Returns the time over which the status workers were started, ms."""
+    """Returns the time between the starts of the first and the last status worker, in ms."""
     with Program(programs["assistant"], "-hide") as assistant:
         assistant.wait_until_settled(count + OTHER_THREADS, ROOM_RETURNED_S)
         samples.note("fill", count, assistant.main_thread_cpu() * MS_PER_S)
@@ -88,7 +88,7 @@ def _note_memory(samples, name, count, program):
 
 
 def _note_idle(samples, name, count, program, window_s):
-    """CPU time (µs) and voluntary switches a printer-second."""
+    """CPU time (µs) and voluntary switches for each printer and second."""
     switches, cpu, start = program.voluntary_switches(), program.cpu(), time.monotonic()
     time.sleep(window_s)
     cpu, elapsed, after = program.cpu() - cpu, time.monotonic() - start, program.voluntary_switches()

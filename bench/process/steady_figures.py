@@ -7,13 +7,13 @@ import statistics
 from figures import curve, row
 from steady import KIB_PER_MIB
 
-# A figure a printer that is within this of itself at fewer printers does not grow.
+# The cost of a printer counts as constant up to this ratio to the cost with fewer printers.
 SAME = 1.05
 
 
 def rows(samples, few, many, most):
-    """Memory grows from `few` to `many` printers by a slope; at `many` the costs a printer are judged, and again at
-    `most`, where they must be no higher than at `few`."""
+    """Memory for each printer is the slope from `few` to `many` printers. Other costs for each printer have limits at
+    `many`, and at `most` they must not exceed those at `few`."""
     return [
         row("PSS, 1 printer, hidden", "MiB", samples["assistant PSS", 1], samples["window PSS", 1], limit=0.97),
         row("private dirty, 1 printer, hidden", "MiB", samples["assistant private", 1], samples["window private", 1],

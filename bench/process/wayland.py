@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The same starts under Wayland: a compositor without a screen, which leaves title bars to the programs."""
+"""The same starts under Wayland, with a headless compositor that leaves title bars to the programs."""
 
 import os
 import pathlib
@@ -14,30 +14,30 @@ LOG = pathlib.Path("/tmp/weston.log")
 TIMEOUT_S = 30
 POLL_S = 0.001
 
-# A hidden start shows nothing that could be waited for.
+# A hidden start shows nothing, so it has no wall time.
 LIMITS = {"-hide": (1, None, 1, 1), "-show": (1, 1, 1, 1)}
 
 ENVIRONMENT = {"QT_QPA_PLATFORM": "wayland", "WAYLAND_DISPLAY": SOCKET,
-               # The machine's graphics driver, which the tests' sandbox hides.
+               # The machine's graphics driver, which the sandbox of the tests hides.
                "__EGL_VENDOR_LIBRARY_DIRS": "/etc/glvnd/egl_vendor.d:/usr/share/glvnd/egl_vendor.d"}
 
 
 class SurfaceWatch:
-    """Reads in the compositor's log which requests it gets."""
+    """Reads the requests of programs from the compositor's log."""
 
     def __init__(self):
         self._seen = 0
 
     def forget(self):
-        """Drops what has been logged so far."""
+        """Ignores the log so far."""
         self._seen = LOG.stat().st_size
 
     def wait_for_icon(self):
-        """There is no tray."""
+        """Returns at once: there is no tray."""
         return time.monotonic()
 
     def wait_for_window(self):
-        """Returns when (monotonic seconds) a picture was given to a surface."""
+        """Returns when (monotonic seconds) a surface got its first picture."""
         return _wait(lambda: b".attach(" in LOG.read_bytes()[self._seen:])
 
 
@@ -47,7 +47,7 @@ def measure(programs, rounds):
                                   stderr=subprocess.DEVNULL)
     try:
         _wait(pathlib.Path(os.environ["XDG_RUNTIME_DIR"], SOCKET).is_socket)
-        startup.measure(programs, SurfaceWatch(), 1, LIMITS, environment=ENVIRONMENT)  # caches
+        startup.measure(programs, SurfaceWatch(), 1, LIMITS, environment=ENVIRONMENT)  # fills caches
         return startup.measure(programs, SurfaceWatch(), rounds, LIMITS, "Wayland, ", ENVIRONMENT)
     finally:
         compositor.kill()
