@@ -5,15 +5,15 @@
 
 #include <QMutex>
 
-// GCC defines the macro, Clang answers the question; where there is none to answer, Qt's headers do: no.
+// GCC defines `__SANITIZE_THREAD__`; Clang has `__has_feature`, which Qt's headers define as 0 elsewhere.
 #if defined(__SANITIZE_THREAD__) || __has_feature(thread_sanitizer)
 
 #include <sanitizer/tsan_interface.h>
 
-/// A QMutex that tells the thread sanitizer when it is locked and unlocked. The sanitizer does not see that itself,
-/// since Qt's libraries are built without it, and would report what the mutex guards.
+/// A QMutex that tells the thread sanitizer when it is locked and unlocked. Qt's libraries are built without the
+/// sanitizer, so it cannot see this itself and would report false races.
 ///
-/// To be locked through std::lock_guard: QMutexLocker knows the base class alone.
+/// Lock it through std::lock_guard: QMutexLocker calls the functions of the base class.
 class AnnotatedMutex : public QMutex
 {
 public:

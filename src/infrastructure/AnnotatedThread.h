@@ -5,13 +5,13 @@
 
 #include <QThread>
 
-// GCC defines the macro, Clang answers the question; where there is none to answer, Qt's headers do: no.
+// GCC defines `__SANITIZE_THREAD__`; Clang has `__has_feature`, which Qt's headers define as 0 elsewhere.
 #if defined(__SANITIZE_THREAD__) || __has_feature(thread_sanitizer)
 
 #include <sanitizer/tsan_interface.h>
 
-/// A QThread that tells the thread sanitizer that what it did comes before what follows a successful wait(). The
-/// sanitizer does not see that itself when the thread has ended before it is waited for: then only Qt's libraries know.
+/// A QThread that tells the thread sanitizer: everything the thread did happened before a successful wait() returns.
+/// Qt's libraries are built without the sanitizer, so it cannot see this itself if the thread ended before the call.
 class AnnotatedThread : public QThread
 {
 public:

@@ -3,6 +3,6 @@
 
 #pragma once
 
-/// Returns the heap's free pages to the system, where the C library can do that. The C library itself keeps what lies
-/// between blocks in use. Takes 20 ms for 60 MiB, during which other threads may have to wait for memory.
+/// Returns free heap pages to the system if the C library can do so. By itself the C library keeps free pages that lie
+/// between blocks in use. Takes 20 ms for 60 MiB; other threads that need memory meanwhile may have to wait.
 void ReturnFreeMemory();

@@ -3,9 +3,9 @@
 
 #pragma once
 
-/// Lets the kernel end each pause of the calling thread up to 5 ms late.
+/// Lets the kernel end each pause of the calling thread up to 5 ms late. Child processes inherit this.
 ///
-/// Many threads that pause for the same time wake up one after another, each with a timer interrupt of its own and
-/// perhaps a sleeping core to rouse. With some leeway the kernel wakes them together: with 100 printers that is a third
-/// of what the idle program costs. Child processes inherit it.
+/// Threads that pause for the same time otherwise wake up one after another, each with its own timer interrupt and
+/// perhaps a sleeping core. With the leeway the kernel wakes them together. With 100 printers this saves a third of
+/// what the idle program costs.
 void AllowLateWakeUps();

@@ -5,7 +5,7 @@
 
 #include <QCoreApplication>
 
-// What is posted after the events were sent wakes the wait that follows: none is overslept.
+// An event that is posted after sendPostedEvents() sets m_isWoken, so that the wait returns at once.
 bool PostedEventDispatcher::processEvents(QEventLoop::ProcessEventsFlags flags)
 {
     QCoreApplication::sendPostedEvents();
@@ -26,7 +26,7 @@ bool PostedEventDispatcher::hasPendingEvents()
     return m_isWoken;
 }
 
-// Called by whichever thread posts.
+// Called on the posting thread.
 void PostedEventDispatcher::wakeUp()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -8,10 +8,10 @@
 #include <condition_variable>
 #include <mutex>
 
-/// The event loop of a thread that is reached by queued calls alone: no timers, no sockets.
+/// The event dispatcher of a thread that receives only queued calls: no timers, no sockets.
 ///
-/// Qt's own opens a descriptor for every thread, and ends the program when there is none left; desktops allow a
-/// program some thousand. This one needs none, so that any number of workers can be started.
+/// Qt's own dispatcher opens a descriptor for each thread and ends the program when none is left; desktops allow a
+/// program about a thousand. This dispatcher uses none, so descriptors do not limit the number of workers.
 class PostedEventDispatcher : public QAbstractEventDispatcher
 {
     Q_OBJECT
@@ -36,5 +36,5 @@ public:
 private:
     std::mutex m_mutex;
     std::condition_variable m_condition;
-    bool m_isWoken = false; ///< guarded by m_mutex; something was posted since the last wait
+    bool m_isWoken = false; ///< guarded by m_mutex; true if something was posted since the last wait
 };

@@ -10,10 +10,10 @@
 
 namespace {
 
-// The name, and the line end behind it. The kernel's own threads have names of up to 63 bytes.
+// A name and its line end. Names of kernel threads have up to 63 bytes.
 constexpr std::size_t NameBytes = 64;
 
-// The name of the process whose folder in `table` is called `entry`; empty when it has ended meanwhile.
+// Returns the name of the process whose folder in `table` is `entry`; empty if the process has ended.
 QString ProcessName(int table, const char* entry)
 {
     const QByteArray path = QByteArray(entry) + "/comm";

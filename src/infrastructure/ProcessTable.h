@@ -5,9 +5,9 @@
 
 #include <QString>
 
-/// The length to which the process table cuts names.
+/// The process table cuts names to this length.
 constexpr int ProcessNameCharacters = 15;
 
-/// How many processes of all users, zombies and the caller too, have the name `name` in any case; 0 when the process
-/// table cannot be read. `name` has at most ProcessNameCharacters characters.
+/// Returns how many processes have the name `name`, ignoring case: of all users, with zombies and the caller. Returns 0
+/// when the process table cannot be read. `name` has at most ProcessNameCharacters characters.
 int CountProcesses(const QString& name);

@@ -12,7 +12,7 @@
 
 namespace {
 
-// Of a path with a zero character the system would open what stands before it.
+// Returns the empty path for a path with a zero character: the system would open the part before it.
 QByteArray EncodedPath(const QString& path)
 {
     return path.contains(QChar::Null) ? QByteArray() : QFile::encodeName(path);
@@ -25,7 +25,7 @@ RegularFile::RegularFile(const QString& path)
 {
 }
 
-// Not blocking: opening a FIFO without a writer would wait for ever.
+// O_NONBLOCK: opening a FIFO without a writer would otherwise block for ever.
 RegularFile::RegularFile(const QByteArray& encodedPath)
     : m_descriptor(open(encodedPath.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC))
 {

@@ -6,31 +6,31 @@
 #include <QByteArray>
 #include <QString>
 
-/// A file opened for reading only if it is a regular one, links followed; never blocks, also not on a FIFO.
+/// A file that is opened only if it is a regular file, links followed. Opening never blocks, not even on a FIFO.
 ///
-/// What was opened is what was looked at: replacing the path meanwhile cannot put another kind of file in its place.
-/// Closed with the object.
+/// The check applies to the opened file: replacing the path meanwhile cannot put another kind of file in its place.
+/// The destructor closes the file.
 class RegularFile
 {
 public:
     explicit RegularFile(const QString& path);
-    /// The same with a path in the file system's encoding; the empty path is no file.
+    /// Takes a path in the file system's encoding; the empty path is no file.
     explicit RegularFile(const QByteArray& encodedPath);
     ~RegularFile();
     RegularFile(const RegularFile&) = delete;
     RegularFile& operator=(const RegularFile&) = delete;
 
-    /// False when the path could not be opened or is anything but a regular file.
+    /// False when the path could not be opened or is not a regular file.
     bool isOpen() const
     {
         return m_descriptor >= 0;
     }
-    /// Size in bytes when it was opened.
+    /// The size in bytes at the time of opening.
     qint64 size() const
     {
         return m_size;
     }
-    /// Reads up to `capacity` bytes from the present position and returns how many were really read.
+    /// Reads up to `capacity` bytes from the current position and returns the number of bytes read.
     unsigned long read(unsigned char* buffer, unsigned long capacity) const;
 
 private:

@@ -28,6 +28,6 @@ int RunShellCommand(const char* format, ...)
                        QStringLiteral("command refused: %d bytes do not fit into %d"), length, MaximumCommandBytes);
         return -1;
     }
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment while workers run
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): no code changes the environment while workers run
     return system(command.data());
 }

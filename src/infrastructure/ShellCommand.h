@@ -3,8 +3,7 @@
 
 #pragma once
 
-/// Formats a command printf-style, text arguments in the local 8-bit encoding, and runs it with the C library's
-/// system(), waiting for its end. Returns what system() returned. A command that does not fit into 255 bytes is not
-/// run: the log says so, and the result is -1. The arguments reach a shell as they are: whoever calls this answers for
-/// them.
+/// Formats a command in printf style, with text arguments in the local 8-bit encoding, runs it with the C library's
+/// system() and waits for its end. Returns the result of system(). A command of more than 255 bytes is not run but
+/// logged, and the result is -1. Arguments are not quoted: the caller must make them safe for a shell.
 __attribute__((format(printf, 1, 2))) int RunShellCommand(const char* format, ...);

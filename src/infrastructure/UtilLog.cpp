@@ -21,10 +21,10 @@ namespace {
 constexpr qint64 MaximumLogSizeBytes = 1048576;
 constexpr std::size_t MessageBufferBytes = 1024;
 
-// Read before the lock by every writer: while the log is off, a call costs this load and a branch.
+// Writers read this flag before they take the lock: a call costs one load and a branch while the log is off.
 std::atomic<bool> s_bEnable{false};
 int s_iLogIndex = 0;
-// Never destroyed: a worker that was let go may write a line while static objects are being destroyed.
+// Never destroyed: a worker that was left running may write a line while static objects are being destroyed.
 QString& s_strLogNameTmp = *new QString;
 QString& s_strLogName = *new QString;
 // Serialises every write and every change of file.
@@ -42,7 +42,7 @@ QString LogLine(const char* file, int line, const char* function, const QString&
         QString::fromUtf8(function) + QStringLiteral(") ") + message + QLatin1Char('\n');
 }
 
-// The line that pushes a file over the limit still belongs to it: the change comes with the next line.
+// The line that exceeds the limit stays in its file; the next line starts a new one.
 void ContinueInNextFileWhenFull()
 {
     if (QFile(s_strLogName).size() > MaximumLogSizeBytes) {
@@ -63,7 +63,7 @@ void WriteLine(const char* file, int line, const char* function, const QString& 
 {
     const std::lock_guard<AnnotatedMutex> lock(s_mutexLog);
     std::array<char, MessageBufferBytes> message{};
-    // The format is the caller's: each is a literal at its call.
+    // The compiler cannot check this format. Every caller passes a literal.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
     vsnprintf(message.data(), message.size(), format.toLocal8Bit().constData(), arguments);
@@ -84,7 +84,7 @@ void SetLogEnable(bool bEnable)
     s_iLogIndex = 0;
     s_strLogNameTmp = QString::fromLatin1(FixedPaths::ToolDirectory);
     QDir().mkpath(s_strLogNameTmp);
-    // The directory ends in a slash already; for the second one see docs/contract.md.
+    // The directory already ends in a slash. See docs/contract.md for the second one.
     s_strLogNameTmp += QStringLiteral("/") + QStringLiteral("log_tool") +
         QDateTime::currentDateTime().toString(QStringLiteral("_yyyyMMdd_hhmmss_"));
     s_strLogName = LogFileName(s_iLogIndex);

@@ -7,11 +7,12 @@
 
 #include <atomic>
 
-/// Base of the long-running workers: the two flags of a loop that never returns to its thread's event loop, and a
+/// Base class of the workers, whose loops never return to their threads' event loops. It has the loop's two flags and a
 /// pause that a stop request ends early.
 ///
-/// Derived classes offer SlotTaskStart(), which sets `bTaskStarted` and loops until WaitForSleep() tells it to stop,
-/// and SlotThreadQuit(), which sets `bThreadQuit`. Neither flag is ever cleared: an ended worker is not started again.
+/// A derived class has the slots SlotTaskStart(), which sets `bTaskStarted` and loops until WaitForSleep() returns
+/// true, and SlotThreadQuit(), which sets `bThreadQuit`. Neither flag is ever cleared: a worker cannot be started
+/// again.
 class UtilThreadBase : public QObject
 {
     Q_OBJECT
@@ -20,13 +21,13 @@ public:
     explicit UtilThreadBase(QObject* parent);
     ~UtilThreadBase() override = default;
 
-    /// Sleeps for about `ms` milliseconds in the calling thread and returns whether a stop was requested.
-    /// From 500 ms on the pause is taken in slices of 500 ms, with a look at the flag before each; what is left
-    /// over (and any pause below 500 ms) is slept in one piece. Zero and negative values do not sleep.
+    /// Sleeps for about `ms` milliseconds on the calling thread and returns whether a stop was requested. The pause
+    /// consists of slices of 500 ms and a remainder. The flag is checked before each slice and at the end. Zero and
+    /// negative values do not sleep.
     bool WaitForSleep(int ms) const;
 
-    /// Set by the worker's start slot; read and written in the worker's thread alone.
+    /// Set by the worker's start slot; used only on the worker's thread.
     bool bTaskStarted = false;
-    /// Stop request. Set from any thread: a queued call does not reach a worker while its loop runs.
+    /// Stop request; may be set from any thread. A queued call does not reach a worker while its loop runs.
     std::atomic<bool> bThreadQuit{false};
 };
