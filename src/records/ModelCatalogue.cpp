@@ -10,7 +10,7 @@ namespace {
 constexpr int FamilyVendorId = 0x34FA;
 constexpr int OtherGroupVendorId = 0x300E;
 
-// Display name and driver file follow from the model code.
+// The display name and the driver file follow from the model code.
 stModelInfo Model(const QString& code, int pid)
 {
     return {code, QStringLiteral("QV ") + code, QStringLiteral("Tolmar_") + code + QStringLiteral(".ppd"),
@@ -37,7 +37,7 @@ struct ProductPattern
     int pid;
 };
 
-// The question mark is a character of the name, not a wildcard.
+// The question mark is part of the name, not a wildcard.
 constexpr std::array<ProductPattern, 5> c_productPatterns{{
     {"TP40D?", 0x1061},
     {"TP40DN?", 0x1062},

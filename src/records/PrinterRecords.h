@@ -8,7 +8,7 @@
 
 static_assert(sizeof(unsigned long) == 8, "the counters are 64 bits wide and are printed with %lu");
 
-/// What a printer is doing; also the row of c_strStatusLanguageText.
+/// What a printer is doing. The value is also the row of c_strStatusLanguageText.
 enum enPrinterStatus : int
 {
     PS_UNKNOWN = 0,
@@ -25,7 +25,7 @@ enum enPrinterStatus : int
     PS_REPORTING = 11
 };
 
-/// One error or warning condition; also the row of c_strErrorDescText and c_strErrorSolutionText.
+/// One error or warning. The value is also the row of c_strErrorDescText and c_strErrorSolutionText.
 enum enErrorStatus : int
 {
     ERR_UNKNOWN = 0,
@@ -70,7 +70,7 @@ enum enErrorStatus : int
     ERR_FLATBED_SCAN = 39,
     ERR_ADF_SCAN_NO_PAPER = 40,
     ERR_FILE_SIZE_LIMIT = 41,
-    ERR_PRINTER_BREAKDOWN_2 = 42, // same texts as 4, from other raw codes; kept apart so that logs tell them apart
+    ERR_PRINTER_BREAKDOWN_2 = 42, // same texts as 4, but other raw codes; logs distinguish the two
     ERR_IP_SETTINGS = 43,
     ERR_IP_CONFLICT = 44,
     ERR_AUTH_FAILED = 45,
@@ -80,22 +80,22 @@ enum enErrorStatus : int
     ERR_NETSEC_ON = 49,
     ERR_PRINTING = 50
 };
-// Held by lists in place instead of in a heap block each.
+// Lets lists store the values in place instead of in a heap block for each.
 Q_DECLARE_TYPEINFO(enErrorStatus, Q_PRIMITIVE_TYPE);
 
-/// How a printer is attached: any value but CONNECT_TYPE_USB means the network.
+/// How a printer is attached. Every value except CONNECT_TYPE_USB means the network.
 enum enConnectType : int
 {
     CONNECT_TYPE_USB = 1
 };
 
-/// One printer as the driver package lists it. Two records denote the same printer when name and port are equal.
+/// One printer as the driver package lists it. For what makes two of them the same printer see docs/contract.md.
 struct stPrinterInfo
 {
-    QString strPrinterName; ///< print queue name; names the status file and is what the user sees
-    QString enType = QStringLiteral("-1"); ///< model text, not a number in spite of its prefix
+    QString strPrinterName; ///< print queue name; names the status file; shown to the user
+    QString enType = QStringLiteral("-1"); ///< model text; not a number despite its prefix
     int iConnectType = 0; ///< enConnectType
-    QString strPort; ///< for a network printer the address that the table shows
+    QString strPort; ///< for a network printer, the address that the table shows
     QString strURI; ///< device URI
 };
 
@@ -107,13 +107,13 @@ struct stPrinterState
     QString strFWVersion;
     QString strVenderName;
     QString strProductName;
-    int iNumberOfError = 0; ///< as reported; the QZ family always has 1, so use the length of the list
+    int iNumberOfError = 0; ///< as reported, always 1 in the QZ family; use the length of the list
     int iNumberOfWarning = 0; ///< as reported; see iNumberOfError
     QList<enErrorStatus> listError; ///< in the order of the reply
     QList<enErrorStatus> listWarning; ///< in the order of the reply
     QString strSupplySerialNumber; ///< of the toner cartridge
     int enSpplyType = 0; ///< only 0 is defined
-    unsigned long dwRemainingToner = 0; ///< hundredths of a percent; whole percents in the QZ family
+    unsigned long dwRemainingToner = 0; ///< hundredths of a percent; whole percent in the QZ family
     unsigned long dwWasteToner = 0;
     unsigned long dwOPCRotation = 0;
     unsigned long dwNumberOfPages = 0; ///< of the cartridge
@@ -121,7 +121,7 @@ struct stPrinterState
     unsigned long dwPrintDotsCount = 0;
     unsigned long dwPrinterNumOfPages = 0; ///< of the printer
     unsigned long dwPrinterNumOfPrint = 0; ///< of the printer
-    int iFailCount = 0; ///< consecutive status reads that failed
+    int iFailCount = 0; ///< consecutive failed reads
 };
 
 /// One element of the shared printer list.

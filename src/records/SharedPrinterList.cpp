@@ -12,7 +12,7 @@
 
 namespace {
 
-// A print queue as the workers of one index know it.
+// The key of the book of cancelling: a print queue at one index of a list.
 struct QueuePlace
 {
     const QList<stPrinterManager>* list;
@@ -25,7 +25,7 @@ struct QueuePlace
     }
 };
 
-// The last write-back to an index: which printer it was, and the count then.
+// The printer of the last write-back to an index, and the number of write-backs by then.
 struct LastWrite
 {
     QString name;
@@ -35,15 +35,15 @@ struct LastWrite
 
 struct Book
 {
-    std::mutex mutex; // a standard mutex, which, unlike Qt's, thread sanitizers see through
+    std::mutex mutex; // not a QMutex, which the thread sanitizer does not understand
     unsigned long writeCount = 0;
     std::map<std::pair<const QList<stPrinterManager>*, int>, LastWrite> lastWrites;
-    // Where the list has shrunk and grown again a printer has several workers, all of which see it start cancelling:
-    // while one runs the command, the others must not take the next job as well.
+    // When a list has shrunk and grown again, several workers watch one printer and see it start cancelling. While one
+    // of them runs the command, the others must not cancel the next job as well.
     std::set<QueuePlace> cancelling;
 };
 
-// Never deleted: a command may last longer than main().
+// Never deleted: a worker's command may outlast main().
 Book& TheBook()
 {
     static auto* const s_book = new Book;
@@ -69,7 +69,7 @@ bool IsStillListed(const QList<stPrinterManager>* list, const stPrinterInfo& pri
     return listed.strPrinterName == printer.strPrinterName && listed.strURI == printer.strURI;
 }
 
-// A list that was replaced by an equal one in between does not count: nobody has written to it.
+// Replacing the list by an equal one does not count as a write.
 bool IsWrittenSince(const LastWrite& last, const stPrinterInfo& printer, const SharedPrinterList::Origin& origin)
 {
     return last.count > origin.writeCount && last.name == printer.strPrinterName && last.uri == printer.strURI;
@@ -94,8 +94,8 @@ void SharedPrinterList::assign(QList<stPrinterManager>* list)
     m_list = list;
 }
 
-// Record by record. A copy of the list would share its elements until a worker writes one: read without the lock by
-// whoever has the copy, written under it, and the worker would first copy them all.
+// Copies record by record. A copy of the QList would share its elements with the list: they would be read without the
+// lock, and the next worker that writes one would first copy them all.
 QList<stPrinterInfo> SharedPrinterList::copyInfos() const
 {
     QList<stPrinterInfo> printers;
@@ -127,7 +127,7 @@ bool SharedPrinterList::replaceIfChanged(const QList<stPrinterInfo>& printers,
                                          const std::function<QList<stPrinterManager>()>& makeList,
                                          const std::function<void()>& tell)
 {
-    // Declared before the lock: the old list is freed after the lock is released.
+    // Declared before the lock, so that the old list is freed after the lock is released.
     QList<stPrinterManager> list;
     const std::lock_guard<std::mutex> lock(TheBook().mutex);
     if (m_list == nullptr || HasSamePrinters(*m_list, printers)) {
@@ -139,9 +139,10 @@ bool SharedPrinterList::replaceIfChanged(const QList<stPrinterInfo>& printers,
     return true;
 }
 
-// Compared and written under one lock: a rebuild in between would reset the row with no signal to follow. The start of
-// a cancellation counts as a write: what other workers have read before it is older. What they read during the command
-// is taken when it shows that the printer has gone on; all else would make the cancelling state start a second time.
+// One lock covers comparison and write: if the list were replaced between them, the row would be reset without a
+// signal. The start of a cancellation counts as a write, because what other workers have read before is older. While
+// the command runs, a result is taken only if it is evaluated and shows another status; any other would make the
+// cancelling status start a second time.
 SharedPrinterList::WriteBack SharedPrinterList::writeBack(const stPrinterManager& printer, bool isEvaluated,
                                                           Origin& origin)
 {
@@ -172,7 +173,7 @@ SharedPrinterList::WriteBack SharedPrinterList::writeBack(const stPrinterManager
     return hasChanged ? WriteBack::Changed : WriteBack::Unchanged;
 }
 
-// The command may take long: the list may be another by its end, or let go.
+// The command may take long. By its end the list may have been replaced or let go.
 SharedPrinterList::WriteBack SharedPrinterList::writeBackCancelled(const stPrinterManager& printer,
                                                                    const Origin& origin)
 {
