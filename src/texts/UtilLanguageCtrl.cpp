@@ -7,8 +7,8 @@
 
 #include <array>
 
-// The rows stand in StatusTexts.inc and ErrorTexts.inc. What follows does not compile when a row is missing, out of
-// order or there twice.
+// StatusTexts.inc and ErrorTexts.inc contain the rows. The checks below do not compile when a row is missing, out of
+// order or repeated.
 #pragma GCC diagnostic error "-Wswitch"
 
 namespace {
@@ -63,7 +63,7 @@ static_assert(c_statusRows.size() + 1 == StatusTextRows && c_errorRows.size() ==
 
 } // namespace
 
-// String literals carry their own storage: building the tables at start-up copies no text.
+// QStringLiteral texts are static data: building the tables at start-up copies no text.
 
 #define STATUS_TEXT(status, english, chinese) {QStringLiteral(english), QStringLiteral(chinese)},
 const QString c_strStatusLanguageText[StatusTextRows][TextLanguages] = {

@@ -5,8 +5,8 @@
 
 #include <QString>
 
-// Every text about a printer's condition. Row: the enumeration value; column: the language, 0 English, 1 Chinese.
-// Built before main(), never written. Values that the code mappings produce are always in range.
+// The texts about a printer's status and conditions. Row: the enumeration value; column: the language, 0 English, 1
+// Chinese. Built before main() and never written. Values from the code mappings are always in range.
 
 constexpr int TextLanguages = 2;
 constexpr int StatusTextRows = 13;
