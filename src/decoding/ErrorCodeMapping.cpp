@@ -3,8 +3,8 @@
 
 #include "StatusCodeMapping.h"
 
-// One table, longer than a function should be: every code stands in it once, ascending. Gaps between neighbours are
-// the printers' own; a code that is not listed is not known to mean what its neighbours mean.
+// This function is long because it is one table: each code once, in ascending order. The gaps are intended: an unlisted
+// code does not mean what its neighbours mean.
 enErrorStatus GetErrorStatusEnum(unsigned long code)
 {
     switch (code) {

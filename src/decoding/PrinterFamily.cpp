@@ -17,7 +17,7 @@ bool AnyName(const QString& /*name*/)
 
 constexpr std::array<PrinterFamily, 2> c_families{{
     {IsQZPrinterName, &UtilPrinterStatus::parseRecvBuf_QZ, GetPrinterStatusEnum_QZ, 1, false},
-    // The last one: it has every queue that no other family has.
+    // Must be last: it has every queue that no other family has.
     {AnyName, &UtilPrinterStatus::parseRecvBuf, GetPrinterStatusEnum, 100, true},
 }};
 

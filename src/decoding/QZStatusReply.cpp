@@ -27,7 +27,7 @@ enum QZItemType : unsigned long
     QZ_TONER = 0x001D
 };
 
-// Raw status codes by state less one. 12, the fourth machine state, has no status of its own.
+// Raw status codes; the index is the state minus 1. Code 12, the fourth machine state, maps to no status.
 constexpr std::array<unsigned char, 4> c_machineState{{3, 4, 5, 12}};
 constexpr std::array<unsigned char, 3> c_jobState{{10, 8, 9}};
 
@@ -37,7 +37,7 @@ bool IsKnownItem(unsigned long type)
         type == QZ_TONER;
 }
 
-// An item without data takes the byte where its data would begin; 0 when the reply ends there.
+// An item without data has the value of the byte where its data would begin, or 0 when the reply ends there.
 unsigned long CodeValue(const unsigned char* buffer, unsigned long length, unsigned long dataStart, unsigned long n)
 {
     return dataStart < length ? UtilPrinterStatus::byteToDWORD(buffer + dataStart, n) : 0;
@@ -59,8 +59,8 @@ void StoreStatus(UtilPrinterStatus& reply, unsigned long type, unsigned char val
     }
 }
 
-// Returns how many bytes of the item's data to skip: none for an item that is not stored, whose data are then read as
-// the next item's header.
+// Returns how many data bytes to skip. An item that is not stored skips none: its data are read as the next item's
+// header.
 unsigned long StoreItem(UtilPrinterStatus& reply, const unsigned char* buffer, unsigned long length,
                         unsigned long position)
 {
@@ -87,7 +87,7 @@ unsigned long StoreItem(UtilPrinterStatus& reply, const unsigned char* buffer, u
         storeCode(reply.byWarningCode, reply.vecWarningCode, reply.dwWarningCount);
         return dataLength;
     case QZ_TONER:
-        // The level is the third data byte whatever the length says.
+        // The level is the third data byte, whatever the item's length.
         if (position + TonerLevelItemOffset < length) {
             reply.setSuppliesData(RemainingTonerRecord, buffer + position + TonerLevelItemOffset, 1);
         }
@@ -101,7 +101,7 @@ unsigned long StoreItem(UtilPrinterStatus& reply, const unsigned char* buffer, u
 
 unsigned int DecodeQZReply(UtilPrinterStatus& reply, const unsigned char* buffer, unsigned long length)
 {
-    // Not a broken reply but one that says nothing: the printer then counts as answering, with its status unknown.
+    // This reply is valid but says nothing: the printer counts as answering, with an unknown status.
     if (length < MinimumReplyBytes || buffer[ItemCountOffset] == 0) {
         return 1;
     }

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Index: raw status code 0 to 19.
+// The index is the raw status code, 0 to 19.
 constexpr std::array<enPrinterStatus, 20> c_standardStatus{{
     PS_READY,    PS_INITIALIZE, PS_BUSY,    PS_CANCELING_JOB, // 0 to 3
     PS_UNKNOWN,  PS_UNKNOWN,    PS_UNKNOWN, PS_UNKNOWN, // 4 to 7
@@ -16,7 +16,7 @@ constexpr std::array<enPrinterStatus, 20> c_standardStatus{{
     PS_PRINTING, PS_SCANNING,   PS_COPYING, PS_REPORTING // 16 to 19
 }};
 
-// Index: raw status code less 2. The codes mostly equal the enumeration, but 7 has no meaning and 18 is reporting.
+// The index is the raw status code minus 2. Codes mostly equal the enumeration, but 7 has no meaning; 18 is reporting.
 constexpr unsigned long FirstQZStatusCode = 2;
 constexpr std::array<enPrinterStatus, 17> c_qzStatus{{
     PS_OFFLINE, PS_READY, PS_INITIALIZE, PS_BUSY, // 2 to 5
@@ -35,7 +35,7 @@ enPrinterStatus GetPrinterStatusEnum(unsigned long code)
 
 enPrinterStatus GetPrinterStatusEnum_QZ(unsigned long code)
 {
-    // Unsigned: the codes 0 and 1 wrap round to beyond the end of the table.
+    // Unsigned: the codes 0 and 1 wrap round to an index beyond the table.
     const unsigned long index = code - FirstQZStatusCode;
     return index < c_qzStatus.size() ? c_qzStatus[index] : PS_UNKNOWN;
 }

@@ -5,13 +5,13 @@
 
 #include "PrinterRecords.h"
 
-// Raw codes of the replies to enumerations. Pure and total: a code without a mapping gives 0.
+// These pure functions map the raw codes of replies to enumerations. A code without a mapping gives 0.
 
-/// Status code of the standard family.
+/// Maps a status code of the standard family.
 enPrinterStatus GetPrinterStatusEnum(unsigned long code);
-/// Status code of the QZ family.
+/// Maps a status code of the QZ family.
 enPrinterStatus GetPrinterStatusEnum_QZ(unsigned long code);
-/// Error or warning code, of both families.
+/// Maps an error or warning code of either family.
 enErrorStatus GetErrorStatusEnum(unsigned long code);
-/// Supply type. The reply carries one, but no value has a meaning of its own: always 0.
+/// Returns 0 for every supply type: no value has a meaning of its own.
 int GetTonerTypeEnum(unsigned long value);

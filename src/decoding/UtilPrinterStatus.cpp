@@ -27,14 +27,14 @@ enum SupplyRecordType : unsigned long
     SUPPLY_PRINTER_NUM_OF_PRINT = 0x1102
 };
 
-// Leaves the field's last byte alone, so that a text keeps its terminating zero.
+// Does not write the field's last byte, so that a text keeps its terminating zero.
 template <typename Byte, std::size_t Capacity>
 void CopyCut(Byte (&field)[Capacity], const unsigned char* data, unsigned long n)
 {
     std::memcpy(field, data, std::min<unsigned long>(n, Capacity - 1));
 }
 
-// A walk over a standard reply that never leaves it: each read tells whether its bytes were there.
+// Reads a standard reply from front to back, never outside it. Each read returns whether its bytes were there.
 class ReplyReader
 {
 public:
@@ -44,7 +44,7 @@ public:
     {
     }
 
-    // The next n bytes, or null when there are fewer.
+    // Returns the next n bytes, or null if fewer are left.
     const unsigned char* take(unsigned long n)
     {
         if (n > m_left) {
@@ -56,7 +56,7 @@ public:
         return data;
     }
 
-    // A raw field is one byte longer than what it holds.
+    // A raw field is one byte longer than its content.
     template <std::size_t Capacity> bool read(unsigned char (&field)[Capacity])
     {
         const unsigned char* data = take(Capacity - 1);
@@ -86,7 +86,7 @@ public:
         if (data == nullptr) {
             return false;
         }
-        // Byte by byte: for a name's few bytes a string instruction, which memcpy becomes on x86-64, takes longer.
+        // Copies byte by byte: memcpy becomes a string instruction on x86-64, which is slower for short names.
         std::copy_n(data, std::min<unsigned long>(length, TextCapacity - 1), text);
         return true;
     }
@@ -108,7 +108,7 @@ public:
         return true;
     }
 
-    // A record without data takes its value from the first byte of the data before it, of whatever record.
+    // A record without data has the value of the first data byte of the last record with data, or 0 if there is none.
     bool readSupplies(unsigned long count, UtilPrinterStatus& status)
     {
         const unsigned char none = 0;
@@ -142,7 +142,7 @@ unsigned int UtilPrinterStatus::parseRecvBuf(unsigned char* buffer, unsigned lon
 {
     ReplyReader reply(buffer, length);
     unsigned long firmwareVersionLength = 0;
-    // A line a field, in the order of the reply.
+    // One line for each field, in the order of the reply.
     // clang-format off
     const bool complete =
         reply.take(UnreadHeaderBytes) != nullptr &&
@@ -196,7 +196,7 @@ void UtilPrinterStatus::setSuppliesData(unsigned long type, const unsigned char*
         break;
     case SUPPLY_NUMBER_OF_PAGES:
         store(byNumberOfPages, dwNumberOfPages);
-        // A reply that counts pages alone reports them as prints too; a record of prints that follows takes over.
+        // A reply that counts only pages reports them as prints too. A prints record that follows replaces the number.
         [[fallthrough]];
     case SUPPLY_NUMBER_OF_PRINT:
         store(byNumberOfPrint, dwNumberOfPrint);

@@ -9,22 +9,22 @@
 
 #include <vector>
 
-/// Decodes one raw status reply of a printer into plain fields: bounds are checked, nothing is interpreted.
+/// Decodes one raw status reply into plain fields. It checks bounds and interprets nothing.
 ///
-/// One object a reply: constructed zeroed, filled by one parse, read by the caller. Integers in replies are unsigned
-/// and big-endian. A raw field `by…` holds the bytes as they came and one zero byte more; a text `sz…` is UTF-8 and
-/// always ends in a zero byte. What is longer than its field is cut.
+/// Use one object for each reply: the constructor zeroes it and one parse fills it. Integers in replies are unsigned
+/// and big-endian. A raw field `by…` holds the received bytes and one more zero byte. A text `sz…` is UTF-8 and always
+/// ends in a zero byte. Data that are longer than their field are cut.
 class UtilPrinterStatus
 {
 public:
     /// Decodes a reply of the standard family (docs/formats.md). Returns 1 when every field up to the last supplies
-    /// record lay inside `length` bytes, else 0, with the fields filled up to the one that did not.
+    /// record lies inside `length` bytes. Otherwise returns 0, with the fields filled up to the first that does not.
     unsigned int parseRecvBuf(unsigned char* buffer, unsigned long length);
-    /// Decodes a reply of the QZ family: status, error and warning codes and the remaining toner alone. Returns 0
-    /// when the data of an item that it knows runs past the end, else 1, also for a reply that ends between items.
+    /// Decodes a reply of the QZ family: only status, error and warning codes and the remaining toner. Returns 0 when
+    /// the data of a known item extend past the end, otherwise 1, also for a reply that ends between items.
     unsigned int parseRecvBuf_QZ(unsigned char* buffer, unsigned long length);
 
-    /// The `n` bytes at `p` as an integer for n = 2, 3 or 4; for every other n, also 0, the byte at `p`.
+    /// Returns the `n` bytes at `p` as an integer if n is 2, 3 or 4; for every other n, also 0, the byte at `p`.
     static unsigned long byteToDWORD(const unsigned char* p, unsigned long n)
     {
         switch (n) {
@@ -38,10 +38,10 @@ public:
             return p[0];
         }
     }
-    /// Stores a supplies record; an unknown `type` is ignored. `data` holds at least one byte, and n of them up to
-    /// the longest field, 64.
+    /// Stores a supplies record; ignores an unknown `type`. `data` must hold at least one byte, and `n` bytes or 64,
+    /// the length of the longest field, if `n` is greater.
     void setSuppliesData(unsigned long type, const unsigned char* data, unsigned long n);
-    /// The raw status code; see docs/contract.md.
+    /// Returns `byStatus`, the raw status code, which the object owns; see docs/contract.md.
     unsigned char* getPrinterStatusValue();
 
     std::vector<unsigned long> vecErrorCode; ///< in the order of the reply
@@ -68,7 +68,7 @@ public:
     unsigned char byWarningCount[2] = {};
     unsigned char byWarningCode[3] = {}; ///< the last code read; all three bytes are used
     unsigned long dwExtraInfoLen = 0;
-    unsigned long dwErrorCount = 0; ///< standard: number of codes; QZ: 1 when the last error item was not 0000
+    unsigned long dwErrorCount = 0; ///< standard: number of codes; QZ: 1 if the last error item was not 0000
     unsigned long dwWarningCount = 0; ///< like dwErrorCount
     unsigned long dwStatus = 0; ///< raw status code
     char szFWVersion[256] = {};
