@@ -18,7 +18,7 @@
 namespace {
 
 constexpr qint64 MaximumListSizeBytes = 1048576;
-// Stands for an "@" while QSettings reads: U+FDD0, one of Unicode's noncharacters, which no text holds.
+// Replaces an "@" while QSettings reads: U+FDD0, a Unicode noncharacter, which no text contains.
 constexpr char StandInBytes[] = "\xEF\xB7\x90";
 constexpr QChar StandIn(0xFDD0);
 
@@ -31,8 +31,8 @@ int DigitValue(char c)
     return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : 16;
 }
 
-// The character that the escape sequence behind a backslash gives by its number, in 16 bits like QSettings has it; 0
-// for all others. Moves `at` to its end.
+// Returns the character of a numeric escape sequence, in 16 bits like QSettings, and 0 for all other sequences. Moves
+// `at` from behind the backslash to the end of the sequence.
 char16_t NumberedCharacter(const QByteArray& ini, int& at)
 {
     const int base = ini.at(at) == 'x' ? 16 : 8;
@@ -49,7 +49,7 @@ char16_t NumberedCharacter(const QByteArray& ini, int& at)
     return static_cast<char16_t>(value);
 }
 
-// An "@" of the text: where its bytes are, and where the condensed text has it.
+// An "@" of the text: its byte range there and its position in the condensed text.
 struct AtSign
 {
     int begin;
@@ -57,8 +57,8 @@ struct AtSign
     int condensedAt;
 };
 
-// The text without anything that QSettings might pass over between two characters of a value, be it quotes, blanks,
-// line ends, byte order marks or escape sequences that stand for nothing; numbered ones are resolved.
+// Removes everything that QSettings might skip between two characters of a value: quotes, blanks, line ends, byte order
+// marks and escape sequences without a value. Resolves numeric escape sequences.
 QByteArray Condensed(const QByteArray& ini, QVector<AtSign>& atSigns)
 {
     QByteArray text;
@@ -81,7 +81,7 @@ QByteArray Condensed(const QByteArray& ini, QVector<AtSign>& atSigns)
     return text;
 }
 
-// Behind another @, QSettings takes it for text.
+// QSettings takes an "@" behind another "@" as text.
 bool MayBeginStoredObject(const QByteArray& condensed, int at)
 {
     const auto continuesWith = [&condensed, at](const char* word) {
@@ -90,8 +90,8 @@ bool MayBeginStoredObject(const QByteArray& condensed, int at)
     return (at == 0 || condensed.at(at - 1) != '@') && (continuesWith("@Variant(") || continuesWith("@DateTime("));
 }
 
-// The text with the stand-in for each "@" that might begin a stored object if it began a value, wherever it stands:
-// which "@" does begin one is known only when QSettings has read the text.
+// Replaces each "@" that would begin a stored object at the beginning of a value, wherever it stands: only QSettings
+// can tell where values begin.
 QByteArray WithoutStoredObjects(const QByteArray& ini)
 {
     QVector<AtSign> atSigns;
@@ -121,7 +121,7 @@ bool Write(int descriptor, const QByteArray& text)
     return true;
 }
 
-// A second later than that of the file before, whatever the clock says.
+// Sets a timestamp one second after that of the previous copy, independently of the clock.
 bool SetTimeOfItsOwn(int descriptor)
 {
     static std::atomic<time_t> s_seconds{0};

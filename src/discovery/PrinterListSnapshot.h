@@ -7,13 +7,13 @@
 
 class QVariant;
 
-/// What the printer list file said at one moment, as a file in memory for QSettings to read: nobody changes it between
-/// the look at it and the parse, and QSettings, which knows files by size and time, takes none for another.
+/// A copy of the printer list in a memory file, for QSettings to read. The copy cannot change between check and parse.
+/// It has its own timestamp, because QSettings identifies files by size and timestamp.
 ///
-/// A list that is missing, no regular file or larger than 1 MiB is not usable. A value that holds a stored object
-/// (`Name=@Variant(...)`) counts as missing. QSettings would bring such an object to life, whatever it is: a hundred
-/// bytes that announce a list of two thousand million elements, or lists nested deep enough, end the program. Texts and
-/// numbers are never written so.
+/// A list that is missing, not a regular file or larger than 1 MiB is not usable. A value that holds a stored object
+/// (`Name=@Variant(...)`) counts as missing. QSettings would create any such object: a hundred bytes that announce a
+/// list of two thousand million elements, or deeply nested lists, would end the program. Texts and numbers never have
+/// this form.
 class PrinterListSnapshot
 {
 public:
@@ -26,9 +26,9 @@ public:
     {
         return m_descriptor >= 0;
     }
-    /// Where this process reads it, as long as the object lives.
+    /// The path by which this process can read the copy while the object lives.
     QString path() const;
-    /// The text of a value that QSettings has read from there.
+    /// The text of a value that QSettings has read from the copy; empty for a stored object.
     static QString text(const QVariant& value);
 
 private:

@@ -16,11 +16,11 @@
 namespace {
 
 constexpr int RescanIntervalMs = 3000;
-// Far beyond what a desktop has installed; a greater count is a broken file.
+// Far more than a desktop has installed; a greater count comes from a broken file.
 constexpr int MaximumPrinterCount = 1000;
-// After a change of the list. The window starts a worker for each new printer and signals each start to all workers:
-// with a thousand printers, half a million queued calls take 60 MiB. The workers have emptied their queues by the next
-// pass, on a busy machine by the second.
+// The passes after a change of the list that return memory. The window signals each start of a worker to all workers: a
+// thousand new printers take half a million queued calls, 60 MiB. The workers have drained their queues by the next
+// pass, or on a busy machine by the second.
 constexpr int PassesToReturnMemory = 2;
 
 } // namespace
@@ -111,8 +111,8 @@ void TrdDeviceManage::SlotThreadQuit()
     bThreadQuit = true;
 }
 
-// The signal goes into the receiver's queue before any worker sees the new list. Otherwise a worker could fill its
-// record and speak of it first: the rows, made afresh after that, would keep their initial texts until the next change.
+// The signal is queued before any worker can see the new list. Otherwise a worker's signal about its new record could
+// arrive first. The window would then reset the row, which would keep its initial texts until the next change.
 bool TrdDeviceManage::ReplaceListIfChanged(const QList<stPrinterInfo>& printers)
 {
     return pPrinterList.replaceIfChanged(

@@ -9,11 +9,11 @@
 
 class QTextCodec;
 
-/// Reads the driver package's printer list every three seconds and, when the set of printers has changed, replaces
-/// the shared printer list and says so.
+/// Reads the printer list every three seconds. When the printers have changed, it replaces the shared list and signals
+/// this.
 ///
-/// Lives on a thread of its own; its loop runs inside SlotTaskStart(). A list file that is missing or cannot be used
-/// lists no printers; nothing is reported.
+/// Lives on its own thread; its loop runs inside SlotTaskStart(). A list file that is missing or not usable contains no
+/// printers; nothing is reported.
 class TrdDeviceManage : public UtilThreadBase
 {
     Q_OBJECT
@@ -21,19 +21,19 @@ class TrdDeviceManage : public UtilThreadBase
 public:
     explicit TrdDeviceManage(QObject* parent);
 
-    /// Gives the worker the shared list, which stays the caller's; to be called before the loop starts. With null,
-    /// also while the loop runs, the worker lets go of the list and never touches it again.
+    /// Sets the shared list, which the caller owns. Call this before the loop starts. With null, also while the loop
+    /// runs, the worker lets go of the list and never touches it again.
     void Init(QList<stPrinterManager>* list);
-    /// The printers of the list file, one record a section, in order; missing sections and keys give empty texts
-    /// and 0. The argument has no effect.
+    /// Reads the printers of the list file, one for each section, in order, at most 1000. Missing sections and keys
+    /// give empty texts and 0. The argument has no effect.
     QList<stPrinterInfo> GetPrinterInfo(bool reserved);
-    /// The same printers as elements of the shared list, each in the default state.
+    /// Returns a record for each printer, in the initial state.
     QList<stPrinterManager> GetInitPrinterList(QList<stPrinterInfo> printers);
     void InitStPrinterInfo(stPrinterInfo& info);
     void InitStPrinterState(stPrinterState& state);
 
 signals:
-    /// The shared list has been replaced. Emitted with the list's lock held: for queued connections.
+    /// The shared list has been replaced. Emitted with the list's lock held: use queued connections only.
     void SgnUpdatePrinterList();
 
 public slots:
@@ -45,6 +45,6 @@ private:
     /// Returns whether the list was replaced.
     bool ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
 
-    SharedPrinterList pPrinterList; ///< none until Init()
+    SharedPrinterList pPrinterList; ///< no list before Init() and after letting go
     QTextCodec* pTextCodec; ///< UTF-8; see docs/contract.md
 };
