@@ -15,13 +15,13 @@ namespace {
 
 constexpr in_port_t StatusPort = 9300;
 constexpr time_t ReplyTimeoutSeconds = 1;
-// A datagram of no more than this cannot hold the part of a reply that precedes its first field.
+// A datagram of this size or less ends before the first field of a reply.
 constexpr ssize_t UselessReplyBytes = 7;
 
-// Start byte, number of bytes that follow (12, big-endian), request, zeros.
+// A start byte, the number of bytes that follow (12, big-endian), the request, zeros.
 constexpr std::array<unsigned char, 15> c_statusRequest{{0xA5, 0x00, 0x0C, 0x50, 0xE0, 0x74, 0x08, 0x03}};
 
-// A text that is no address leaves 0.0.0.0, this machine.
+// A text that is not an address gives 0.0.0.0, which is this machine.
 sockaddr_in PrinterAddress(const QString& address)
 {
     sockaddr_in printer = {};
@@ -41,7 +41,7 @@ public:
     ~UdpSocket()
     {
         close(descriptor);
-    } // without a descriptor this does nothing
+    } // does nothing without a descriptor
     UdpSocket(const UdpSocket&) = delete;
     UdpSocket& operator=(const UdpSocket&) = delete;
 

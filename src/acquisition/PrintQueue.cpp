@@ -12,7 +12,7 @@
 
 namespace {
 
-// Labels under which support finds these lines in logs; see docs/contract.md.
+// Support scripts find the log lines by these labels; see docs/contract.md.
 constexpr char LogSource[] = "../TrdGetPrinterStatus";
 constexpr char LogFunction[] = "SlotTaskStart";
 constexpr int CancelLogLine = 513;
@@ -27,9 +27,9 @@ bool HoldsAnyOf(const QString& name, const QString& characters)
         std::any_of(bytes.begin(), bytes.end(), [&characters](char c) { return characters.contains(QLatin1Char(c)); });
 }
 
-// Unquoted in the command, such a name would name another queue or start another program, never its own. Its words are
-// arguments: one with a dash is an option, which may mean the jobs of all queues, and none at all means the default
-// queue.
+// The name stands unquoted in the command, so each of its words is an argument. A word with a dash is an option, which
+// may cancel the jobs of all queues. A name without a word cancels a job of the default queue. The listed characters
+// would address another queue or start another program.
 bool IsRefusedUnquoted(const QString& name)
 {
     const QLatin1Char blank(' ');
@@ -37,13 +37,13 @@ bool IsRefusedUnquoted(const QString& name)
         HoldsAnyOf(name, QStringLiteral(R"(;&|<>()$`\"'#)"));
 }
 
-// In double quotes a shell still gives these characters a meaning.
+// A shell interprets these characters even in double quotes.
 bool IsRefusedQuoted(const QString& name)
 {
     return HoldsAnyOf(name, QStringLiteral(R"($`\")"));
 }
 
-// Only the first line tells of the queue itself; it is in the language of the desktop.
+// Only the first line is about the queue itself. It is in the desktop's language.
 bool SaysPrinting(const QString& lpstatOutputPath)
 {
     QFile output(lpstatOutputPath);
@@ -71,7 +71,7 @@ void CancelJobOfQueue(const QString& name)
 
 bool IsQueuePrinting(const QString& name, const QString& outputPath)
 {
-    // A command that was not run says nothing, whatever an earlier one has left in the file.
+    // If the command was not run, the file may hold the output of an earlier one and is not read.
     const bool isAsked = !IsRefusedQuoted(name) &&
         RunShellCommand("lpstat -p \"%s\"> %s", name.toLocal8Bit().constData(), outputPath.toLocal8Bit().constData()) !=
             -1;

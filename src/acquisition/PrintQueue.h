@@ -5,10 +5,10 @@
 
 #include <QString>
 
-/// Cancels the current job of the print queue called `name` with the command `cancel`, and waits for its end; says so
-/// in the log. A name that the command would take for something else is refused.
+/// Cancels the current job of the queue called `name`: runs the command `cancel`, waits for its end and writes to the
+/// log. Refuses names that the command would misread.
 void CancelJobOfQueue(const QString& name);
 
-/// Asks the print system whether the queue called `name` is printing. Its answer goes through the file at `outputPath`,
-/// which is removed in every case.
+/// Returns whether the print system says that the queue called `name` is printing. Blocks while the command runs. The
+/// answer goes through the file at `outputPath`, which is removed in every case.
 bool IsQueuePrinting(const QString& name, const QString& outputPath);

@@ -8,22 +8,22 @@
 
 namespace {
 
-// Replies mostly repeat their texts and conditions. What `before` holds already is shared with it: an allocation costs
-// as much as decoding a quarter of a reply.
+// Most replies repeat the texts and conditions of the previous one. Equal values are shared with `before`, because one
+// allocation costs as much as decoding a quarter of a reply.
 
-// `utf8` as fromUtf8() reads it. Only ASCII is compared: other characters have to be decoded first.
+// Converts `utf8` like fromUtf8(). Only ASCII texts are compared: other characters must be decoded first.
 QString Text(const char* utf8, const QString& before)
 {
     const auto isSame = [](QChar a, char b) {
         return a.unicode() == static_cast<unsigned char>(b) && a.unicode() > 0 && a.unicode() < 0x80;
     };
-    // Ends at the terminating zero of a shorter text.
+    // The comparison ends at the terminating zero of a shorter text.
     const bool isBeforeRepeated = std::equal(before.begin(), before.end(), utf8, isSame) && utf8[before.size()] == 0;
     return isBeforeRepeated ? before : QString::fromUtf8(utf8);
 }
 
-// In both families a count of 0 means that nothing is wrong, whatever codes were sent: the QZ family also sends the
-// code 0000 for "no error".
+// In both families a count of 0 means that nothing is wrong, even if codes were sent: the QZ family sends the code 0000
+// for "no error".
 QList<enErrorStatus> Conditions(unsigned long count, const std::vector<unsigned long>& codes,
                                 const QList<enErrorStatus>& before)
 {
@@ -56,7 +56,7 @@ void TakeTextsAndCounts(const UtilPrinterStatus& reply, const stPrinterState& be
 
 bool EvaluateReply(const PrinterFamily& family, unsigned char* buffer, unsigned long length, stPrinterState& state)
 {
-    auto reply = UtilPrinterStatus(); // zeroed as one block; a plain definition does it array by array
+    auto reply = UtilPrinterStatus(); // zeroes one block; a plain definition zeroes each array
     if ((reply.*family.decode)(buffer, length) != 1) {
         return false;
     }

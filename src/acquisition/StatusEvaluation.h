@@ -5,6 +5,6 @@
 
 #include "PrinterFamily.h"
 
-/// Turns a reply of `length` bytes from a printer of `family` into a state. Returns false when the decoder rejects the
-/// reply, which leaves `state` as it was.
+/// Evaluates a reply of `length` bytes from a printer of `family` and replaces `state`. Returns false and leaves
+/// `state` unchanged if the decoder rejects the reply.
 bool EvaluateReply(const PrinterFamily& family, unsigned char* buffer, unsigned long length, stPrinterState& state);

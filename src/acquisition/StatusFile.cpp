@@ -16,16 +16,16 @@ namespace {
 constexpr qint64 MsPerSecond = 1000;
 constexpr qint64 NanosecondsPerMs = 1000000;
 
-// None when there is no such file. A null time will not do: before Qt 5.14 it equals the first of January 1970, local
-// time. One stat and nothing else: taken as local time, it would cost look-ups of the time-zone file and lock traffic
-// among the workers, every second.
+// Returns nothing if there is no such file. A null QDateTime would not do: before Qt 5.14 it equals 1 January 1970,
+// local time. The timestamp is in UTC: local time would cost look-ups of the time-zone file and lock contention among
+// the workers every second.
 std::optional<QDateTime> ModificationTime(const QByteArray& path)
 {
     struct stat properties = {};
     if (stat(path.constData(), &properties) != 0) {
         return std::nullopt;
     }
-    // Unsigned, since a file may bear any time at all: far ones wrap round, which serves to tell them apart.
+    // Unsigned, because a file may have any timestamp: extreme ones wrap round and still differ from others.
     const quint64 ms = static_cast<quint64>(properties.st_mtim.tv_sec) * MsPerSecond +
         static_cast<quint64>(properties.st_mtim.tv_nsec / NanosecondsPerMs);
     return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms), Qt::UTC);
@@ -33,8 +33,8 @@ std::optional<QDateTime> ModificationTime(const QByteArray& path)
 
 } // namespace
 
-// The time is remembered before the file is opened: one that cannot be opened is left alone until it changes again.
-// Forgetting the time of a missing file makes its return be noticed whatever time it bears.
+// The timestamp is remembered before the file is opened: a file that cannot be opened is not tried again until it
+// changes. The timestamp of a missing file is forgotten, so that the file is read when it returns with the same one.
 StatusFile::Read StatusFile::read(const QString& name, bool force, unsigned char* buffer, unsigned long capacity,
                                   unsigned long& length)
 {
@@ -62,9 +62,9 @@ void StatusFile::forgetTime()
     m_lastModified.reset();
 }
 
-// In the file system's encoding, and made once a name: making it every second took half of the instructions and all
-// of the heap allocations of a cycle in which nothing changes. A name with a zero character has the empty path, which
-// is no file: the system would look at what stands before the zero.
+// Returns the path in the file system's encoding. The path is made once for each name: making it in each poll took half
+// of the instructions and all heap allocations of a poll in which nothing changes. A name with a zero character has the
+// empty path, which is no file: the system would look up the part before the zero.
 const QByteArray& StatusFile::path(const QString& name)
 {
     if (m_path.isNull() || name != m_name) {

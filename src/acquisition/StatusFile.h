@@ -9,28 +9,29 @@
 
 #include <optional>
 
-/// The status file of one printer at a time: where it lies and when what was read last was written.
+/// The status file of one printer at a time: its path and the timestamp of the last read. Not thread-safe.
 class StatusFile
 {
 public:
     enum class Read
     {
         Missing,
-        Unchanged, ///< not opened, since it bears the remembered time
-        Unreadable, ///< it could not be opened
+        Unchanged, ///< not opened, because it has the remembered timestamp
+        Unreadable, ///< could not be opened or is not a regular file
         Done
     };
 
-    /// Reads the file of the printer called `name`, up to `capacity` bytes, unless it is unchanged; `force` reads it
-    /// all the same. `buffer` is filled with zeros first; `length` is what was really read.
+    /// Reads up to `capacity` bytes of the status file of the printer called `name`, unless it has the remembered
+    /// timestamp; `force` reads it anyway. On Done `buffer` holds `length` bytes of the file, then zeros. Otherwise
+    /// both are unchanged.
     Read read(const QString& name, bool force, unsigned char* buffer, unsigned long capacity, unsigned long& length);
-    /// Makes the next read take place, whatever time the file bears.
+    /// Makes the next read() read the file, whatever its timestamp.
     void forgetTime();
 
 private:
     const QByteArray& path(const QString& name);
 
-    QString m_name; ///< the printer's name that the next path was made from
-    QByteArray m_path; ///< null: none yet
-    std::optional<QDateTime> m_lastModified; ///< UTC; none before the first read or after the file was missing
+    QString m_name; ///< the name from which m_path was made
+    QByteArray m_path; ///< null before the first read
+    std::optional<QDateTime> m_lastModified; ///< UTC; none before the first read and after the file was missing
 };

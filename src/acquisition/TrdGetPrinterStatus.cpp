@@ -23,12 +23,12 @@ constexpr int IdleQueryIntervalMs = 100;
 constexpr int OfflineQueryIntervalMs = 10000;
 constexpr int ActiveQueryIntervalMs = 1000;
 
-// Labels under which support finds these lines in logs; see docs/contract.md.
+// Support scripts find the log lines by these labels; see docs/contract.md.
 constexpr char LogSource[] = "../TrdGetPrinterStatus";
 constexpr int FileErrorLogLine = 268;
 constexpr int UsbErrorLogLine = 216;
 
-// Results of the two reads of the status file.
+// Results of GetPrinterStatusFile() and GetPrinterStatusUSB().
 constexpr int Evaluated = 0;
 constexpr int Unchanged = 1;
 constexpr int Failed = -1;
@@ -41,7 +41,7 @@ TrdGetPrinterStatus::TrdGetPrinterStatus(QObject* parent)
     stCurrent.stInfo.enType.clear();
 }
 
-// A running loop that sees only half of a letting go finds no printer either way.
+// A running loop that sees only one of the two changes finds no printer either.
 void TrdGetPrinterStatus::Init(int index, QList<stPrinterManager>* list)
 {
     iPrinterIndex = index;
@@ -68,8 +68,8 @@ void TrdGetPrinterStatus::SlotTaskStart()
     do {
         PollPrinter();
         // Signals received while polling are queued, including one start request for every new worker. Drain the queue
-        // each cycle, or it grows as long as the list keeps changing. All of the queue, since Qt keeps the places of
-        // events that are picked out of it.
+        // after each poll, or it grows as long as the list keeps changing. Drain all of it: Qt does not free the
+        // entries of events that are picked out singly.
         QCoreApplication::sendPostedEvents();
     } while (!WaitForSleep(PollingIntervalMs));
 }
@@ -79,9 +79,9 @@ void TrdGetPrinterStatus::SlotThreadQuit()
     bThreadQuit = true;
 }
 
-// The list may be rebuilt at any time between the copy and the write-back; then the cycle's result is dropped. The same
-// holds when another worker of this printer was faster; then the next cycle reads the file again, or what this one has
-// seen first would be lost.
+// The result is dropped if the list was replaced after the copy, or if another worker of this printer has written
+// first. In the second case the next poll reads the file again: a state that only this worker has seen would otherwise
+// be lost.
 void TrdGetPrinterStatus::PollPrinter()
 {
     using WriteBack = SharedPrinterList::WriteBack;
@@ -107,8 +107,8 @@ void TrdGetPrinterStatus::PollPrinter()
     }
 }
 
-// A printer that does not answer for a while keeps its last status; then it counts as off-line. Toner, counters and
-// texts stay as they were last seen.
+// A printer keeps its status for ten failed reads. The eleventh makes it off-line; toner, counters and texts keep their
+// values.
 void TrdGetPrinterStatus::CountFailedRead()
 {
     stPrinterState& state = stCurrent.stState;

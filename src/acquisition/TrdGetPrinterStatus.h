@@ -10,11 +10,11 @@
 
 #include <atomic>
 
-/// Keeps the status of one printer up to date: about once a second it reads the printer's status file, writes the
-/// result into the shared printer list and says when something has changed that a user must see.
+/// Keeps the status of one printer up to date: about once a second it reads the printer's status file, writes its
+/// record back to the shared list and signals changes that the user must see.
 ///
-/// Lives on a thread of its own; its loop runs inside SlotTaskStart(). The printer is the one at the worker's index
-/// of the shared list.
+/// Lives on its own thread; its loop runs inside SlotTaskStart(). Its printer is the one at its index of the shared
+/// list.
 class TrdGetPrinterStatus : public UtilThreadBase
 {
     Q_OBJECT
@@ -22,35 +22,34 @@ class TrdGetPrinterStatus : public UtilThreadBase
 public:
     explicit TrdGetPrinterStatus(QObject* parent);
 
-    /// Gives the worker its place in the shared list, which stays the caller's; to be called before the loop starts.
-    /// With -1 and null, also while the loop runs, the worker lets go of the list and never touches it again.
+    /// Sets the worker's index and the shared list, which the caller owns. Call this before the loop starts. With -1
+    /// and null, also while the loop runs, the worker lets go of the list and never touches it again.
     void Init(int index, QList<stPrinterManager>* list);
-    /// Whether the current printer is worth a query now, and in which `interval` (ms) to ask again; see
-    /// docs/contract.md.
+    /// Returns whether the current printer should be queried now, and sets the `interval` (ms) until the next query.
+    /// May block while a command runs. See docs/contract.md.
     bool CheckNeedStatus(int& interval);
-    /// Whether the queue called `name` belongs to the QZ family.
+    /// Returns whether the queue called `name` belongs to the QZ family.
     bool isQZPrinter(QString name);
-    /// USB identifiers by product name; see docs/contract.md.
+    /// Finds USB identifiers by product name; see FindVidPid() and docs/contract.md.
     bool GetPrinterVidPid(QString productName, int& vid, int& pid);
 
-    /// Reads and evaluates the status file of the printer called `name` unless its modification time is the one
-    /// remembered; `force` reads it all the same. Returns 0 when it was evaluated, 1 when it is unchanged, -1 when it
-    /// is missing, cannot be read or was rejected; also 0 after an exception, which is logged.
+    /// Reads and evaluates the status file of the printer called `name` unless it has the remembered timestamp; `force`
+    /// reads it in any case. Returns 0 when the file was evaluated, 1 when it is unchanged, and -1 when it is missing,
+    /// unreadable or rejected. Also returns 0 after an exception, which is logged.
     int GetPrinterStatusFile(QString name, bool force);
-    /// Reads, but does not evaluate, the current printer's status file; the argument has no effect. Returns 1 when it
-    /// is unchanged, 0 after an exception and otherwise -1. See docs/contract.md.
+    /// Reads the current printer's status file but does not evaluate it; the argument has no effect. Returns 1 when the
+    /// file is unchanged, 0 after an exception and -1 otherwise. See docs/contract.md.
     int GetPrinterStatusUSB(QString name);
-    /// Asks the printer at the IPv4 `address` with one datagram and evaluates the answer as one of the standard
-    /// family; blocks for up to a second. Returns 0 when evaluated, -1 for an empty address or a rejected answer,
-    /// -2 without a socket, -3 when sending failed, -4 when the time-out could not be set, -5 without an answer of
-    /// more than 7 bytes. See docs/contract.md.
+    /// Queries the printer at the IPv4 `address` and evaluates the answer as a reply of the standard family; blocks for
+    /// up to a second. Returns 0 when the answer was evaluated, -1 for an empty address or a rejected answer, and
+    /// otherwise the error of QueryPrinter(). See docs/contract.md.
     int GetPrinterStatusUDP(QString address);
 
     /// Evaluates a reply of `len` bytes of the standard or the QZ family. Returns 0 when the current state was
-    /// replaced, -1 when the decoder rejected the reply, which leaves the state as it was.
+    /// replaced. Returns -1 and keeps the state when the decoder rejected the reply.
     int CheckPrinterStatus(unsigned char* buf, unsigned long len);
     int CheckPrinterStatus_QZ(unsigned char* buf, unsigned long len);
-    /// Whether two states differ in what users are told: status, remaining toner, errors and warnings.
+    /// Returns whether two states differ in what users see: status, remaining toner, errors or warnings.
     bool CheckStatusChange(stPrinterState a, stPrinterState b);
 
 signals:
@@ -63,7 +62,7 @@ public slots:
     void SlotThreadQuit();
 
 protected:
-    /// The printer and state that the running cycle works on.
+    /// The record that the current poll works on.
     stPrinterManager stCurrent;
 
 private:
@@ -73,7 +72,7 @@ private:
     static constexpr unsigned long ReplyBufferBytes = 2048;
 
     std::atomic<int> iPrinterIndex{-1};
-    SharedPrinterList pPrinterList; ///< none until Init() and after letting go
+    SharedPrinterList pPrinterList; ///< no list before Init() and after letting go
     unsigned char byReplyBuffer[ReplyBufferBytes] = {};
     StatusFile statusFile;
 };
