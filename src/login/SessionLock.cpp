@@ -18,7 +18,7 @@ SessionLock::SessionLock()
         return;
     }
     const QString path = folder + QStringLiteral("/tolmar-q727-tool-login.lock");
-    // Closed on exec: the assistant and what it starts must not hold it.
+    // O_CLOEXEC: the assistant and its child processes must not hold the lock.
     constexpr int Flags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
     iFile = open(QFile::encodeName(path).constData(), Flags, S_IRUSR | S_IWUSR);
     if (iFile >= 0 && flock(iFile, LOCK_EX | LOCK_NB) != 0) {

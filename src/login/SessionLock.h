@@ -3,18 +3,18 @@
 
 #pragma once
 
-/// Held by the one launcher of a login session that waits for a tray. A desktop may read both auto-start folders and so
-/// start two launchers at once. The lock ends with the process and when the process becomes another program.
+/// Held by the one launcher of a login session that waits for a tray. A desktop may read both auto-start folders and
+/// then starts two launchers at once. The lock ends with the process or when the process becomes another program.
 class SessionLock
 {
 public:
-    /// Takes the lock, a file in the user's runtime folder, without waiting.
+    /// Tries to take the lock, a file in the user's runtime folder, without waiting.
     SessionLock();
     ~SessionLock();
     SessionLock(const SessionLock&) = delete;
     SessionLock& operator=(const SessionLock&) = delete;
 
-    /// Whether another process has the lock. False too when there is no folder to make the file in.
+    /// Returns whether another process has the lock. Also false when the lock file cannot be opened.
     bool IsHeldByAnother() const;
 
 private:

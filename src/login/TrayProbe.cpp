@@ -21,8 +21,8 @@ namespace {
 
 constexpr std::chrono::milliseconds LookInterval(250);
 constexpr int BusCallTimeOutMSec = 1000;
-// How long a StatusNotifierWatcher may come after the start, or after another one has gone, before a tray of the older
-// kind is taken.
+// How long to wait for a StatusNotifierWatcher, after the start or after another one has gone, before a tray of the
+// older kind is accepted.
 constexpr std::chrono::seconds WatcherLimit(3);
 
 bool HasDisplay()
@@ -30,7 +30,7 @@ bool HasDisplay()
     return !qEnvironmentVariableIsEmpty("DISPLAY");
 }
 
-// Where a session's bus is looked for. Asking without either would start a bus that nobody else is on.
+// Checks the two places of a session bus. Asking without either would start a bus that no other program uses.
 bool HasBus()
 {
     return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
@@ -40,7 +40,7 @@ bool HasBus()
 enum class Watcher
 {
     Absent,
-    WithoutHost, // has no place to show an icon yet
+    WithoutHost, // cannot show an icon yet
     WithHost
 };
 
@@ -59,15 +59,15 @@ Watcher AskWatcher(const QDBusConnection& bus)
     }
     const QStringList noOwner{QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner"),
                               QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown")};
-    // Any other error comes from an owner that is slow or still starting, or from a bus that has gone.
+    // Any other error on a live bus comes from an owner that is slow or still starting.
     return !bus.isConnected() || noOwner.contains(answer.errorName()) ? Watcher::Absent : Watcher::WithoutHost;
 }
 
 class TrayProbe
 {
 public:
-    // A watcher's host is waited for even if there is a tray of the older kind: on some desktops a proxy offers one
-    // before the panel registers as host, and an icon that goes through the proxy cannot send notifications.
+    // If there is a watcher, only its host counts, even if there is a tray of the older kind. On some desktops a proxy
+    // offers such a tray before the panel registers as host, and an icon in the proxy cannot send notifications.
     bool IsTrayThere()
     {
         const Watcher watcher = HasBus() ? LookForWatcher() : Watcher::Absent;
@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    // A bus that is not there yet, or that was lost, is connected to anew.
+    // Connects again if the bus was not there yet or the connection was lost.
     Watcher LookForWatcher()
     {
         const QString connectionName = QStringLiteral("tray probe");

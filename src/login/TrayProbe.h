@@ -5,10 +5,10 @@
 
 #include <chrono>
 
-/// Waits until a tray can take an icon, at most `limit`: until a StatusNotifier host is registered on the session bus,
-/// or a tray of the older kind is on the X display and there has been no StatusNotifierWatcher for 3 s. Qt asks this
-/// once, when a program starts. Returns at once when there is neither a bus nor a display to wait for.
+/// Waits up to `limit` until a tray can take an icon: until a StatusNotifier host is registered on the session bus, or
+/// the X display has a tray of the older kind and there has been no StatusNotifierWatcher for 3 s. Qt looks for a tray
+/// only once, when a program starts. Returns at once if there is neither a bus nor a display.
 ///
-/// The looks happen on a thread of their own, which is left behind when a bus or an X server does not answer: the
-/// caller is to end or to become another program soon.
+/// A separate thread does the checks. It is left running if a bus or an X server does not answer, so the caller must
+/// soon end or become another program.
 void WaitForTray(std::chrono::milliseconds limit);

@@ -19,7 +19,7 @@ bool XEmbedTray::Connect()
         return true;
     }
     int screen = 0;
-    // Never null; on failure an object that tells of the error and must be given back as well.
+    // Never null: on failure the object holds the error and must be released too.
     pConnection.reset(xcb_connect(nullptr, &screen));
     if (xcb_connection_has_error(pConnection.get()) != 0) {
         return false;

@@ -6,12 +6,12 @@
 #include <memory>
 #include <xcb/xcb.h>
 
-/// Looks for a tray of the older kind on the X display of the environment: freedesktop.org's system tray protocol, by
-/// which a tray owns the selection _NET_SYSTEM_TRAY_S<screen number>.
+/// Looks for a tray of the older kind on the X display that the environment names. By freedesktop.org's system tray
+/// protocol such a tray owns the selection _NET_SYSTEM_TRAY_S<screen number>.
 class XEmbedTray
 {
 public:
-    /// Whether a tray is there now. Connects on the first call, and again after the connection was lost.
+    /// Returns whether there is a tray now. Connects on the first call, and again after the connection was lost.
     bool IsThere();
 
 private:

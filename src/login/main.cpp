@@ -32,7 +32,7 @@ bool IsAssistantRunning()
     return CountProcesses(QString::fromLatin1(AssistantName).left(ProcessNameCharacters)) > 0;
 }
 
-// Returns only when that failed.
+// Returns only on failure, with the exit code.
 int BecomeAssistant()
 {
     const QByteArray path =
@@ -44,8 +44,8 @@ int BecomeAssistant()
 
 } // namespace
 
-/// Started at login. Qt looks for a tray once, when a program starts: an assistant that is started before the desktop's
-/// panel would have no icon until the next login. So this waits for the tray, and then becomes the assistant.
+/// Starts the assistant at login. Qt looks for a tray only when a program starts: an assistant that starts before the
+/// desktop's panel has no icon until the next login. The launcher waits for the tray, then becomes the assistant.
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
@@ -63,6 +63,6 @@ int main(int argc, char** argv)
         return 0;
     }
     WaitForTray(TrayLimit);
-    // Nobody wants to be told at login that a copy runs already. No destructors: a look at a tray may still hang.
+    // A message at login about a running copy would only disturb. _Exit() runs no destructors: a check may still hang.
     std::_Exit(IsAssistantRunning() ? 0 : BecomeAssistant());
 }
