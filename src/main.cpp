@@ -14,19 +14,19 @@
 
 namespace {
 
-/// Whether another process has this program's name. Makes the tool directory on the way. When the process table cannot
-/// be read the program starts.
+/// Returns whether another process has this program's name; false when the process table cannot be read. Also makes the
+/// tool directory.
 bool CheckIsRunning()
 {
     const QString toolDirectory = QString::fromLatin1(FixedPaths::ToolDirectory);
     QDir().mkpath(toolDirectory);
-    // Older versions kept a process list there.
+    // Older versions left a process list there.
     QFile::remove(toolDirectory + QStringLiteral("pslist.tmp"));
-    // This process is always one of them.
+    // The count includes this process.
     return CountProcesses(QCoreApplication::applicationName().left(ProcessNameCharacters)) > 1;
 }
 
-/// Whether the command line holds "-hide", in any case.
+/// Returns whether the command line contains "-hide", ignoring case.
 bool CheckIsHide(int argc, char** argv)
 {
     for (int i = 1; i < argc; ++i) {
@@ -37,9 +37,8 @@ bool CheckIsHide(int argc, char** argv)
     return false;
 }
 
-// A session manager would otherwise restore the program at the next login: with its window open, whatever the
-// auto-start option says, and as a second copy when the option is on. It may ask for the state alone, or for the data
-// alone.
+// Otherwise a session manager would restore the program at the next login: with its window open, even if the auto-start
+// option is off, and as a second copy if it is on. A session manager may send only one of the two requests.
 void NeverRestart(const QApplication& application)
 {
     const auto refuseRestart = [](QSessionManager& manager) {
@@ -65,7 +64,7 @@ int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     NeverRestart(application);
-    // Under Wayland the desktop finds the windows' icon by the name of the installed entry.
+    // Under Wayland the desktop finds the window icon by the name of the installed desktop entry.
     QGuiApplication::setDesktopFileName(QStringLiteral("tolmar-q727-tool"));
     if (CheckIsRunning()) {
         ShowAlreadyRunning();

@@ -20,7 +20,7 @@ QString AutoStartEntry()
     return QString::fromLatin1(FixedPaths::AutoStartDirectory) + QString::fromLatin1(FixedPaths::AutoStartEntryName);
 }
 
-// The package installs the entry's content beside the executable.
+// The package installs a copy of the entry beside the executable.
 QString AutoStartEntrySource()
 {
     return QCoreApplication::applicationDirPath() + QLatin1Char('/') +

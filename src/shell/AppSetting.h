@@ -9,9 +9,9 @@
 
 class Ui_AppSetting;
 
-/// The settings dialog. Its one option, start at login, is no entry of a configuration file: it is on while the
-/// auto-start entry exists, and switching it copies or deletes that file. The box shows what was on disk when the
-/// dialog was created or last confirmed, cancelled or closed. Closing hides it; it lives as long as the program.
+/// The settings dialog with its one option, start at login. The option is on while the auto-start entry exists; saving
+/// copies or deletes that file. The check box shows the state of the disk when the dialog was created or last
+/// confirmed, cancelled or closed. Closing hides the dialog, which lives as long as the program.
 class AppSetting : public QWidget
 {
     Q_OBJECT
@@ -20,16 +20,16 @@ public:
     explicit AppSetting(QWidget* parent);
     ~AppSetting() override;
 
-    /// Whether the auto-start entry exists.
+    /// Returns whether the auto-start entry exists.
     bool ReadAutoStartOption();
-    /// Makes the auto-start entry exist, from the copy beside the executable, or removes it. Returns whether the file
-    /// operation succeeded; an entry that exists already is not overwritten and counts as a failure.
+    /// Copies the auto-start entry from beside the executable, or removes it. Returns whether the file operation
+    /// succeeded. An existing entry is not overwritten and counts as a failure.
     bool SaveAutoStartOption(bool isWanted);
-    /// Sets the box from what is on disk.
+    /// Sets the check box to the state on disk.
     void InitOption();
-    /// Saves what the box says; returns the success of the file operation.
+    /// Saves the state of the check box. Returns whether the file operation succeeded.
     bool SaveOption();
-    /// Scales a widget's geometry to the desktop.
+    /// Scales the widget's size and position by ScreenScale::Factor().
     void ScaleControl(QWidget* widget);
 
 public slots:

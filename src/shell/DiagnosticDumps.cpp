@@ -9,13 +9,13 @@
 
 namespace {
 
-// The line goes as an argument: a per cent sign in a printer's name is text.
+// Passes the line as an argument: a printer's name may contain a percent sign.
 void DumpLine(int sourceLine, const char* function, const QString& text)
 {
     WriteStringLog("brelprintertoolwidget", sourceLine, function, QStringLiteral("%s"), text.toLocal8Bit().constData());
 }
 
-// What the printer itself reports as text is shown in Latin-1: all else becomes a question mark.
+// Texts that a printer reports are dumped in Latin-1, with a question mark for every other character.
 QByteArray Latin1Text(const QString& text)
 {
     return QString::fromLatin1(text.toLatin1()).toUtf8();
@@ -69,7 +69,7 @@ void DumpPrinter(int index, const stPrinterManager& printer)
     dump(__LINE__, QString::asprintf("%s: strFWVersion=%s", name, Latin1Text(state.strFWVersion).constData()));
     dump(__LINE__, QString::asprintf("%s: strVenderName=%s", name, Latin1Text(state.strVenderName).constData()));
     dump(__LINE__, QString::asprintf("%s: strProductName=%s", name, Latin1Text(state.strProductName).constData()));
-    // The lengths of the lists, which can be trusted; the reported counts cannot.
+    // The lengths of the lists are reliable; the reported counts are not.
     dump(__LINE__, QString::asprintf("%s: iNumberOfError=%d", name, state.listError.size()));
     dump(__LINE__, QString::asprintf("%s: iNumberOfWarning=%d", name, state.listWarning.size()));
     dump(__LINE__, QString::asprintf("%s: error code=", name) + CodeList(state.listError));

@@ -5,8 +5,8 @@
 
 #include "PrinterRecords.h"
 
-// What the window writes to the log, a line for each field. Nothing is formatted while the log is off.
+// The dumps in the log: one line for each field. Nothing is formatted while the log is off.
 
 void DumpPrinters(const QList<stPrinterInfo>& printers);
-/// The state of the printer that stands at `index` of the list.
+/// Dumps the state of the printer at `index` of the list.
 void DumpPrinter(int index, const stPrinterManager& printer);

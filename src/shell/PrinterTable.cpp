@@ -24,8 +24,8 @@ enum Column
 constexpr std::array<int, 4> c_columnWidths{{120, 150, 85, 185}};
 constexpr int DrawnCharacters = 1000;
 
-// Nothing bounds a name but the size of the printer list, and all of a text is laid out whenever a part of it is drawn:
-// a single one of 1 MB would hold the window up for a third of a second each time. No column is as wide as this.
+// A name may be as long as the printer list, and Qt lays out the whole text whenever it draws a part of it: 1 MB would
+// block the window for a third of a second each time. No column is wide enough for DrawnCharacters.
 class CutTextDelegate : public QStyledItemDelegate
 {
 public:
@@ -73,8 +73,8 @@ void PrinterTable::setUp()
     }
 }
 
-// A table measures headers that it may show, with each change, and that takes the bold face of a Chinese font: 1 MiB
-// and a fifth of a hidden start. They come with the window's first showing.
+// The table measures visible headers at each change, which loads the bold face of a Chinese font: 1 MiB and a fifth of
+// a hidden start. The headers therefore stay hidden until the window is first shown.
 void PrinterTable::setHeadersVisible(bool visible)
 {
     horizontalHeader()->setVisible(visible);

@@ -7,19 +7,19 @@
 
 #include <QTableWidget>
 
-/// The table of the managed printers, with a row for each: name, connection, remaining toner and status.
+/// The table of printers. Each row shows name, connection, remaining toner and status.
 class PrinterTable : public QTableWidget
 {
 public:
     using QTableWidget::QTableWidget;
 
-    /// Sets up the columns and scales the table to the desktop. To be called once, when the form has placed it.
+    /// Sets up the columns and scales the table to the desktop. Call this once, after the form has placed the table.
     void setUp();
     void setHeadersVisible(bool visible);
-    /// Replaces all rows. A row starts with `initialStatus` and without toner, whatever is known of its printer; the
+    /// Replaces all rows. Each row starts with `initialStatus` and 0.00% toner, whatever is known of its printer. The
     /// next change that the printer's worker reports fills it.
     void showPrinters(const QList<stPrinterInfo>& printers, const QString& initialStatus);
-    /// Change a row, which must exist.
+    /// Change one cell of `row`, which must exist.
     void showToner(int row, const stPrinterManager& printer);
     void showStatus(int row, const QString& status);
 };

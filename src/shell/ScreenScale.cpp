@@ -11,9 +11,9 @@ namespace {
 
 constexpr int LayoutDesktopWidth = 1920;
 
-// With a program's first window Qt loads OpenGL, in case a widget in it draws that way: 10 MiB of private memory and
-// half of the start. No widget here does. Qt has to know before there is an application object, and every window of
-// this library needs this file.
+// Qt loads OpenGL with a program's first window, in case a widget draws with it: 10 MiB of private memory and half of
+// the start-up time. No widget here does. The attribute must be set before the application object exists. Every window
+// of this library needs this file, so a program that links the library contains it.
 void DrawWithoutOpenGL()
 {
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);

@@ -7,19 +7,19 @@
 
 class QWidget;
 
-/// Windows are laid out for a desktop 1920 pixels wide; on a wider one every geometry grows with it.
-/// Main thread only, as all functions that look at the desktop.
+/// The windows are laid out for a desktop that is 1920 pixels wide. On a wider desktop all geometry grows with it. Call
+/// these functions on the main thread only.
 namespace ScreenScale {
 
-/// The whole desktop in logical pixels, all screens together.
+/// Returns the size of the desktop in logical pixels, all screens together.
 QSize DesktopSize();
-/// Whether the desktop is wider than the one that the windows are laid out for.
+/// Returns whether the desktop is wider than 1920 pixels.
 bool IsScaled();
-/// Desktop width / 1920.
+/// Returns the desktop width / 1920.
 float Factor();
-/// `length` times the factor, truncated.
+/// Returns `length` times the factor, truncated.
 int Scaled(int length);
-/// Removes the maximise button and fixes the window at its present size.
+/// Removes the maximise button and fixes the window at its current size.
 void FixSize(QWidget& window);
 /// Moves the window's frame to the middle of the desktop.
 void Centre(QWidget& window);

@@ -6,10 +6,10 @@
 class QObject;
 class QThread;
 
-/// Moves a worker to a thread of its own, which is started.
+/// Moves a worker without a parent to a new thread and starts the thread. The caller owns both.
 QThread* StartThreadOf(QObject* worker);
-/// Waits a second at most for a thread that StartThreadOf() has made and that was told to quit. Returns whether it has
-/// ended; then it is deleted later.
+/// Waits up to one second for a thread from StartThreadOf() that was told to quit. Returns whether it has ended; if so,
+/// it is deleted later.
 bool AwaitEnd(QThread* thread);
-/// For a thread that did not end in time, and which may end at any moment: its worker is not to be touched any more.
+/// Deletes a thread that did not end in time, and its worker, when it ends. Do not touch the worker after this call.
 void DeleteWhenFinished(QThread* thread, QObject* worker);

@@ -35,8 +35,8 @@ constexpr int ChineseColumn = 1;
 constexpr int MessageTimeMs = 3000;
 constexpr int SignalsPerTurn = 10000;
 
-// The settings dialog lives to the end of the process, longer than the window: then this alone refers to it, so that a
-// leak checker can tell it from lost memory. Volatile, or a compiler would drop a variable that nobody reads.
+// The settings dialog outlives the window. This pointer keeps it reachable, so that a leak checker does not report it.
+// It is volatile because a compiler would drop a variable that nobody reads.
 AppSetting* volatile s_pAppSetting = nullptr;
 
 } // namespace
@@ -45,8 +45,8 @@ BrelPrinterToolWidget::BrelPrinterToolWidget(QWidget* parent)
     : QWidget(parent)
     , ui(std::make_unique<Ui_BrelPrinterToolWidget>())
 {
-    // The images register themselves before main(). Nothing else refers to their object file, which a linker would
-    // otherwise leave out of a program that uses the library.
+    // The images register themselves before main(), but nothing else refers to their object file. Without this line a
+    // linker would leave it out of a program that uses the library.
     Q_INIT_RESOURCE(images);
     ui->setupUi(this);
     setWindowIcon(QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")));
@@ -74,8 +74,8 @@ BrelPrinterToolWidget::~BrelPrinterToolWidget()
     CleanTempFile();
 }
 
-// Only the tray's exit entry ends the program. A window that refuses to close would make Qt refuse the user's log-out;
-// and no passing window, such as a tray balloon, shall count as the program's last one.
+// Only the tray's exit entry ends the program. By default Qt would refuse the user's log-out because a window refuses
+// to close, and would quit when a passing window, such as a tray balloon, was the last to close.
 void BrelPrinterToolWidget::StayUntilToldToExit()
 {
     QGuiApplication::setFallbackSessionManagementEnabled(false);
@@ -91,7 +91,7 @@ void BrelPrinterToolWidget::InitLog()
                    desktop.height());
 }
 
-// There is no configuration yet: all paths are fixed.
+// There is no configuration: all paths are fixed.
 void BrelPrinterToolWidget::InitConfig() { }
 
 void BrelPrinterToolWidget::InitLanguage()
@@ -114,7 +114,7 @@ void BrelPrinterToolWidget::setVisible(bool visible)
     QWidget::setVisible(visible);
 }
 
-// Temporary files are removed where they are made; there is none to clean up at the end.
+// Temporary files are removed where they are made; none is left to clean up.
 void BrelPrinterToolWidget::CleanTempFile() { }
 
 void BrelPrinterToolWidget::closeEvent(QCloseEvent* event)
@@ -123,11 +123,11 @@ void BrelPrinterToolWidget::closeEvent(QCloseEvent* event)
     event->ignore();
 }
 
-// The window shows nothing that depends on its state, font, style or language; all its texts are fixed.
+// Nothing in the window depends on its state, font, style or language; all its texts are fixed.
 void BrelPrinterToolWidget::changeEvent(QEvent* /*event*/) { }
 
-// The end of the user's session. Qt closes its windows one by one, gives up at the first that only hides, and does not
-// quit while another is visible.
+// Handles the end of the user's session. Qt closes its windows one by one, gives up at the first that only hides, and
+// does not quit while another is visible. This filter hides them all beforehand.
 bool BrelPrinterToolWidget::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Quit && watched == QCoreApplication::instance()) {
@@ -154,7 +154,7 @@ void BrelPrinterToolWidget::InitTrayIcon()
 {
     WriteStringLog(LogSource, __LINE__, "InitTrayIcon", QStringLiteral("InitTrayIcon start"));
     pTrayIcon = new QSystemTrayIcon(this);
-    // Shared with the window: read anew, the picture would be decoded and kept once more, 256 KiB each time.
+    // Shares the window's icon: reading it again would decode and keep the picture once more, 256 KiB each time.
     pTrayIcon->setIcon(windowIcon());
     pTrayIcon->setToolTip(QStringLiteral("拓玛激光打印助手"));
     connect(pTrayIcon, &QSystemTrayIcon::activated, this, &BrelPrinterToolWidget::SlotActivatedTrayIcon);
@@ -222,8 +222,8 @@ void BrelPrinterToolWidget::InitThread()
     WriteStringLog(LogSource, __LINE__, "InitThread", QStringLiteral("InitThread end"));
 }
 
-// Each start costs the more the more workers there are: a thousand at once would hold the window up for a second. So
-// what goes beyond a desktop's handful is left to later turns of the event loop.
+// Each start is signalled to all workers: a thousand starts at once would block the window for a second. One turn of
+// the event loop sends about SignalsPerTurn signals; later turns send the rest.
 void BrelPrinterToolWidget::StartWaitingWorkers()
 {
     for (int sent = 0; sent < SignalsPerTurn && !listWaitingIndex.isEmpty(); sent += listStatusWorker.size()) {
@@ -234,7 +234,7 @@ void BrelPrinterToolWidget::StartWaitingWorkers()
     }
 }
 
-// The start signal reaches all workers started so far; those that run already take no notice.
+// The start signal reaches all workers started so far; those that already run ignore it.
 void BrelPrinterToolWidget::StartStatusWorker(int index)
 {
     auto* worker = new TrdGetPrinterStatus(nullptr);
@@ -249,9 +249,8 @@ void BrelPrinterToolWidget::StartStatusWorker(int index)
     listStatusThread.append(thread);
 }
 
-// Signals do not reach a looping worker, the flag does. All are told before the first is waited for, so that each ends
-// with its pause, without this thread's help. A worker that hangs in a command keeps itself and its thread, and nothing
-// else.
+// A looping worker does not receive signals, but it sees its flag. All flags are set before the first wait, so that all
+// loops end within the same pause. A worker that hangs in a command lets go of the list and is left running.
 void BrelPrinterToolWidget::StopWorkers()
 {
     pDeviceManage->bThreadQuit = true;
@@ -288,7 +287,7 @@ void BrelPrinterToolWidget::SlotUpdatePrinterList()
         listWaitingIndex.append(k);
     }
     StartWaitingWorkers();
-    // Also when the list has shrunk: the workers beyond it idle on, and a list that grows again gets new ones.
+    // The count also shrinks: workers beyond the list's end idle, and a list that grows again gets new ones.
     iStatusThreadCount = printers.size();
     DumpPrinters(printers);
 }
@@ -296,7 +295,7 @@ void BrelPrinterToolWidget::SlotUpdatePrinterList()
 void BrelPrinterToolWidget::SlotUpdatePrinterStatus(int index)
 {
     stPrinterManager printer;
-    // The list may have been replaced since the worker spoke, and its rows may be still to come.
+    // The list may have been replaced since the signal was emitted, and the table may not have its rows yet.
     if (!SharedPrinterList(&listPrinter).copy(index, printer) || index >= ui->tableDeviceManage->rowCount()) {
         return;
     }
@@ -305,7 +304,7 @@ void BrelPrinterToolWidget::SlotUpdatePrinterStatus(int index)
     DumpPrinter(index, printer);
 }
 
-// Only the first error, or without errors the first warning, is shown. Returns the row's status text.
+// Shows only the first error or, without errors, the first warning. Returns the row's status text.
 QString BrelPrinterToolWidget::AnnounceStatus(const stPrinterManager& printer)
 {
     const QString& name = printer.stInfo.strPrinterName;

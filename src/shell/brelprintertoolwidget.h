@@ -18,12 +18,12 @@ class TrdDeviceManage;
 class TrdGetPrinterStatus;
 class Ui_BrelPrinterToolWidget;
 
-/// The main window and owner of all that runs: the printer table, the tray icon, the settings dialog, the shared
-/// printer list and the workers with their threads.
+/// The main window. It owns everything that runs: the printer table, the tray icon, the settings dialog, the shared
+/// list and the workers with their threads.
 ///
-/// Closing it only hides it; the program ends from the tray menu. All members but the shared list are touched on the
-/// main thread alone. The destructor stops the workers; one that does not stop in time lets go of the list and is
-/// deleted when its thread ends, if it does so before the process.
+/// Closing the window only hides it; the tray menu ends the program. All members except the shared list are used on the
+/// main thread only. The destructor stops the workers. A worker that does not stop in time lets go of the list and is
+/// deleted when its thread ends, unless the process ends first.
 class BrelPrinterToolWidget : public QWidget
 {
     Q_OBJECT
@@ -41,19 +41,18 @@ public:
     void CleanTempFile();
     void setVisible(bool visible) override;
 
-    /// Whether the queue called `name` belongs to the QZ family.
+    /// Returns whether the queue called `name` belongs to the QZ family.
     bool isQZPrinter(QString name);
 
-    /// Writes the shared list to the log, a line a field.
+    /// Writes the shared list to the log, one line for each field.
     void DebugOutputPrinterInfo();
-    /// Writes the state of the printer at `index` of the shared list to the log; nothing when it has
-    /// none.
+    /// Writes the state of the printer at `index` of the shared list to the log; does nothing without such an index.
     void DebugOutputPrinterStatus(int index);
 
-    /// Opens `path` to everybody and returns the command's status; -1 when the path is too long for the command.
-    /// See docs/contract.md.
+    /// Makes `path` accessible to everybody and returns the command's status; -1 when the path is too long for the
+    /// command. The path is not quoted and must be safe for a shell. See docs/contract.md.
     int ChmodFile(QString path);
-    /// The same for a directory, its entries and all directories below it; links are not followed.
+    /// Does the same for a directory, its entries and all directories below it. Does not enter linked directories.
     void ChmodVendorPath(QString path);
 
 signals:
@@ -90,13 +89,13 @@ private:
     QAction* pActionUpdateFW = nullptr;
     QAction* pActionSetting = nullptr;
     QAction* pActionExit = nullptr;
-    QList<TrdGetPrinterStatus*> listStatusWorker; ///< in the order of their start, beside their threads
+    QList<TrdGetPrinterStatus*> listStatusWorker; ///< in the order of their start; listStatusThread is parallel
     QList<QThread*> listStatusThread;
     TrdDeviceManage* pDeviceManage = nullptr;
     QThread* pDeviceManageThread = nullptr;
     AppSetting* pAppSetting = nullptr; ///< top-level, never deleted
-    QList<stPrinterManager> listPrinter; ///< shared with the workers: see SharedPrinterList
-    int iStatusThreadCount = 0; ///< printers for which a worker was started when the list was last rebuilt
-    QList<int> listWaitingIndex; ///< those among them whose worker is still to be started, in order
+    QList<stPrinterManager> listPrinter; ///< shared with the workers; use it only through SharedPrinterList
+    int iStatusThreadCount = 0; ///< length of the list at its last change; indexes from here on get new workers
+    QList<int> listWaitingIndex; ///< indexes whose workers are still to be started, in order
     int iLanguage = 0; ///< column of the text tables
 };
