@@ -32,7 +32,7 @@ int DigitValue(char c)
 }
 
 // Returns the character of a numeric escape sequence, in 16 bits like QSettings, and 0 for all other sequences. Moves
-// `at` from behind the backslash to the end of the sequence.
+// `at` from the position after the backslash to the end of the sequence.
 char16_t NumberedCharacter(const QByteArray& ini, int& at)
 {
     const int base = ini.at(at) == 'x' ? 16 : 8;
@@ -81,7 +81,7 @@ QByteArray Condensed(const QByteArray& ini, QVector<AtSign>& atSigns)
     return text;
 }
 
-// QSettings takes an "@" behind another "@" as text.
+// QSettings takes an "@" after another "@" as text.
 bool MayBeginStoredObject(const QByteArray& condensed, int at)
 {
     const auto continuesWith = [&condensed, at](const char* word) {

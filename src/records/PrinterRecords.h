@@ -89,7 +89,7 @@ enum enConnectType : int
     CONNECT_TYPE_USB = 1
 };
 
-/// One printer as the driver package lists it. For what makes two of them the same printer see docs/contract.md.
+/// One printer as the driver package lists it. See docs/contract.md for what makes two of them the same printer.
 struct stPrinterInfo
 {
     QString strPrinterName; ///< print queue name; names the status file; shown to the user
