@@ -4,52 +4,71 @@
 #include "StatusEvaluation.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <utility>
 
 namespace {
 
-// Most replies repeat the texts and conditions of the previous one. Equal values are shared with `before`, because one
-// allocation costs as much as decoding a quarter of a reply.
+// The change of one value of the state. Most replies repeat the texts and conditions of the previous one; equal values
+// are not touched, because one allocation costs as much as decoding a quarter of a reply.
+template <typename Value> struct Change
+{
+    Value* current = nullptr; // null: no change
+    Value next;
+
+    void apply()
+    {
+        if (current != nullptr) {
+            current->swap(next);
+        }
+    }
+};
 
 // Converts `utf8` like fromUtf8(). Only ASCII texts are compared: other characters must be decoded first.
-QString Text(const char* utf8, const QString& before)
+Change<QString> ChangeOf(QString& text, const char* utf8)
 {
     const auto isSame = [](QChar a, char b) {
         return a.unicode() == static_cast<unsigned char>(b) && a.unicode() > 0 && a.unicode() < 0x80;
     };
     // The comparison ends at the terminating zero of a shorter text.
-    const bool isBeforeRepeated = std::equal(before.begin(), before.end(), utf8, isSame) && utf8[before.size()] == 0;
-    return isBeforeRepeated ? before : QString::fromUtf8(utf8);
+    if (std::equal(text.cbegin(), text.cend(), utf8, isSame) && utf8[text.size()] == 0) {
+        return {};
+    }
+    return {&text, QString::fromUtf8(utf8)};
 }
 
 // In both families a count of 0 means that nothing is wrong, even if codes were sent: the QZ family sends the code 0000
 // for "no error".
-QList<enErrorStatus> Conditions(unsigned long count, const std::vector<unsigned long>& codes,
-                                const QList<enErrorStatus>& before)
+Change<QList<enErrorStatus>> ChangeOf(QList<enErrorStatus>& conditions, unsigned long count,
+                                      const std::vector<unsigned long>& codes)
 {
-    QList<enErrorStatus> conditions;
-    if (count == 0) {
-        return conditions;
-    }
-    if (std::equal(before.begin(), before.end(), codes.begin(), codes.end(),
+    const auto end = count == 0 ? codes.begin() : codes.end();
+    if (std::equal(conditions.cbegin(), conditions.cend(), codes.begin(), end,
                    [](enErrorStatus condition, unsigned long code) { return condition == GetErrorStatusEnum(code); })) {
-        return before;
+        return {};
     }
-    conditions.reserve(static_cast<int>(codes.size()));
-    for (const unsigned long code : codes) {
-        conditions.append(GetErrorStatusEnum(code));
-    }
-    return conditions;
+    QList<enErrorStatus> next;
+    next.reserve(static_cast<int>(end - codes.begin()));
+    std::transform(codes.begin(), end, std::back_inserter(next), GetErrorStatusEnum);
+    return {&conditions, std::move(next)};
 }
 
-void TakeTextsAndCounts(const UtilPrinterStatus& reply, const stPrinterState& before, stPrinterState& evaluated)
+void TakeNumbers(const UtilPrinterStatus& reply, const PrinterFamily& family, stPrinterState& state)
 {
-    evaluated.strPrinterSerialNumber = Text(reply.szSerialNumber, before.strPrinterSerialNumber);
-    evaluated.strFWVersion = Text(reply.szFWVersion, before.strFWVersion);
-    evaluated.strVenderName = Text(reply.szVenderName, before.strVenderName);
-    evaluated.strProductName = Text(reply.szProductName, before.strProductName);
-    evaluated.iNumberOfError = static_cast<int>(reply.dwErrorCount);
-    evaluated.iNumberOfWarning = static_cast<int>(reply.dwWarningCount);
+    state.enCurrentStatus = family.status(reply.dwStatus);
+    state.iNumberOfError = family.reportsCounts ? static_cast<int>(reply.dwErrorCount) : 1;
+    state.iNumberOfWarning = family.reportsCounts ? static_cast<int>(reply.dwWarningCount) : 1;
+    state.enSpplyType = GetTonerTypeEnum(reply.dwSupplyType);
+    state.dwRemainingToner = reply.dwRemainingToner;
+    state.dwWasteToner = reply.dwWasteToner;
+    state.dwOPCRotation = reply.dwOPCRotation;
+    state.dwNumberOfPages = reply.dwNumberOfPages;
+    state.dwNumberOfPrint = reply.dwNumberOfPrint;
+    state.dwPrintDotsCount = reply.dwPrintDotsCount;
+    state.dwPrinterNumOfPages = reply.dwPrinterNumOfPages;
+    state.dwPrinterNumOfPrint = reply.dwPrinterNumOfPrint;
+    state.iFailCount = 0;
 }
 
 } // namespace
@@ -60,25 +79,16 @@ bool EvaluateReply(const PrinterFamily& family, unsigned char* buffer, unsigned 
     if ((reply.*family.decode)(buffer, length) != 1) {
         return false;
     }
-    stPrinterState evaluated;
-    evaluated.iNumberOfError = 1;
-    evaluated.iNumberOfWarning = 1;
-    if (family.reportsTextsAndCounts) {
-        TakeTextsAndCounts(reply, state, evaluated);
-    }
-    evaluated.enCurrentStatus = family.status(reply.dwStatus);
-    evaluated.listError = Conditions(reply.dwErrorCount, reply.vecErrorCode, state.listError);
-    evaluated.listWarning = Conditions(reply.dwWarningCount, reply.vecWarningCode, state.listWarning);
-    evaluated.strSupplySerialNumber = Text(reply.szSupplySerialNumber, state.strSupplySerialNumber);
-    evaluated.enSpplyType = GetTonerTypeEnum(reply.dwSupplyType);
-    evaluated.dwRemainingToner = reply.dwRemainingToner;
-    evaluated.dwWasteToner = reply.dwWasteToner;
-    evaluated.dwOPCRotation = reply.dwOPCRotation;
-    evaluated.dwNumberOfPages = reply.dwNumberOfPages;
-    evaluated.dwNumberOfPrint = reply.dwNumberOfPrint;
-    evaluated.dwPrintDotsCount = reply.dwPrintDotsCount;
-    evaluated.dwPrinterNumOfPages = reply.dwPrinterNumOfPages;
-    evaluated.dwPrinterNumOfPrint = reply.dwPrinterNumOfPrint;
-    state = std::move(evaluated);
+    // Everything that allocates comes before the first assignment: if memory runs out, the state stays as it was.
+    std::array<Change<QString>, 5> texts{
+        {ChangeOf(state.strPrinterSerialNumber, reply.szSerialNumber), ChangeOf(state.strFWVersion, reply.szFWVersion),
+         ChangeOf(state.strVenderName, reply.szVenderName), ChangeOf(state.strProductName, reply.szProductName),
+         ChangeOf(state.strSupplySerialNumber, reply.szSupplySerialNumber)}};
+    auto errors = ChangeOf(state.listError, reply.dwErrorCount, reply.vecErrorCode);
+    auto warnings = ChangeOf(state.listWarning, reply.dwWarningCount, reply.vecWarningCode);
+    std::for_each(texts.begin(), texts.end(), [](Change<QString>& text) { text.apply(); });
+    errors.apply();
+    warnings.apply();
+    TakeNumbers(reply, family, state);
     return true;
 }

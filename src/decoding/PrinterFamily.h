@@ -15,9 +15,9 @@ struct PrinterFamily
     enPrinterStatus (*status)(unsigned long code);
     /// The number of units of `dwRemainingToner` in one percent.
     double tonerUnitsPerPercent;
-    /// Whether replies contain the printer's texts and the numbers of errors and warnings. If not, the texts are empty
-    /// and both numbers are always 1: use the lengths of the lists.
-    bool reportsTextsAndCounts;
+    /// Whether replies contain the numbers of errors and warnings. If not, both numbers are always 1: use the lengths of
+    /// the lists.
+    bool reportsCounts;
 };
 
 const PrinterFamily& StandardFamily();
