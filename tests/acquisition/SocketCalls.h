@@ -12,7 +12,7 @@ namespace SocketCalls {
 enum class Failure
 {
     None,
-    ShortSend, ///< sendto reports a byte less
+    ShortSend, ///< sendto reports one byte less
     Timeout, ///< setsockopt fails
 };
 

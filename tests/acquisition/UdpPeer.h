@@ -31,7 +31,7 @@ private:
     int m_answerDescriptor = -1;
     QList<QByteArray> m_answers;
     int m_delayMs;
-    QList<QByteArray> m_requests; ///< the thread's, until it has ended
+    QList<QByteArray> m_requests; ///< owned by the thread until it has ended
     std::atomic<bool> m_isEnding{false};
     std::thread m_thread;
 };

@@ -22,7 +22,7 @@ const char* FirstFault()
                              QString(60, QLatin1Char('c'))};
     const QString name = QStringLiteral("Hall J4990E");
     if (!IsQZPrinterName(name) || others.size() != 3) {
-        return "the QZ family is forgotten";
+        return "the names of the QZ family are lost";
     }
     QList<stPrinterManager> list{FilledPrinter(name)};
     PrinterFolder::WriteStatusFile(name, QZBytes(55));

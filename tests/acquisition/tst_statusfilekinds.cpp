@@ -136,7 +136,7 @@ void StatusFileKindsTest::LinkToARegularFile()
 void StatusFileKindsTest::NoPermission()
 {
     if (geteuid() == 0) {
-        QSKIP("permissions do not bind root");
+        QSKIP("root ignores file permissions");
     }
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), SomeTimeMs);
     QCOMPARE(chmod(LocalPath().constData(), 0200), 0);
@@ -154,7 +154,7 @@ void StatusFileKindsTest::NoPermission()
 void StatusFileKindsTest::ForbiddenFolder()
 {
     if (geteuid() == 0) {
-        QSKIP("permissions do not bind root");
+        QSKIP("root ignores file permissions");
     }
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady), SomeTimeMs);
     StatusWorker worker;

@@ -147,7 +147,7 @@ def test_folder_in_place_of_the_entry(desktop, open_settings):
     confirm_in_vain(desktop, open_settings(), is_on=True)
 
 
-@pytest.mark.skipif(os.getuid() == 0, reason="permissions do not bind root")
+@pytest.mark.skipif(os.getuid() == 0, reason="root ignores file permissions")
 @pytest.mark.parametrize("has_entry", [False, True], ids=["copy fails", "removal fails"])
 def test_locked_folder(desktop, open_settings, has_entry):
     if has_entry:

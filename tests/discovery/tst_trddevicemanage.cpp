@@ -250,7 +250,7 @@ void TrdDeviceManageTest::LinkToARegularFile()
 void TrdDeviceManageTest::NoPermission()
 {
     if (geteuid() == 0) {
-        QSKIP("permissions do not bind root");
+        QSKIP("root ignores file permissions");
     }
     WriteThreePrinters();
     QCOMPARE(chmod(LocalListPath().constData(), 0200), 0);

@@ -10,7 +10,7 @@ struct ProcessUse
 {
     int descriptors = 0;
     int threads = 0;
-    qint64 heapBytes = 0; ///< handed out by the C library and not given back
+    qint64 heapBytes = 0; ///< allocated and not yet freed
 
     static ProcessUse now();
     /// For example "7 descriptors, 3 threads, 512 KiB of heap".

@@ -40,14 +40,14 @@ private:
     void sleepAndCompare();
     qint64 lostByOthersNs() const;
 
-    int m_scheduling; ///< descriptor of this thread's scheduling figures
+    int m_scheduling; ///< descriptor of this thread's schedstat
     QElapsedTimer m_clock;
     QTimer m_timer;
     qint64 m_lastBeatNs = 0;
     qint64 m_lastLostNs = 0;
     double m_worstMs = 0;
     double m_worstUncorrectedMs = 0;
-    std::atomic<qint64> m_controlLateNs{0}; ///< all that the control thread ever was late
+    std::atomic<qint64> m_controlLateNs{0}; ///< sum of all delays of the control thread
     std::atomic<qint64> m_controlDueNs{0}; ///< when it should wake next
     std::atomic<bool> m_isEnding{false};
     std::thread m_control;

@@ -85,7 +85,7 @@ Change InItsPlace(const std::function<bool(const char* path)>& make)
 {
     return [make] {
         if (unlink(PrinterFolder::PrinterListPath) != 0 || !make(PrinterFolder::PrinterListPath)) {
-            qFatal("the list could not be spoilt");
+            qFatal("cannot damage the list");
         }
     };
 }
@@ -236,7 +236,7 @@ void ListFaultsTest::windowAnswers()
 void ListFaultsTest::forbidden()
 {
     if (geteuid() == 0) {
-        QSKIP("permissions do not bind root");
+        QSKIP("root ignores file permissions");
     }
     Good()();
     FaultRig rig;

@@ -54,8 +54,8 @@ struct Fault
     const char* name;
     Family family;
     Strike strike;
-    QString early; ///< what is shown soon after
-    QString late; ///< what is shown when printers that do not answer count as off-line
+    QString early; ///< shown soon after the fault
+    QString late; ///< shown when printers that do not answer count as off-line
 };
 
 QByteArray LocalPath(const QString& printer)
@@ -66,7 +66,7 @@ QByteArray LocalPath(const QString& printer)
 void Require(bool done)
 {
     if (!done) {
-        qFatal("a status file could not be spoilt");
+        qFatal("cannot damage a status file");
     }
 }
 

@@ -36,7 +36,7 @@ struct Peer
     bool isThere;
     QList<QByteArray> answers;
     int delayMs;
-    const char* answersFrom; ///< null: the address that was asked
+    const char* answersFrom; ///< null for the queried address
     int result;
 };
 

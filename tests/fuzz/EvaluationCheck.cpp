@@ -55,7 +55,7 @@ void CheckCommonFields(const stPrinterState& state, const UtilPrinterStatus& rep
                 state.dwPrinterNumOfPages == reply.dwPrinterNumOfPages &&
                 state.dwPrinterNumOfPrint == reply.dwPrinterNumOfPrint,
             "the counters are those of the reply");
-    Require(state.iFailCount == 0, "an accepted reply ends a row of failures");
+    Require(state.iFailCount == 0, "an accepted reply resets the failure count");
 }
 
 bool IsSamePrinter(const stPrinterInfo& a, const stPrinterInfo& b)
@@ -128,7 +128,7 @@ void CheckEvaluation(const unsigned char* data, unsigned long size, Evaluate eva
     const int result = (worker.*evaluate)(bytes, size);
     UtilPrinterStatus reply;
     const bool isAccepted = (reply.*parse)(bytes, size) == 1;
-    Require(result == (isAccepted ? 0 : -1), "a reply is evaluated when the decoder accepts it, and only then");
+    Require(result == (isAccepted ? 0 : -1), "a reply is evaluated if and only if the decoder accepts it");
     Require(IsSamePrinter(worker.stCurrent.stInfo, s_filled.stInfo), "the printer is not touched");
     if (isAccepted) {
         checkState(worker.stCurrent.stState, reply);

@@ -39,7 +39,7 @@ void CompareWithSettings(const QList<stPrinterInfo>& printers)
                     info.iConnectType == settings.value(QStringLiteral("ConnectType")).toInt() &&
                     info.strPort == settings.value(QStringLiteral("Port")).toString() &&
                     info.strURI == settings.value(QStringLiteral("URI")).toString(),
-                "a list without stored objects says what QSettings reads");
+                "a list without stored objects is read as QSettings reads it");
         settings.endGroup();
     }
 }
@@ -53,7 +53,7 @@ QDataStream& operator<<(QDataStream& stream, const StoredTrap& /*trap*/)
 
 QDataStream& operator>>(QDataStream& stream, StoredTrap& /*trap*/)
 {
-    Require(false, "no object that is stored in a list is brought to life");
+    Require(false, "no stored object is created");
     return stream;
 }
 
@@ -71,7 +71,7 @@ int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
     [[maybe_unused]] static const bool s_isPrepared = Prepare();
     PrinterFolder::WritePrinterListText(text);
     const QList<stPrinterInfo> printers = TrdDeviceManage(nullptr).GetPrinterInfo(true);
-    Require(printers.size() <= MaximumPrinters, "there are no more printers than can be");
+    Require(printers.size() <= MaximumPrinters, "the number of printers is within the limit");
     if (IsHarmless(text)) {
         CompareWithSettings(printers);
     }

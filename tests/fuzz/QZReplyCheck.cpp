@@ -148,7 +148,7 @@ void CheckQZDecoding(const unsigned char* data, unsigned long size, unsigned int
                      const UtilPrinterStatus& status)
 {
     const Outcome expected(data, size);
-    Require(result == (expected.accepted ? 1U : 0U), "a reply is rejected when a known item ends beyond it, else not");
+    Require(result == (expected.accepted ? 1U : 0U), "a reply is rejected if and only if a known item ends beyond it");
     Require(status.dwStatus == expected.status && status.byStatus[0] == expected.status && status.byStatus[1] == 0,
             "the status is that of the last state item");
     Require(status.vecErrorCode == expected.errors.codes, "there is a code for each error item");

@@ -37,7 +37,7 @@ int main(int argc, char* argv[])
     for (int i = 1; i < argc; ++i) {
         const QDir directory(QFile::decodeName(argv[i]));
         const QStringList names = directory.entryList(QDir::Files, QDir::Name);
-        Require(!names.isEmpty(), "the folder holds files to replay");
+        Require(!names.isEmpty(), "the folder has files to replay");
         for (const QString& name : names) {
             Replay(directory.filePath(name));
         }

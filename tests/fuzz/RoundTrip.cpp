@@ -69,25 +69,25 @@ void CheckSupplies(const UtilPrinterStatus& status, const QVector<ReplyRecord>& 
         return LastNumber(records, field);
     };
     Require(status.dwSupplyCount == static_cast<unsigned long>(records.size()), "all supplies records are counted");
-    Require(Holds(status.szSupplySerialNumber, LastSerialNumber(records)), "the supply's serial number comes back");
-    Require(status.dwSupplyType == last(SupplyField::Type), "the supply type comes back");
-    Require(status.dwRemainingToner == last(SupplyField::RemainingToner), "the remaining toner comes back");
-    Require(status.dwWasteToner == last(SupplyField::WasteToner), "the waste toner comes back");
-    Require(status.dwOPCRotation == last(SupplyField::OpcRotation), "the drum's rotation comes back");
-    Require(status.dwNumberOfPages == last(SupplyField::Pages), "the pages come back");
-    Require(status.dwNumberOfPrint == last(SupplyField::Prints), "the prints come back");
-    Require(status.dwPrintDotsCount == last(SupplyField::PrintDots), "the printed dots come back");
-    Require(status.dwPrinterNumOfPages == last(SupplyField::PrinterPages), "the printer's pages come back");
-    Require(status.dwPrinterNumOfPrint == last(SupplyField::PrinterPrints), "the printer's prints come back");
+    Require(Holds(status.szSupplySerialNumber, LastSerialNumber(records)), "the supply's serial number is unchanged");
+    Require(status.dwSupplyType == last(SupplyField::Type), "the supply type is unchanged");
+    Require(status.dwRemainingToner == last(SupplyField::RemainingToner), "the remaining toner is unchanged");
+    Require(status.dwWasteToner == last(SupplyField::WasteToner), "the waste toner is unchanged");
+    Require(status.dwOPCRotation == last(SupplyField::OpcRotation), "the drum's rotation is unchanged");
+    Require(status.dwNumberOfPages == last(SupplyField::Pages), "the pages are unchanged");
+    Require(status.dwNumberOfPrint == last(SupplyField::Prints), "the prints are unchanged");
+    Require(status.dwPrintDotsCount == last(SupplyField::PrintDots), "the printed dots are unchanged");
+    Require(status.dwPrinterNumOfPages == last(SupplyField::PrinterPages), "the printer's pages are unchanged");
+    Require(status.dwPrinterNumOfPrint == last(SupplyField::PrinterPrints), "the printer's prints are unchanged");
 }
 
 void CheckUninterpreted(const UtilPrinterStatus& status, const StandardReply& reply)
 {
     Require(Raw(status.byHead7) + Raw(status.byHead8) + Raw(status.byHead10) == reply.header.mid(7),
-            "the header comes back");
-    Require(Raw(status.byReserved1) == reply.reservedBeforeStatus, "what precedes the status comes back");
+            "the header is unchanged");
+    Require(Raw(status.byReserved1) == reply.reservedBeforeStatus, "the bytes before the status are unchanged");
     Require(Raw(status.byReserved2) + Raw(status.byReserved3) + Raw(status.byReserved4) == reply.reservedBeforeSupplies,
-            "what precedes the supplies comes back");
+            "the bytes before the supplies are unchanged");
 }
 
 // The codes that the items of one type announce.
@@ -147,14 +147,14 @@ void CheckRoundTrip(const StandardReply& reply)
                                 static_cast<unsigned long>(bytes.size())) == 1,
             "a correct reply is accepted");
     CheckUninterpreted(status, reply);
-    Require(Holds(status.szVenderName, reply.vendorName), "the vendor name comes back");
-    Require(Holds(status.szProductName, reply.productName), "the product name comes back");
-    Require(Holds(status.szSerialNumber, reply.serialNumber), "the serial number comes back");
-    Require(status.dwStatus == reply.status, "the status comes back");
-    Require(Holds(status.szFWVersion, reply.firmwareVersion), "the firmware version comes back");
-    Require(Holds(status.szExtraInfo, reply.extraInfo), "the further text comes back");
-    Require(AreSameCodes(status.vecErrorCode, reply.errorCodes), "the errors come back");
-    Require(AreSameCodes(status.vecWarningCode, reply.warningCodes), "the warnings come back");
+    Require(Holds(status.szVenderName, reply.vendorName), "the vendor name is unchanged");
+    Require(Holds(status.szProductName, reply.productName), "the product name is unchanged");
+    Require(Holds(status.szSerialNumber, reply.serialNumber), "the serial number is unchanged");
+    Require(status.dwStatus == reply.status, "the status is unchanged");
+    Require(Holds(status.szFWVersion, reply.firmwareVersion), "the firmware version is unchanged");
+    Require(Holds(status.szExtraInfo, reply.extraInfo), "the further text is unchanged");
+    Require(AreSameCodes(status.vecErrorCode, reply.errorCodes), "the errors are unchanged");
+    Require(AreSameCodes(status.vecWarningCode, reply.warningCodes), "the warnings are unchanged");
     CheckSupplies(status, reply.supplies);
 }
 
@@ -167,10 +167,10 @@ void CheckRoundTrip(const QZReply& reply)
             "a correct reply is accepted");
     const QZCodes errors(reply.items, QZError(0).type);
     const QZCodes warnings(reply.items, QZWarning(0).type);
-    Require(status.dwStatus == LastQZStatus(reply.items), "the status comes back");
-    Require(AreSameCodes(status.vecErrorCode, errors.codes), "the errors come back");
+    Require(status.dwStatus == LastQZStatus(reply.items), "the status is unchanged");
+    Require(AreSameCodes(status.vecErrorCode, errors.codes), "the errors are unchanged");
     Require(status.dwErrorCount == errors.isSet(), "the last error item says whether there are any");
-    Require(AreSameCodes(status.vecWarningCode, warnings.codes), "the warnings come back");
+    Require(AreSameCodes(status.vecWarningCode, warnings.codes), "the warnings are unchanged");
     Require(status.dwWarningCount == warnings.isSet(), "the last warning item says whether there are any");
-    Require(status.dwRemainingToner == LastQZToner(reply.items), "the toner comes back");
+    Require(status.dwRemainingToner == LastQZToner(reply.items), "the toner is unchanged");
 }

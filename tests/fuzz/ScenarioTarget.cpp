@@ -20,7 +20,8 @@ void CheckErrors(const QVector<ScenarioError>& errors, int lines)
 {
     int previousLine = 0;
     for (const ScenarioError& error : errors) {
-        Require(error.line > previousLine && error.line <= lines, "errors stand in the order of lines, one a line");
+        Require(error.line > previousLine && error.line <= lines,
+                "errors are in the order of lines, one for each line");
         Require(!error.reason.isEmpty(), "an error has a reason");
         previousLine = error.line;
     }
@@ -30,7 +31,7 @@ void CheckReply(const SimulatedPrinter& printer)
 {
     const bool isQZ = printer.family == PrinterFamily::QZ;
     const quint32 toner = printer.supplies.value(SupplyField::RemainingToner);
-    Require(toner <= (isQZ ? FullQZToner : FullStandardToner), "there is no more toner than a full cartridge holds");
+    Require(toner <= (isQZ ? FullQZToner : FullStandardToner), "the toner does not exceed a full cartridge");
     QByteArray reply = EncodeStatusReply(printer);
     auto* const bytes = reinterpret_cast<unsigned char*>(reply.data());
     const auto length = static_cast<unsigned long>(reply.size());

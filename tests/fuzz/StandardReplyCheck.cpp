@@ -93,7 +93,7 @@ void CheckText(const char (&text)[TextCapacity + 1], const unsigned char* field,
     static constexpr char c_zeros[TextCapacity + 1] = {};
     const unsigned long n = std::min(BigEndian(field, lengthBytes), TextCapacity);
     Require(std::memcmp(text, field + lengthBytes, n) == 0, "a text is that of the reply");
-    Require(std::memcmp(text + n, c_zeros, sizeof text - n) == 0, "a text is followed by zeros up to its member's end");
+    Require(std::memcmp(text + n, c_zeros, sizeof text - n) == 0, "zeros fill the rest of a text's member");
 }
 
 void CheckCodes(const std::vector<unsigned long>& codes, unsigned long count, const unsigned char* field)
@@ -195,7 +195,7 @@ void CheckStandardDecoding(const unsigned char* data, unsigned long size, unsign
 {
     CheckBounds(status);
     const std::optional<Places> places = Surveyor(data, size).survey();
-    Require(result == (places ? 1U : 0U), "a reply is accepted when all its fields lie inside, and only then");
+    Require(result == (places ? 1U : 0U), "a reply is accepted if and only if it contains all its fields");
     if (!places) {
         return;
     }

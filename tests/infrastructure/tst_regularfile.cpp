@@ -155,7 +155,7 @@ void RegularFileTest::zeroByteInThePath()
 void RegularFileTest::noPermission()
 {
     if (geteuid() == 0) {
-        QSKIP("permissions do not bind root");
+        QSKIP("root ignores file permissions");
     }
     QCOMPARE(chmod(LocalPath("plain").constData(), 0200), 0);
     const RegularFile file(Path("plain"));

@@ -334,7 +334,7 @@ void UtilLogFilesTest::folderThatCannotBeMade()
 void UtilLogFilesTest::folderThatCannotBeWritten()
 {
     if (geteuid() == 0) {
-        QSKIP("permissions do not bind root");
+        QSKIP("root ignores file permissions");
     }
     const QString folder = QString::fromLatin1(PrinterFolder::ToolDirectory);
     SetLogEnable(true);

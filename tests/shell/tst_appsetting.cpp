@@ -445,7 +445,7 @@ void AppSettingTest::lockedDirectory_data()
 void AppSettingTest::lockedDirectory()
 {
     if (geteuid() == 0) {
-        QSKIP("permissions do not bind root; run as an ordinary user");
+        QSKIP("root ignores file permissions; run as an ordinary user");
     }
     QFETCH(const bool, hasEntry);
     QVERIFY(QDir().mkpath(QString::fromLatin1(EntryDirectory)));

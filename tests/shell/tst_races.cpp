@@ -139,7 +139,7 @@ private:
     }
 
     std::atomic<bool> m_isEnding{false};
-    int m_replacements = 0; ///< the thread's, until it has ended
+    int m_replacements = 0; ///< owned by the thread until it has ended
     std::thread m_thread; ///< the last member: it uses the others
 };
 
@@ -196,7 +196,7 @@ private:
     }
 
     std::atomic<bool> m_isEnding{false};
-    int m_filledRecords = 0; ///< the thread's, until it has ended, as is the next
+    int m_filledRecords = 0; ///< like the next member, owned by the thread until it has ended
     QString m_mixedUp;
     std::thread m_thread;
 };

@@ -259,7 +259,7 @@ void WorkerControlTest::longListLeavesTheWindowToItself()
 void WorkerControlTest::roomOfStartSignalsIsReturned()
 {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    QSKIP("The sanitizers have a heap of their own.");
+    QSKIP("the sanitizers replace the heap");
 #endif
     constexpr int printers = 1000;
     ReturnFreeMemory(); // free memory of other tests
@@ -325,7 +325,7 @@ void WorkerControlTest::hangingCommand()
     window->~TestWindow();
     const qint64 elapsedMs = timer.elapsed();
     s_memory.fill(Untouched);
-    qInfo("a hanging command held the window up for %lld ms", elapsedMs);
+    qInfo("a hanging command delayed the window by %lld ms", elapsedMs);
     QVERIFY(elapsedMs >= StopTimeoutMs);
     QVERIFY2(elapsedMs < StopTimeoutMs + StopLimitMs, qPrintable(QString::number(elapsedMs)));
     QTRY_COMPARE(workerThreads(), 1); // the window leaves it running

@@ -74,9 +74,9 @@ private:
     WorkerCount m_workers;
     QMap<QString, int> m_counts;
     int m_storms = 0;
-    QVector<PathFault> m_losses; ///< still to come before any comes again
+    QVector<PathFault> m_losses; ///< losses that come before any is repeated
     QQueue<Step> m_steps;
     qint64 m_nextStepMs = 0;
-    std::unique_ptr<OpenedFiles> m_opened; ///< while the list flaps
-    QVector<int> m_flappingLengths; ///< of the lists that are watched
+    std::unique_ptr<OpenedFiles> m_opened; ///< null unless the list flaps
+    QVector<int> m_flappingLengths; ///< of the observed lists
 };

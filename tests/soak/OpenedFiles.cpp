@@ -42,7 +42,7 @@ QVector<int> OpenedFiles::take()
             inotify_event event = {};
             std::memcpy(&event, buffer.data() + at, sizeof event);
             if ((event.mask & IN_Q_OVERFLOW) != 0) {
-                qFatal("more files were opened than could be followed");
+                qFatal("lost track of the opened files");
             }
             const int index = m_watches.indexOf(event.wd);
             if (index >= 0 && (event.mask & IN_OPEN) != 0) {

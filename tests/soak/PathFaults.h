@@ -12,7 +12,7 @@
 struct PathFault
 {
     const char* name = "";
-    void (*put)(const QString& path, Chance& chance) = nullptr; ///< expects a free path
+    void (*put)(const QString& path, Chance& chance) = nullptr; ///< the path must be free
 };
 
 const QVector<PathFault>& PathFaults();

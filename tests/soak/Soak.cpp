@@ -189,7 +189,7 @@ bool Soak::takeSample()
     sample.answerMs = static_cast<double>(answer.nsecsElapsed()) / NanosecondsPerMs;
     sample.seconds = seconds();
     if (!ReadProcess(m_assistant.processId(), sample.process)) {
-        return Fail(QStringLiteral("the assistant cannot be looked into"));
+        return Fail(QStringLiteral("cannot inspect the assistant's process"));
     }
     sample.isSettled = sample.seconds >= m_settledFrom;
     sample.expectedWorkers = m_listFaults.expectedWorkers();
@@ -224,7 +224,7 @@ bool Soak::showsAllPrinters()
     screenReaderBus.kill();
     screenReaderBus.waitForFinished();
     if (!isShown) {
-        return Fail(QStringLiteral("%1 rows are not right, such as %2").arg(missing.size()).arg(missing.first()));
+        return Fail(QStringLiteral("%1 rows are wrong, for example %2").arg(missing.size()).arg(missing.first()));
     }
     Say(QString::asprintf("All %d rows were right %.1f s after the last fault.", m_printers.size(),
                           static_cast<double>(timer.elapsed()) / MsPerSecond));

@@ -20,10 +20,10 @@ struct SoakPlan
     explicit SoakPlan(double seconds);
 
     double duration;
-    double warmUp; ///< faults rage, but nothing is judged yet
-    double stormInterval; ///< from the begin of one storm of the printer list to that of the next
+    double warmUp; ///< faults occur, but nothing is judged yet
+    double stormInterval; ///< between the starts of two storms of the printer list
     double settling; ///< after a storm, before samples count again
-    double window; ///< of the medians that trends are taken from
+    double window; ///< for the medians of which trends are computed
 };
 
 /// Runs the assistant among failing printers. Needs a sandbox with a screen and the desktop double, as an ordinary
@@ -57,7 +57,7 @@ private:
     // Each has its own random numbers, so the order of their calls does not matter.
     StatusFaults m_statusFaults;
     ListFaults m_listFaults;
-    Chance m_chance; ///< of the cancel command
+    Chance m_chance; ///< for the cancel command
     FakeCommand m_cancel;
     AssistantProcess m_assistant;
     QFile m_csv;

@@ -11,11 +11,11 @@
 struct SoakSample
 {
     double seconds = 0; ///< since the first fault
-    bool isSettled = false; ///< warmed up, and no storm of the printer list goes on or has just gone by
-    int expectedWorkers = 0; ///< status workers that the lists seen so far account for
+    bool isSettled = false; ///< false during the warm-up and during and shortly after a storm of the printer list
+    int expectedWorkers = 0; ///< status workers that the lists so far have caused
     ProcessSample process;
-    double cpuPercent = 0; ///< of one core, since the sample before
-    double answerMs = 0; ///< until the main thread answered a question on the session bus
+    double cpuPercent = 0; ///< of one core, since the previous sample
+    double answerMs = 0; ///< response time of the main thread to a call on the session bus
 };
 
 QByteArray SoakCsvHeader();

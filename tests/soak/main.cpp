@@ -43,7 +43,7 @@ int main(int argc, char** argv)
     parser.process(application);
     const QStringList arguments = parser.positionalArguments();
     if (arguments.size() != 2) {
-        return Fail("give the minutes and the path of the record; script/soak does");
+        return Fail("expects the minutes and the path of the record; use script/soak");
     }
     bool isMinutes = false;
     const double minutes = arguments.first().toDouble(&isMinutes);

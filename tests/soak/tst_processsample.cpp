@@ -22,7 +22,7 @@ ProcessSample Own()
 {
     ProcessSample sample;
     if (!ReadProcess(getpid(), sample)) {
-        qFatal("this process cannot be looked into");
+        qFatal("cannot inspect this process");
     }
     return sample;
 }

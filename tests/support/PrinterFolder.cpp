@@ -136,7 +136,7 @@ void WriteFile(const QString& path, const QByteArray& content, qint64 modifiedMs
     file.close();
     SetModificationTime(newPath, modifiedMs);
     Require(rename(QFile::encodeName(newPath).constData(), QFile::encodeName(path).constData()) == 0,
-            QStringLiteral("put in place ") + path);
+            QStringLiteral("move into place ") + path);
 }
 
 QByteArray ReadFile(const QString& path)
@@ -159,7 +159,7 @@ void SetModificationTime(const QString& path, qint64 modifiedMs)
 qint64 ModificationTime(const QString& path)
 {
     struct stat properties = {};
-    Require(stat(QFile::encodeName(path).constData(), &properties) == 0, QStringLiteral("look at ") + path);
+    Require(stat(QFile::encodeName(path).constData(), &properties) == 0, QStringLiteral("stat ") + path);
     return properties.st_mtim.tv_sec * MsPerSecond + properties.st_mtim.tv_nsec / NanosecondsPerMs;
 }
 

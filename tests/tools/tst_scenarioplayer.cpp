@@ -122,7 +122,7 @@ void ScenarioPlayerTest::everyRewriteHasItsOwnTimeStamp()
         const QByteArray newList = Content(QStringLiteral("printerlist.ini"));
         const qint64 newListStamp = TimeStampMSec(Path(QStringLiteral("printerlist.ini")));
         if (newList != list && newListStamp <= listStamp) {
-            qWarning("the list changed, its time stamp did not");
+            qWarning("the list changed but its timestamp did not");
             return false;
         }
         list = newList;

@@ -32,7 +32,7 @@ int main(int argc, char** argv)
     if (!Serve(&tray, QStringLiteral("/StatusNotifierWatcher"), QStringLiteral("org.kde.StatusNotifierWatcher")) ||
         !Serve(&notifications, QStringLiteral("/org/freedesktop/Notifications"),
                QStringLiteral("org.freedesktop.Notifications"))) {
-        std::fputs("desktop-double: no session bus, or it has a desktop already\n", stderr);
+        std::fputs("desktop-double: there is no session bus, or it already has a desktop\n", stderr);
         return 1;
     }
     std::puts("ready");
