@@ -17,14 +17,14 @@ from rig.screen import Screen
 def pytest_addoption(parser):
     parser.addoption("--program", required=True, help="the assistant")
     parser.addoption("--simulator", required=True, help="the printer simulator, which encodes status replies")
-    parser.addoption("--pictures", required=True, help="the folder that keeps screenshots")
-    parser.addoption("--session-manager", default="session-manager-double", help="its double; built with libsm-dev")
+    parser.addoption("--pictures", required=True, help="the folder for screenshots")
+    parser.addoption("--session-manager", default="session-manager-double", help="its test double; needs libsm-dev")
     parser.addoption("--screen", required=True, help="the screen's size, for example 1920x1080")
     parser.addoption("--tray", required=True, choices=["sni", "xembed", "none"], help="the kind of tray")
 
 
 class Desktop:
-    """The desktop around a test; the sandbox has started it."""
+    """The desktop around a test, which the sandbox has started."""
 
     def __init__(self, config):
         self.tray = config.getoption("tray")
@@ -46,7 +46,7 @@ def notifications(desktop):
 
 @pytest.fixture
 def printers(pytestconfig):
-    """The driver package's folder, without printers. To be asked for before the assistant is."""
+    """The driver package's folder, without printers. Request it before the assistant."""
     return Printers(pytestconfig.getoption("simulator"))
 
 
@@ -59,8 +59,8 @@ def program(pytestconfig):
 @pytest.fixture
 def start(desktop, printers, program):
     """Starts a copy of the assistant and waits until it answers: start("-hide", path=..., in_tray=False, NAME=value).
-    Whatever is started ends with the test."""
-    # printers: the package's folder is made afresh before the first start.
+    The copies end with the test."""
+    # The printers fixture creates the package's folder before the first start.
     copies = []
 
     def start_copy(*arguments, path=program, in_tray=True, **environment):
@@ -90,7 +90,7 @@ def hidden_assistant(start):
 @pytest.fixture
 def launch(desktop, printers, program):
     """Starts a login launcher: launch("--if-enabled", without=[environment variables...], NAME=value)."""
-    # printers: the package's folder is made afresh before the first start.
+    # The printers fixture creates the package's folder before the first start.
     launchers = []
 
     def launch_one(*arguments, without=(), **environment):
@@ -109,7 +109,7 @@ def launch(desktop, printers, program):
 
 @pytest.fixture
 def later():
-    """Starts a program of the desktop: later("trayer", "--edge", ...); it ends with the test."""
+    """Starts a program of the desktop: later("trayer", "--edge", ...). It ends with the test."""
     processes = []
 
     def later_one(*command, **options):

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""All that a panel may tell a StatusNotifierItem. Each call returns when it has been acted on."""
+"""The calls that a panel may send to a StatusNotifierItem. Each one returns when it is done."""
 
 import pytest
 from rig.accessibility import SHOWING

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""A tray of the older kind knows no messages: Qt draws them as a balloon beside the icon, a window of the program. It
-comes and goes while no other window is open, and the program goes on."""
+"""XEmbed trays do not support messages, so Qt shows each one in a balloon: a window of the program beside the icon. Its
+closing must not end the program, even if no other window is open."""
 
 import pytest
 from rig.waiting import eventually
@@ -11,28 +11,28 @@ JAM_INSIDE = "0x11B0"
 
 @pytest.fixture
 def balloon(printers, start):
-    """A balloon of an assistant whose window is hidden."""
+    """The balloon of an assistant whose window is hidden."""
     printers.install({"Office": dict(toner="50", errors=[JAM_INSIDE])})
     return Balloon(start("-hide"))
 
 
 class Balloon:
-    """The program's only visible window beside its icon."""
+    """The balloon, which is the program's only visible window besides its icon."""
 
     def __init__(self, assistant):
         self.assistant = assistant
         eventually(self.button, "the balloon is shown")
 
     def texts(self):
-        """Title and text."""
+        """The title and the text."""
         return [item.name for item in self.assistant.program.descendants() if item.role == "label"]
 
     def button(self):
-        """The one that closes it; None while it is not shown."""
+        """The button that closes it; None unless it is shown."""
         return self.assistant.program.find("push button")
 
     def wait_until_closed(self):
-        """Waits until it is gone, and checks that the program goes on: it shows its window at a click."""
+        """Waits until the balloon is closed and checks that the program still works: a click shows its window."""
         eventually(lambda: not self.button(), "the balloon is closed")
         self.assistant.icon.click()
         self.assistant.window()

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The end of the program from the tray's menu."""
+"""Ending the program from the tray's menu."""
 
 import warnings
 
@@ -10,9 +10,9 @@ from rig.assistant import EXIT
 from rig.stopwatch import Stopwatch
 from rig.waiting import eventually
 
-# A worker looks twice a second whether it is to stop.
+# Workers check twice a second whether to stop.
 LIMIT_S = 0.7
-# Made at the start, for the log.
+# The program creates it at the start, for the log.
 TOOL_FOLDER = "/opt/tolmar/tolmar-printer-q727/tool"
 
 
@@ -31,7 +31,7 @@ def test_ends_soon_and_leaves_nothing_behind(printers, start, count):
     assert copy.wait_for_exit() == 0
     assert traces.children() == children
     assert traces.files() - files == {TOOL_FOLDER}
-    # The bus notices an end only after it.
+    # The bus notices the end only later.
     eventually(lambda: traces.bus_names() <= bus_names, "the bus forgets the program")
     if is_judged:
         assert elapsed_s < LIMIT_S

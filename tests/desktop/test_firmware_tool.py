@@ -26,13 +26,13 @@ def install_tool(mode=0o755):
 
 
 def starts():
-    """Process and number of arguments of each start."""
+    """The process number and the number of arguments of each start."""
     return [tuple(int(number) for number in line.split()) for line in STARTS.read_text().splitlines()]
 
 
 @pytest.fixture
 def record():
-    """Of the tool's starts; what was started ends with the test."""
+    """The record of the tool's starts. The started processes end with the test."""
     STARTS.write_text("")
     yield
     for process, _ in starts():
@@ -48,7 +48,7 @@ def test_started_each_time_and_outlives_the_program(hidden_assistant):
     eventually(lambda: len(starts()) == 2, "the tool is started again")
     assert [arguments for _, arguments in starts()] == [0, 0]
     processes = [process for process, _ in starts()]
-    # What ends the program's session does not end them.
+    # The tools have their own sessions, so the end of the program's session does not end them.
     assert os.getsid(hidden_assistant.pid) not in [os.getsid(process) for process in processes]
 
     hidden_assistant.icon.choose(EXIT)
@@ -63,7 +63,7 @@ def test_started_each_time_and_outlives_the_program(hidden_assistant):
 def test_cannot_be_started(desktop, notifications, hidden_assistant, install):
     install()
     hidden_assistant.icon.choose(UPDATE)
-    # The entries are worked through in order.
+    # The program handles the entries in order, so the first is done when the window is shown.
     hidden_assistant.icon.choose(SHOW)
     window = hidden_assistant.window()
     assert desktop.screen.windows(hidden_assistant.pid) == [window]

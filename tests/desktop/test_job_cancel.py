@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""A job that is cancelled at the printer leaves the printer's queue in CUPS."""
+"""A job that a user cancels at the printer is also cancelled in CUPS."""
 
 import shutil
 
@@ -8,7 +8,7 @@ import pytest
 from rig.print_service import PrintService
 from rig.waiting import eventually_equals
 
-# Short: it holds a socket, whose path may have 107 bytes.
+# The path is short because a socket's path is limited to 107 bytes.
 FOLDER = "/tmp/cups"
 CANCELLING = "正在取消任务"
 
@@ -23,7 +23,7 @@ def print_service():
 
 @pytest.fixture
 def watch(printers, start, print_service):
-    """Starts the assistant with these printers, with its window open and this print service."""
+    """Starts the assistant with these printers and this print service, and waits for the rows."""
 
     def watch_printers(*names):
         printers.install({name: {"toner": "90"} for name in names})
@@ -35,7 +35,7 @@ def watch(printers, start, print_service):
 
 
 def report(printers, assistant, name, toner, status, text):
-    """A new status; ends when the assistant has dealt with it, for it shows it last."""
+    """Reports a status and waits until the assistant shows it, which is its last step."""
     printers.report(name, toner=toner, status=status)
     eventually_equals(lambda: next(row for row in assistant.rows() if row[0] == name)[2:], (f"{toner}.00%", text))
 
@@ -51,7 +51,7 @@ def test_takes_the_oldest_job_of_this_queue(printers, print_service, watch):
 
     report(printers, assistant, "Office", 89, "cancelling", CANCELLING)
     assert set(print_service.jobs()) == {second, third, chinese}
-    # It stays in this status, which is still the same cancelling.
+    # Staying in this status does not start another cancellation.
     report(printers, assistant, "Office", 88, "cancelling", CANCELLING)
     assert set(print_service.jobs()) == {second, third, chinese}
     report(printers, assistant, "Office", 87, "ready", "就绪")

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The user logs out: the session manager asks every program, and each may refuse. Its double also tells of a program
-that lets itself be started again at the next login, so that every test here checks that."""
+"""The user logs out: the session manager asks every program, and each may refuse. The session manager's double also
+reports programs that ask to be restarted at the next login, so every test checks that this one does not."""
 
 import select
 import subprocess
@@ -15,16 +15,16 @@ JAM_INSIDE = "0x11B0"
 
 
 class SessionManager:
-    """The double of a session manager. `environment` leads a program to it."""
+    """The session manager's test double. `environment` directs a program to it."""
 
     def __init__(self, double):
         self._process = subprocess.Popen([double], bufsize=0, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self.environment = {"SESSION_MANAGER": self.next_event()}
 
     def next_event(self):
-        """What the program does, or has done since the last question; None when it does nothing."""
+        """The program's next step since the last call; None on a timeout."""
         output = self._process.stdout
-        # Nothing is buffered.
+        # select() works because the pipe is unbuffered.
         if not select.select([output], [], [], TIMEOUT_S)[0]:
             return None
         line = output.readline().decode()
@@ -32,7 +32,7 @@ class SessionManager:
         return line.rstrip("\n")
 
     def log_out(self, command="log-out", last="closed"):
-        """Asks the program; returns what it does up to its last step, or until it does nothing more."""
+        """Logs out. Returns the program's steps up to `last`, or with None at the end on a timeout."""
         self._process.stdin.write(command.encode() + b"\n")
         events = [self.next_event()]
         while events[-1] not in (last, None):
@@ -40,11 +40,11 @@ class SessionManager:
         return events
 
     def log_out_cancelled_by_another(self):
-        """As log_out(), but another program of the session cancels after this one has agreed."""
+        """Like log_out(), but another program of the session cancels after this one has agreed."""
         return self.log_out("log-out-cancelled-by-another", "agrees")
 
     def stop(self):
-        """It ends with its input."""
+        """Closes the input, which ends the double."""
         self._process.communicate(timeout=TIMEOUT_S)
 
 
@@ -57,7 +57,7 @@ def session_manager(pytestconfig):
 
 @pytest.fixture
 def assistant(printers, start, session_manager):
-    """At work in this session."""
+    """An assistant that is registered in this session and shows a printer."""
     printers.install({"Office": {"toner": "50"}})
     copy = start(**session_manager.environment)
     assert session_manager.next_event() == "registered"
@@ -66,7 +66,7 @@ def assistant(printers, start, session_manager):
 
 
 def report_jam(desktop, notifications, printers, assistant):
-    """Makes the assistant show a message: as a balloon in a tray of the older kind."""
+    """Makes the assistant show a message, which is a balloon in an XEmbed tray."""
     printers.report("Office", errors=[JAM_INSIDE])
     if desktop.tray == "xembed":
         eventually(lambda: assistant.program.find("label", "Office"), "the balloon is shown")
@@ -75,7 +75,7 @@ def report_jam(desktop, notifications, printers, assistant):
 
 
 def assert_is_whole(printers, assistant):
-    """Its icon, menu, windows and workers still work."""
+    """Checks that the icon, menu, windows and workers still work."""
     assert assistant.is_running()
     assert assistant.icon.is_present()
     assert len(assistant.icon.entries()) == 4
@@ -139,7 +139,7 @@ def test_cancelled_by_another_program(desktop, notifications, printers, session_
     assert bool(assistant.windows()) == (shown == "window")
     assert bool(assistant.windows(SETTINGS_TITLE)) == (shown == "settings")
     assert_is_whole(printers, assistant)
-    # And it agrees again.
+    # The program agrees again.
     assert session_manager.log_out() == ["agrees", "closed"]
     assert assistant.wait_for_exit() == 0
 
@@ -151,7 +151,7 @@ def test_exit_after_a_cancelled_log_out(session_manager, assistant):
     assert assistant.wait_for_exit() == 0
 
 
-# It asks before it closes the box.
+# The second copy asks to interact before it closes its box.
 def test_with_the_box_of_a_second_copy(session_manager, start):
     start("-hide")
     second = start(in_tray=False, **session_manager.environment)

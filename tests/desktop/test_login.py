@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The launcher that is started at login, before the desktop's panel is there."""
+"""The login launcher, started before the desktop's panel."""
 
 import os
 import pathlib
@@ -17,7 +17,7 @@ ENTRY = pathlib.Path("/opt/apps/tolmar-printer-q727/entries/autostart/tolmar-q72
 
 @pytest.fixture(name="entry")
 def fixture_entry():
-    """The auto-start option is on."""
+    """The entry that exists while the auto-start option is on."""
     ENTRY.parent.mkdir(parents=True, exist_ok=True)
     ENTRY.write_text("[Desktop Entry]\n")
     yield ENTRY
@@ -34,7 +34,7 @@ def test_panel_comes_five_seconds_later(launch, later):
 
 def test_neither_bus_nor_display(launch):
     launcher = launch(without=["DISPLAY", "DBUS_SESSION_BUS_ADDRESS"], QT_QPA_PLATFORM="offscreen")
-    # Well before the wait for a tray would end.
+    # This timeout is far shorter than the wait for a tray.
     eventually(lambda: name_of(launcher.process.pid) == "BrelPrinterTool", "the launcher does not wait", timeout=20)
 
 
@@ -66,7 +66,7 @@ def test_second_folder_acts_only_while_the_option_is_on(launch):
 
 
 def test_no_runtime_folder(launch, later):
-    """Nor one that can be made in its stead: the launcher does without its lock, and puts it nowhere else."""
+    """The folder that Qt would use instead cannot be created, either. The launcher then uses no lock at all."""
     in_its_stead = pathlib.Path(f"/tmp/runtime-{pwd.getpwuid(os.getuid()).pw_name}")
     in_its_stead.touch()
     launcher = launch(XDG_RUNTIME_DIR="/nonexistent/run")

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The launcher that is started at login where no tray ever comes: each of these takes the half minute that it waits."""
+"""The login launcher without a usable tray: each test takes the half minute that the launcher waits."""
 
 from rig.launcher import OLDER_TRAY
 from rig.watcher import Watcher
@@ -13,7 +13,7 @@ def test_no_tray_at_all(launch):
 
 
 def test_watcher_without_host_beside_older_tray(launch, later):
-    """In the end any tray is better than none."""
+    """After the wait the launcher accepts any tray."""
     watcher = Watcher()
     watcher.step("watcher")
     later(*OLDER_TRAY)

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Orders in which parts of a desktop may come while the login launcher waits, and which tray the assistant takes."""
+"""The orders in which parts of a desktop may start while the login launcher waits, and which tray it takes."""
 
 import pathlib
 import socket
@@ -13,7 +13,7 @@ from rig.screen import output_of
 from rig.waiting import eventually
 from rig.watcher import Watcher
 
-# How long no watcher may have been there before the older tray is taken, and longer than that.
+# The launcher takes an XEmbed tray after this time without a watcher; and a longer time.
 BOUND_S = 3
 LONGER_S = BOUND_S + 2
 
@@ -21,20 +21,20 @@ CONFIGURATION = pathlib.Path(__file__).parents[1] / "support/session-bus.conf"
 
 
 class Bus:
-    """A session bus that is lost and found again at one address."""
+    """A session bus that can end and start again at the same address."""
 
     def __init__(self):
         self.address = "unix:path=/tmp/login-bus"
         self._process = None
 
     def start(self):
-        """Returns when it answers."""
+        """Starts the bus and waits until it answers."""
         self._process = subprocess.Popen(["dbus-daemon", f"--config-file={CONFIGURATION}", f"--address={self.address}",
                                           "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True)
         assert self._process.stdout.readline()
 
     def end(self):
-        """It is lost, without a word to anybody."""
+        """Kills the bus, so that its clients get no notice."""
         if self._process:
             self._process.kill()
             self._process.wait()
@@ -57,11 +57,11 @@ def fixture_watcher():
 
 @pytest.fixture(name="older_tray")
 def fixture_older_tray(later):
-    """Also what a panel's proxy for such trays looks like."""
+    """Starts an XEmbed tray. A panel's proxy for such trays looks the same."""
 
     def start_tray():
         later(*OLDER_TRAY)
-        eventually(has_older_tray, "the tray of the older kind")
+        eventually(has_older_tray, "the XEmbed tray")
 
     eventually(lambda: not has_older_tray(), "the last test's tray has gone")
     return start_tray
@@ -72,7 +72,7 @@ def has_older_tray():
 
 
 def expect_assistant(launcher):
-    """It goes on because of what it sees, well before its wait would end anyway."""
+    """Waits until the launcher goes on, with a timeout shorter than the launcher's own wait."""
     eventually(lambda: name_of(launcher.process.pid) == "BrelPrinterTool", "the launcher goes on", timeout=20)
 
 
@@ -139,7 +139,7 @@ def test_watcher_goes_and_older_tray_stays(launch, watcher, older_tray):
     launcher = launch()
     launcher.assert_stays_waiting(LONGER_S)
     watcher.end()
-    # Another watcher may come, as when a panel is restarted.
+    # The launcher waits because another watcher may start, as when a panel is restarted.
     launcher.assert_stays_waiting(BOUND_S - 1)
     expect_embedded_icon(launcher)
 
@@ -166,7 +166,7 @@ def test_host_beside_an_x_server_that_does_not_answer(launch, watcher):
     watcher.step("watcher")
     watcher.step("host")
     with socket.socket(socket.AF_UNIX) as server:
-        # The abstract address, which clients try first.
+        # Clients try the abstract address first.
         server.bind("\0/tmp/.X11-unix/X77")
         server.listen()
         launcher = launch(DISPLAY=":77", QT_QPA_PLATFORM="offscreen")

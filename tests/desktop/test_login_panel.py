@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The launcher that is started at login, after the desktop's panel."""
+"""The login launcher, started after the desktop's panel."""
 
 import dbus
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The login launcher beside servers that accept it and say nothing: each test takes the half minute that it waits."""
+"""The login launcher with servers that accept a connection but never answer: each test takes half a minute."""
 
 import socket
 
@@ -10,7 +10,7 @@ from rig.waiting import eventually
 
 def test_x_server_that_does_not_answer(launch):
     with socket.socket(socket.AF_UNIX) as server:
-        # The abstract address, which clients try first.
+        # Clients try the abstract address first.
         server.bind("\0/tmp/.X11-unix/X77")
         server.listen()
         launcher = launch(without=["DBUS_SESSION_BUS_ADDRESS"], DISPLAY=":77", QT_QPA_PLATFORM="offscreen")
@@ -19,7 +19,7 @@ def test_x_server_that_does_not_answer(launch):
 
 
 def test_bus_that_does_not_answer(launch, tmp_path):
-    """A socket that accepts and says nothing must not hold the assistant back for ever."""
+    """A socket that never answers must not delay the assistant for ever."""
     path = tmp_path / "bus"
     with socket.socket(socket.AF_UNIX) as bus:
         bus.bind(str(path))

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The login launcher while UKUI's own programs start, in the order of its sessions: what lets older icons through takes
-the older tray's selection long before the panel is there."""
+"""The login launcher while UKUI's own programs start, in the order of its sessions. UKUI's proxy for XEmbed icons owns
+the XEmbed tray's selection long before the panel starts."""
 
 import pathlib
 import subprocess
@@ -19,7 +19,7 @@ def hosts_icons(bus):
 
 
 def older_tray_is_taken(later):
-    """Whether somebody plays the older tray: a second one says so."""
+    """Whether the XEmbed tray's selection has an owner, which a second tray would report."""
     tray = later("timeout", "60", *OLDER_TRAY, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
     line = tray.stdout.readline()
     tray.terminate()

@@ -1,13 +1,13 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Pictures of all that can be seen, to be looked at, and what of the layout can be measured."""
+"""Takes pictures of everything visible, for review, and measures the layout."""
 
 import pytest
 from rig.assistant import SETTINGS_TITLE, SHOW, TITLE
 from rig.screen import Box
 from rig.waiting import eventually
 
-# As a Chinese user's desktop: fonts and glyphs depend on it.
+# The locale of a Chinese user's desktop, which decides on fonts and glyphs.
 CHINESE = {"LANG": "zh_CN.UTF-8"}
 NETWORK = dict(connection="network", port="fe80::21b:a9ff:fe34:9c10%enp0s31f6")
 PRINTERS = {
@@ -34,13 +34,13 @@ STATUS_TEXTS = ["就绪", "初始化", "忙碌", "正在打印", "正在打印(�
 
 @pytest.fixture
 def scaled(desktop):
-    """A length on this screen, for one of the layout for a screen 1920 wide."""
+    """Converts a length from a screen 1920 pixels wide to this screen."""
     return lambda length: length * desktop.screen.width // 1920
 
 
 @pytest.fixture
 def start_busy(printers, start):
-    """Starts an assistant with printers in all kinds of states, and opens its window if it does not do so itself."""
+    """Starts an assistant with printers in all kinds of states and makes sure that its window is open."""
     printers.install(PRINTERS)
     printers.vanish("Off-line")
 
@@ -98,7 +98,7 @@ def test_window_for_documents(desktop, printers, start):
 
 
 def test_window_opened_later(desktop, start_busy):
-    """A hidden start leaves out what only the window needs; opened, it looks no different."""
+    """A hidden start skips what only the window needs. The window must still look the same when it is opened."""
     first = start_busy()
     picture = desktop.screen.capture("window", first.window())
     first.end()

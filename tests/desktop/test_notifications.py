@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Messages as the desktop's notification service receives them. That none comes is seen by the one that comes next."""
+"""Messages that the desktop's notification service receives. A later message proves that an unwanted one never came."""
 
 import os
 
@@ -60,12 +60,12 @@ def test_none_repeated_while_nothing_changes(printers, start, notifications):
     printers.install({"Office": dict(toner="20", warnings=[TONER_LOW]), "Hall": dict(toner="90")})
     assistant = start()
     notifications.wait_for_texts(("Office", "碳粉不足"))
-    # The same report, written anew; and what does not matter to the user.
+    # The same report with a new timestamp, then changes that users do not see.
     printers.report("Office")
     printers.wait_until_read("Office")
     printers.report("Office", pages=17, firmware="1.2")
     printers.wait_until_read("Office")
-    # A second or more: the other printer is looked at, and so is this one.
+    # When the other printer's change is shown, this one has been polled, too.
     printers.report("Hall", toner="89")
     assistant.wait_for_rows(("Office", "USB", "20.00%", "就绪"), ("Hall", "USB", "89.00%", "就绪"))
     printers.report("Office", warnings=[TRAY_EMPTY])

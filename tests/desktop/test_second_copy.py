@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Copies of the program beside one another."""
+"""Several copies of the program at the same time."""
 
 import re
 import shutil
@@ -42,7 +42,7 @@ def test_box_of_a_second_copy(desktop, printers, start, is_hidden):
     assert first.wait_for_exit() == 0
 
 
-# A desktop finds the icon of a window by it.
+# The desktop finds a window's icon by the window class.
 def test_window_class_is_in_the_installed_entry(desktop, start):
     expected = re.search(r"^StartupWMClass=(.*)$", ENTRY.read_text(encoding="utf-8"), re.MULTILINE).group(1)
     first = start()
@@ -68,7 +68,7 @@ def test_copy_under_another_name(printers, start, program, tmp_path):
 @pytest.mark.parametrize("arguments", [["-hide"], ["-HIDE"], ["x", "-hide"]], ids=" ".join)
 def test_hides(start, arguments):
     copy = start(*arguments)
-    # It answers from its event loop, before which it would have shown a window.
+    # The answer comes from the event loop. A window would have been shown before that.
     assert len(copy.icon.entries()) == 4
     assert copy.program.children() == []
     assert copy.windows() == []

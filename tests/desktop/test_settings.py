@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Start at login as the settings dialog switches it: it is on while a file exists."""
+"""The auto-start option of the settings dialog, which is on while a file exists."""
 
 import os
 import shutil
@@ -18,7 +18,7 @@ MARK_WIDTH = 16
 
 
 class Settings:
-    """The dialog of a running copy, worked with the mouse."""
+    """The settings dialog of a running copy, used with the mouse."""
 
     def __init__(self, screen, assistant):
         self._screen = screen
@@ -26,7 +26,7 @@ class Settings:
         self._window = None
 
     def open(self):
-        """Opens it from the tray's menu, which is done only when the program has dealt with all that came before."""
+        """Opens the dialog from the tray's menu. By then the program has handled everything before that."""
         self._window = self.assistant.settings()
 
     def _box(self):
@@ -37,7 +37,7 @@ class Settings:
 
     def toggle(self):
         was_ticked = self.is_ticked()
-        # A box answers to clicks on its mark and text, and most of it is empty.
+        # A check box reacts only to clicks on its mark and text, and most of it is empty.
         self._screen.click(self._box().box._replace(width=MARK_WIDTH))
         eventually(lambda: self.is_ticked() != was_ticked, "the box changes")
 
@@ -54,7 +54,7 @@ CONFIRM, CANCEL = "确定", "取消"
 
 @pytest.fixture
 def source(program, tmp_path):
-    """The entry's source, as a package puts it beside the program: here a copy of it."""
+    """The source of the entry, beside a copy of the program, where a package would install it."""
     shutil.copy(program, tmp_path)
     path = tmp_path / ENTRY.name
     path.write_text(CONTENT)
@@ -63,7 +63,7 @@ def source(program, tmp_path):
 
 @pytest.fixture
 def open_settings(desktop, start, source, program):
-    """Starts that copy and opens its settings; the window stays hidden."""
+    """Starts that copy and opens its settings. The main window stays hidden."""
 
     def open_them():
         settings = Settings(desktop.screen, start("-hide", path=str(source.with_name(Path(program).name))))
@@ -120,7 +120,7 @@ def test_exit_saves_nothing(open_settings):
 
 
 def confirm_in_vain(desktop, settings, is_on):
-    """Switches and confirms, which fails: nobody is told, and the box shows what is still the case."""
+    """Toggles and confirms, which fails: no message appears, and the box shows the unchanged state."""
     assert settings.is_ticked() == is_on
     settings.toggle()
     settings.press(CONFIRM)

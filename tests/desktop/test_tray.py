@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The icon in a real tray, with the mouse."""
+"""The icon in a real tray, used with the mouse."""
 
 import os
 
@@ -42,18 +42,18 @@ def test_click_leaves_an_active_window_alone(assistant):
     window = assistant.window()
     eventually(lambda: assistant.says(ACTIVE), "the window is active")
     assistant.icon.click(LEFT)
-    # Whatever the click did was done before this.
+    # The program handles the menu after the click.
     assistant.icon.open_menu()
     assistant.icon.close_menu()
     assert assistant.window() == window
     assert assistant.says(SHOWING)
 
 
-# Its first click shows the window; the rest of it changes nothing.
+# The first click shows the window. The rest of the double click changes nothing.
 def test_double_click_shows_the_window_once(hidden_assistant):
     hidden_assistant.icon.double_click()
     window = hidden_assistant.window()
-    # Whatever the clicks did was done before this.
+    # The program handles the menu after the clicks.
     hidden_assistant.icon.open_menu()
     hidden_assistant.icon.close_menu()
     assert hidden_assistant.window() == window
@@ -62,7 +62,7 @@ def test_double_click_shows_the_window_once(hidden_assistant):
 
 def test_other_buttons_do_not_show_the_window(hidden_assistant):
     hidden_assistant.icon.click(MIDDLE)
-    # The right button: the program hears of it after the other one.
+    # The program handles the right button after the middle one.
     hidden_assistant.icon.open_menu()
     hidden_assistant.icon.close_menu()
     assert not hidden_assistant.says(SHOWING)

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The program on Wayland: a compositor without a screen, and a tray on the session bus."""
+"""The program on Wayland, with a compositor without a screen and a tray on the session bus."""
 
 import os
 import pathlib
@@ -23,7 +23,7 @@ COMPOSITOR_LOG = pathlib.Path("/tmp/weston.log")
 def fixture_compositor():
     process = subprocess.Popen(["weston", "--backend=headless-backend.so", "--width=1920", "--height=1080",
                                 f"--socket={SOCKET}", "--idle-time=0", f"--log={COMPOSITOR_LOG}",
-                                # With every request of every program.
+                                # The log then has every request of every program.
                                 "--logger-scopes=log,proto"])
     eventually(pathlib.Path(os.environ["XDG_RUNTIME_DIR"], SOCKET).is_socket, "the compositor")
     yield process
@@ -33,13 +33,13 @@ def fixture_compositor():
 
 
 def application_ids():
-    """What programs have told the compositor so far, once a window. It is how a desktop finds the window's icon."""
+    """The application ids that the compositor has received, one for each window. Desktops find icons by them."""
     return re.findall(r"set_app_id\((.*)\)", COMPOSITOR_LOG.read_text(encoding="utf-8", errors="replace"))
 
 
 @pytest.fixture(name="tray")
 def fixture_tray():
-    """A host of icons on the session bus."""
+    """A tray on the session bus."""
     watcher = Watcher()
     watcher.step("watcher")
     watcher.step("host")
@@ -48,7 +48,7 @@ def fixture_tray():
 
 
 class WaylandAssistant:
-    """A copy of the program, which has no X display to fall back on."""
+    """A copy of the program without an X display as a fallback."""
 
     def __init__(self, desktop, path, *arguments):
         environment = {**os.environ, "QT_QPA_PLATFORM": "wayland", "WAYLAND_DISPLAY": SOCKET,
@@ -60,7 +60,7 @@ class WaylandAssistant:
         self.pid = self.process.pid
 
     def rows(self):
-        """The table's texts; None while the window is hidden."""
+        """The texts of the table; None while the window is hidden."""
         table = self.program.find("table")
         return table.rows() if table else None
 
@@ -90,7 +90,7 @@ def test_application_id_is_the_installed_entry(launch):
     assert ENTRY.is_file()
     launch().rows()
     eventually_equals(application_ids, [f'"{ENTRY.stem}"'])
-    # The box of a second copy.
+    # A second copy only shows a box.
     box = launch().program
     eventually(lambda: box.find("push button", "确  定"), "the box is shown")
     eventually_equals(application_ids, [f'"{ENTRY.stem}"'] * 2)

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Which mirror packages' systems are made from: the one of the machine's APT, in either format of its files."""
+"""The mirror for the systems that packages are tested in: that of the machine's APT, in either format of its files."""
 import hashlib
 import os
 import subprocess
@@ -17,7 +17,7 @@ def fixture_apt(tmp_path):
 
 
 class Apt:
-    """An APT with folders of its own and repositories in files."""
+    """An APT with its own folders and with repositories in files."""
 
     def __init__(self, folder):
         self._folder = folder

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""What a screen reader finds in a program's windows, asked of the program itself each time: nothing is cached."""
+"""What a screen reader finds in a program's windows. Every call asks the program itself; nothing is cached."""
 
 import contextlib
 import functools
@@ -21,16 +21,16 @@ _GONE = ("org.freedesktop.DBus.Error.ServiceUnknown", "org.freedesktop.DBus.Erro
          "org.freedesktop.DBus.Error.Disconnected", "org.freedesktop.DBus.Error.InvalidArgs")
 _CALM_WITHIN_S = 5
 _PAUSE_S = 0.02
-# Numbers of the protocol.
+# State numbers of the protocol.
 ACTIVE, CHECKED, SHOWING = 1, 4, 25
 
 
 class Gone(Exception):
-    """An object or a program is not there any more."""
+    """An object or a program no longer exists."""
 
 
 def _undisturbed(read):
-    """Repeats a look at several objects while they come and go."""
+    """Repeats reading several objects while they come and go."""
     @functools.wraps(read)
     def read_again(*arguments):
         end = time.monotonic() + _CALM_WITHIN_S
@@ -55,18 +55,18 @@ def _gone_is_told():
 
 
 def connect():
-    """The bus of the screen readers; the session bus starts it."""
+    """Connects to the screen readers' bus, which the session bus starts."""
     launcher = dbus.SessionBus().get_object("org.a11y.Bus", "/org/a11y/bus", introspect=False)
     return dbus.bus.BusConnection(launcher.GetAddress(dbus_interface="org.a11y.Bus"), mainloop=DBusGMainLoop())
 
 
 def program(bus, pid):
-    """The program that runs in a process; None while it is not registered or has not begun to answer."""
+    """The program of a process; None until it is registered and answers."""
     return _find_program(bus, lambda child: child.pid() == pid)
 
 
 def program_called(bus, name):
-    """The first program of this name; None while there is none that answers."""
+    """The first program of this name; None until one answers."""
     return _find_program(bus, lambda child: child.name == name)
 
 
@@ -81,7 +81,7 @@ def _find_program(bus, fits):
 
 
 class ShownMenus:
-    """Follows the menus that programs open: a menu lies in no window, its opening alone tells where it is."""
+    """Follows the menus that programs open. A menu belongs to no window, so only its opening reveals it."""
 
     def __init__(self, bus):
         self._bus = bus
@@ -96,7 +96,7 @@ class ShownMenus:
             self._shown.append((service, path))
 
     def take(self, service):
-        """The menu that a program has opened since the last call; None when there is none."""
+        """The menu that a program has opened since the last call; None if there is none."""
         while GLib.MainContext.default().iteration(False):
             pass
         shown, self._shown = self._shown, []
@@ -126,7 +126,7 @@ class Accessible:
         return self._call(dbus.PROPERTIES_IFACE, "Get", interface, name)
 
     def pid(self):
-        """The program's process."""
+        """The number of the program's process."""
         with _gone_is_told():
             return int(self._bus.call_blocking(*_BUS, "GetConnectionUnixProcessID", "s", (self.service,)))
 
@@ -135,7 +135,7 @@ class Accessible:
 
     @property
     def name(self):
-        """The text."""
+        """The text of the object."""
         return str(self._property(_ACCESSIBLE, "Name"))
 
     @property
@@ -150,22 +150,22 @@ class Accessible:
 
     @property
     def box(self):
-        """Where it lies on the screen."""
+        """The position on the screen."""
         extents = self._call("org.a11y.atspi.Component", "GetExtents", _ON_SCREEN)
         return Box(*(int(length) for length in extents))
 
     def children(self):
-        """What it holds directly."""
+        """The objects directly inside this one."""
         return [self._reached(child) for child in self._call(_ACCESSIBLE, "GetChildren")]
 
     @_undisturbed
     def descendants(self):
-        """All that it holds, each object before its own content."""
+        """All objects inside this one, each before its own content."""
         return list(self._walk())
 
     @_undisturbed
     def find(self, role, name=None):
-        """The first descendant with this role and, unless it is None, this text; None when there is none."""
+        """The first descendant with this role and, unless `name` is None, this text; None if there is none."""
         for child in self._walk():
             if child.role == role and name in (None, child.name):
                 return child
@@ -173,7 +173,7 @@ class Accessible:
 
     @_undisturbed
     def child(self, name):
-        """The first object that it holds directly and that has this text; None when there is none."""
+        """The first object directly inside this one with this text; None if there is none."""
         return next((child for child in self.children() if child.name == name), None)
 
     def _walk(self):
@@ -182,22 +182,22 @@ class Accessible:
             yield from child._walk()
 
     def act(self):
-        """Does its first action: presses a button, toggles a box. Returns before a dialog ends that this opens."""
+        """Performs the first action: presses a button, toggles a box. Does not wait for a dialog that this opens."""
         return bool(self._call("org.a11y.atspi.Action", "DoAction", dbus.Int32(0)))
 
     # --- tables ---
 
     @_undisturbed
     def rows(self):
-        """The texts of a table, a tuple a row."""
+        """The texts of a table, one tuple for each row."""
         counts = [int(self._property("org.a11y.atspi.Table", name)) for name in ("NRows", "NColumns")]
         return [tuple(self.cell(row, column).name for column in range(counts[1])) for row in range(counts[0])]
 
     def cell(self, row, column):
-        """A table's cell."""
+        """A cell of the table."""
         return self._reached(self._call("org.a11y.atspi.Table", "GetAccessibleAt", dbus.Int32(row), dbus.Int32(column)))
 
     @_undisturbed
     def column_headers(self):
-        """The headers, from left to right."""
+        """The column headers, from left to right."""
         return [child for child in self.children() if child.role == "column header"]

@@ -12,10 +12,10 @@ from rig.waiting import TIMEOUT_S, eventually, eventually_equals
 TITLE = "拓玛激光打印助手"
 SETTINGS_TITLE = "设置"
 SHOW, UPDATE, SETTINGS, EXIT = "显示主界面", "打印机更新助手", "设置", "退出"
-# The desktop's entry for the program, as it is installed.
+# The desktop entry that the package installs.
 ENTRY = pathlib.Path(__file__).parents[3] / "packaging" / "tolmar-q727-tool.desktop"
 
-# It answers to screen readers, and the machine's own print system is out of its reach.
+# The program answers to screen readers and cannot reach the machine's own print system.
 _ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "CUPS_SERVER": "/nonexistent"}
 
 
@@ -31,7 +31,7 @@ class Assistant:
         self._main_window = None
 
     def wait_until_ready(self, in_tray):
-        """Waits until its event loop answers and, unless it is to stay out of it, until the tray has its icon."""
+        """Waits until the event loop answers and, if `in_tray`, until the tray has the icon."""
         self.program = eventually(self._look_for_program, "the program answers to screen readers")
         if in_tray:
             self.icon = ICONS[self._desktop.tray](self._desktop, self)
@@ -41,15 +41,15 @@ class Assistant:
         return accessibility.program(self._desktop.accessibility_bus, self.pid)
 
     def is_running(self):
-        """Whether the process has not ended."""
+        """Whether the process is running."""
         return self.process.poll() is None
 
     def wait_for_exit(self):
-        """Waits for the end and returns the exit code; negative for a signal."""
+        """Waits for the end. Returns the exit code, or the negative number of a signal."""
         return self.process.wait(TIMEOUT_S)
 
     def end(self):
-        """Kills it if it still runs."""
+        """Kills the process if it still runs."""
         self.process.kill()
         self.process.wait()
 
@@ -60,13 +60,13 @@ class Assistant:
         return self._desktop.screen.windows(self.pid, title)
 
     def window(self, title=TITLE):
-        """The visible window with this title, which is waited for."""
+        """Waits for the visible window with this title and returns it."""
         return self._desktop.screen.window(self.pid, title)
 
     def says(self, state):
-        """Whether the program itself holds its main window for SHOWING or ACTIVE, whatever the screen shows yet."""
+        """Whether the program considers its main window SHOWING or ACTIVE. The screen may still show another state."""
         if self._main_window is None:
-            # Not listed while it is hidden; who has found it before can ask it all the same.
+            # A hidden window is not listed, but a known one still answers.
             self._main_window = self.program.child(TITLE)
         return self._main_window is not None and self._main_window.has_state(state)
 
@@ -75,12 +75,12 @@ class Assistant:
         eventually(lambda: not self.windows(title), f"window {title} is hidden")
 
     def close(self, title=TITLE):
-        """Closes a window as its title bar button does, and waits until it is hidden."""
+        """Closes a window as its title bar button does and waits until it is hidden."""
         self._desktop.screen.close(self.window(title))
         self.wait_until_hidden(title)
 
     def settings(self):
-        """Opens the settings; returns the window as a screen reader sees it."""
+        """Opens the settings. Returns the window as a screen reader sees it."""
         self.icon.choose(SETTINGS)
         window = self.window(SETTINGS_TITLE)
         settings = eventually(lambda: self.program.find("filler", SETTINGS_TITLE), "settings for screen readers")
@@ -95,7 +95,7 @@ class Assistant:
         return eventually(lambda: self.program.find("table"), "the window's table")
 
     def rows(self):
-        """The table's texts, a tuple a row."""
+        """The table's texts, one tuple for each row."""
         return self.table().rows()
 
     def wait_for_rows(self, *expected):
@@ -103,5 +103,5 @@ class Assistant:
         eventually_equals(self.rows, list(expected))
 
     def wait_for_status(self, row, status):
-        """Waits until a row's last column is this text."""
+        """Waits until a row's last column has this text."""
         eventually_equals(lambda: [texts[3] for texts in self.rows()[row:row + 1]], [status])

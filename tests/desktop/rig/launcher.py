@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The launcher that is started at login and becomes the assistant."""
+"""The login launcher, which becomes the assistant."""
 
 import pathlib
 import shutil
@@ -14,12 +14,12 @@ from rig.waiting import TIMEOUT_S, eventually
 
 OLDER_TRAY = ("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "32")
 
-# Long enough for a launcher that does not wait to be noticed.
+# Long enough to notice a launcher that does not wait.
 NOTICE_S = 2
 
 
 def name_of(pid):
-    """The process's name; empty when it has ended."""
+    """The name of a process; empty if it has ended."""
     try:
         return pathlib.Path(f"/proc/{pid}/comm").read_text().strip()
     except OSError:
@@ -27,7 +27,7 @@ def name_of(pid):
 
 
 def copies():
-    """The processes that are the assistant and have not ended."""
+    """The running processes of the assistant."""
     numbers = [entry.name for entry in pathlib.Path("/proc").iterdir() if entry.name.isdigit()]
     return [int(number) for number in numbers if name_of(number) == "BrelPrinterTool"]
 
@@ -53,7 +53,7 @@ class Launcher:
         return name_of(self.process.pid) == "tolmar-q727-too"
 
     def wait_until_assistant(self):
-        """Waits until it has become the program and that answers."""
+        """Waits until it has become the assistant and answers."""
         eventually(lambda: name_of(self.process.pid) == "BrelPrinterTool", "the launcher becomes the assistant")
         program = eventually(lambda: accessibility.program(self._desktop.accessibility_bus, self.process.pid),
                              "the program answers to screen readers")
@@ -61,23 +61,23 @@ class Launcher:
         return program
 
     def assert_stays_waiting(self, seconds=NOTICE_S):
-        """Fails when it does not wait."""
+        """Fails unless the launcher still waits after this time."""
         time.sleep(seconds)
         assert self.is_waiting()
 
     def assert_ends_silently(self):
-        """It ends by itself, successfully and without a word."""
+        """Waits for its end, which must be successful and without output."""
         _, errors = self.process.communicate(timeout=TIMEOUT_S)
         assert (self.process.returncode, errors) == (0, "")
 
     def wait_for_item(self, bus):
-        """Waits until it has its icon on the session bus."""
+        """Waits until its icon is on the session bus."""
         item = f"org.kde.StatusNotifierItem-{self.process.pid}-1"
         eventually(lambda: bus.name_has_owner(item), "the icon is on the session bus")
 
     def wait_for_embedded_icon(self):
-        """Waits for its icon in a tray of the older kind: the program's own window is hidden."""
-        eventually(self._visible_windows, "the icon is in the tray of the older kind")
+        """Waits for its icon in an XEmbed tray. It is the only visible window, because the main window is hidden."""
+        eventually(self._visible_windows, "the icon is in the XEmbed tray")
 
     def _visible_windows(self):
         return output_of("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()

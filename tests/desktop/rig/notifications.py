@@ -12,7 +12,7 @@ Message = namedtuple("Message", "app icon title body urgency timeout_ms")
 
 
 class Notifications:
-    """What the desktop's notification service was asked to show, since the beginning or the last clear()."""
+    """The messages that the desktop's notification service received since the start or the last clear()."""
 
     def __init__(self):
         service = dbus.SessionBus().get_object("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
@@ -20,7 +20,7 @@ class Notifications:
         self._mock = dbus.Interface(service, "org.freedesktop.DBus.Mock")
 
     def messages(self):
-        """The first message first."""
+        """The messages in order."""
         messages = []
         for _, (app, _, icon, title, body, _, hints, timeout_ms) in self._mock.GetMethodCalls("Notify"):
             messages.append(Message(str(app), str(icon), str(title), str(body), int(hints.get("urgency", -1)),
@@ -32,13 +32,13 @@ class Notifications:
         return [(message.title, message.body) for message in self.messages()]
 
     def wait_for_texts(self, *expected):
-        """Waits until exactly these titles and bodies have come."""
+        """Waits until exactly these titles and bodies have arrived."""
         eventually_equals(self.texts, list(expected))
 
     def wait_for_count(self, count):
-        """Waits until so many messages have come."""
+        """Waits until this number of messages has arrived."""
         eventually_equals(lambda: len(self.messages()), count)
 
     def clear(self):
-        """Forgets what came so far."""
+        """Forgets the messages so far."""
         self._mock.ClearCalls()

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""CUPS with a socket, spool and queues of the test's own."""
+"""A private CUPS with its own socket, spool and queues."""
 
 import contextlib
 import grp
@@ -50,7 +50,7 @@ Allow all
 </Policy>
 """
 
-# Says in a pipe which job it prints, and prints it until it is killed.
+# Writes the job that it prints to a pipe, and prints until it is killed.
 _SLOW_PRINTER = """\
 #!/bin/sh
 echo "$PRINTER-$1" >"{folder}/printing"
@@ -59,7 +59,7 @@ exec sleep infinity
 
 
 class PrintService:
-    """A running cupsd. `environment` leads the CUPS commands of a program to it."""
+    """A running cupsd. `environment` directs the CUPS commands of a program to it."""
 
     def __init__(self, folder):
         self._folder = folder
@@ -75,40 +75,40 @@ class PrintService:
         self._write("document", "a page")
         os.mkfifo(f"{folder}/printing")
         os.chmod(f"{folder}/printing", 0o666)
-        # It goes to the background when it serves.
+        # cupsd goes to the background when it is ready.
         command = ["/usr/sbin/cupsd", "-c", f"{folder}/cupsd.conf", "-s", f"{folder}/cups-files.conf"]
         assert subprocess.run(command, check=False).returncode == 0, self._read("error.log")
         self._process = os.pidfd_open(int(self._read("state/cupsd.pid")))
 
     def stop(self):
-        """Ends it unless it has ended, and the jobs in print with it."""
+        """Ends cupsd and the jobs in print, unless it has already ended."""
         with contextlib.suppress(ProcessLookupError):
             signal.pidfd_send_signal(self._process, signal.SIGTERM)
             select.select([self._process], [], [])
 
     def add_queue(self, name):
-        """A queue whose jobs are done at once, unless they are held."""
+        """Adds a queue whose jobs finish at once unless they are held."""
         self._run("/usr/sbin/lpadmin", "-p", name, "-E", "-v", "file:/dev/null", "-m", "raw")
 
     def add_slow_queue(self, name):
-        """A queue whose first job is printed for ever."""
+        """Adds a queue that prints its first job for ever."""
         self._run("/usr/sbin/lpadmin", "-p", name, "-E", "-v", "slow:/", "-m", "raw")
 
     def submit(self, queue, *options):
-        """Hands in a job, with options of lp; returns its name, QUEUE-NUMBER."""
+        """Submits a job with options of lp. Returns its name, QUEUE-NUMBER."""
         answer = self._run("lp", "-d", queue, *options, f"{self._folder}/document")
         return re.search(r"request id is (\S+)", answer).group(1)
 
     def hold(self, queue):
-        """Hands in a job that waits for its release."""
+        """Submits a held job."""
         return self.submit(queue, "-H", "hold")
 
     def jobs(self):
-        """The names of the jobs that are not done, in all queues, the first of each queue first."""
+        """The names of the unfinished jobs in all queues, in the order of each queue."""
         return [unquote(line.split()[0]) for line in self._run("lpstat", "-o").splitlines()]
 
     def next_printed(self):
-        """Waits until a slow queue begins with a job and returns its name."""
+        """Waits until a slow queue starts a job and returns its name."""
         return self._read("printing").strip()
 
     def _run(self, *command):
@@ -125,7 +125,7 @@ class PrintService:
 
 
 def _account():
-    """User and group of the printers' programs; cupsd refuses root."""
+    """User and group of the print programs. cupsd refuses root."""
     if os.getuid() == 0:
         return "lp", "lp"
     return pwd.getpwuid(os.getuid()).pw_name, grp.getgrgid(os.getgid()).gr_name

@@ -14,8 +14,8 @@ _SCRATCH = "/tmp/scenario"
 
 
 class Printers:
-    """Plays the driver package: the printer list and the status files. A printer is a name and what the simulator's
-    scenarios can say about it (docs/printer-simulator.md), with lists for several values:
+    """Plays the driver package: the printer list and the status files. A printer is a name with the properties of the
+    simulator's scenarios (docs/printer-simulator.md). Several values are a list:
 
         printers.install({"Office": dict(toner="87.50"), "Hall": dict(connection="network", port="10.0.0.1")})
         printers.report("Office", status="printing", warnings=["0x110D", "0x1106"])
@@ -30,7 +30,7 @@ class Printers:
         os.makedirs(CONFIGURATION)
 
     def install(self, printers):
-        """Makes these the installed printers, in this order. Status files that stay the same are not touched."""
+        """Installs exactly these printers, in this order. Unchanged status files are not rewritten."""
         old = self._printers
         self._printers = {name: dict(properties) for name, properties in printers.items()}
         files = self._encode()
@@ -42,8 +42,8 @@ class Printers:
         self._put("printerlist.ini", files["printerlist.ini"])
 
     def report(self, name, **properties):
-        """What a printer reports from now on; what is not named stays. Without properties the file is written again
-        with its old content and a new time."""
+        """Changes what a printer reports. Properties that are not named stay. Without properties, the file gets its
+        old content and a new timestamp."""
         self._printers[name].update(properties)
         self._put(f"{name}.dat", self._encode()[f"{name}.dat"])
 
@@ -52,11 +52,11 @@ class Printers:
         os.remove(status_file(name))
 
     def was_read(self, name):
-        """Whether somebody has read a status file since it was written."""
+        """Whether a status file was read since it was written."""
         return os.stat(status_file(name)).st_atime_ns != 0
 
     def wait_until_read(self, name):
-        """Waits for that."""
+        """Waits until a status file was read."""
         eventually(lambda: self.was_read(name), f"{name}'s status is read")
 
     def _encode(self):
@@ -77,8 +77,8 @@ class Printers:
         return files
 
     def _put(self, name, content):
-        """The old content and time or the new ones: nobody sees anything between. Each time is later than the ones
-        before (the assistant sees milliseconds); the time of reading is none until the file is read."""
+        """Replaces a file atomically, including its timestamp. Each timestamp is later than the ones before by at
+        least the millisecond that the assistant can see. The access time is 0 until the file is read."""
         new = f"{CONFIGURATION}/.{name}.new"
         with open(new, "wb") as file:
             file.write(content)
@@ -88,7 +88,7 @@ class Printers:
 
 
 def status_file(name):
-    """Where a printer's status lies."""
+    """The path of a printer's status file."""
     return f"{CONFIGURATION}/{name}.dat"
 
 

@@ -10,7 +10,7 @@ from collections import namedtuple
 from rig.waiting import eventually
 
 Box = namedtuple("Box", "x y width height")
-# A window without content has its background and its frame alone.
+# A window that is not yet painted shows only a background and a frame.
 _BLANK_COLOURS = 16
 
 
@@ -20,69 +20,69 @@ def output_of(*command):
 
 
 class Screen:
-    """The X server's screen: its windows, the mouse and the keyboard. A window is its number as a text."""
+    """The X server's screen with its windows, mouse and keyboard. A window is its number as a text."""
 
     def __init__(self, size, pictures):
         self.width, self.height = (int(length) for length in size.split("x"))
         self._pictures = pictures
 
     def windows(self, pid, title=None):
-        """Windows of a process that can be seen; with a title, those that have exactly this one."""
+        """The visible windows of a process; with a title, only those with exactly this title."""
         windows = output_of("xdotool", "search", "--all", "--onlyvisible", "--pid", str(pid), "--name", ".*").split()
         if title is None:
             return windows
         return [window for window in windows if output_of("xdotool", "getwindowname", window).rstrip("\n") == title]
 
     def window(self, pid, title):
-        """The process's one window with this title, when it can be seen."""
+        """Waits for the process's only visible window with this title and returns it."""
         windows = eventually(lambda: self.windows(pid, title), f"window {title} of process {pid}")
         assert len(windows) == 1
         return windows[0]
 
     def popup_menu(self):
-        """A menu that is open, whosever it is; None when there is none."""
+        """An open menu of any program; None if there is none."""
         for window in output_of("xdotool", "search", "--onlyvisible", "--name", ".*").split():
             if "_POPUP_MENU" in self.properties(window, "_NET_WM_WINDOW_TYPE"):
                 return window
         return None
 
     def close(self, window):
-        """As the window's title bar button does, by way of the window manager."""
+        """Closes a window through the window manager, as its title bar button does."""
         subprocess.run(["wmctrl", "-i", "-c", window_number(window)], check=True)
 
     def minimise(self, window):
-        """As the window's title bar button does; the program learns of it later."""
+        """Minimises a window as its title bar button does. The program learns of it later."""
         subprocess.run(["xdotool", "windowminimize", window], check=True)
 
     def box(self, window):
-        """Where a window's content lies on the screen, without the window manager's frame."""
+        """The position of a window's content on the screen, without the window manager's frame."""
         text = output_of("xwininfo", "-id", window)
         labels = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
         return Box(*(int(re.search(rf"{label}: +(-?\d+)", text).group(1)) for label in labels))
 
     def properties(self, window, *names):
-        """As xprop writes them."""
+        """A window's properties in the format of xprop."""
         return output_of("xprop", "-id", window, *names)
 
     def click(self, box, button=1, repeat=1):
-        """Presses and releases a mouse button (1 left, 2 middle, 3 right) in the middle of a box, so often in quick
+        """Clicks a mouse button (1 left, 2 middle, 3 right) in the middle of a box, `repeat` times in quick
         succession."""
         x, y = box.x + box.width // 2, box.y + box.height // 2
         times = ["--repeat", str(repeat), "--delay", "60"]
         subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", *times, str(button)], check=True)
 
     def press(self, *keys):
-        """Keys for whatever has the keyboard."""
+        """Presses keys. They go to the window with the focus."""
         subprocess.run(["xdotool", "key", *keys], check=True)
 
     def capture(self, name, window=None, box=None):
-        """Keeps a picture of a window with its frame, of a box or of the whole screen, when it has been painted;
-        returns what stands for its pixels."""
+        """Waits until a window with its frame, a box or the whole screen is painted and saves a picture of it.
+        Returns the signature of the pixels."""
         os.makedirs(self._pictures, exist_ok=True)
         if window is not None:
             box = self._with_frame(window)
         area = ["-crop", f"{box.width}x{box.height}+{box.x}+{box.y}", "+repage"] if box else []
-        # Put into place in one step: other tests write to the folder too.
+        # Use a temporary file, because other tests write to the folder, too.
         descriptor, picture = tempfile.mkstemp(dir=self._pictures)
         os.close(descriptor)
         os.chmod(picture, 0o644)
@@ -106,5 +106,5 @@ class Screen:
 
 
 def window_number(window):
-    """In the way that wmctrl writes and reads it."""
+    """A window's number in the format of wmctrl."""
     return f"0x{int(window):08x}"

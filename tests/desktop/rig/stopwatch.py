@@ -8,15 +8,15 @@ from pathlib import Path
 
 from rig.waiting import TIMEOUT_S
 
-# Of the time of all processors.
+# Limit for other processes' share of the time of all processors.
 _OTHERS_SHARE = 0.25
 _TICK_S = 1 / os.sysconf("SC_CLK_TCK")
 _SANITIZERS = (b"__asan_init", b"__tsan_init")
 
 
 class Stopwatch:
-    """Takes the time until a program ends, from now on. The program is a child of this process and has not been waited
-    for. The time says nothing when others had the processors or when the program was built to find faults."""
+    """Measures the time until a program ends. The program must be a child process that nobody has waited for. The time
+    is not meaningful if other processes used the processors or if the program was built with a sanitizer."""
 
     def __init__(self, pid):
         self._stat = Path(f"/proc/{pid}/stat")
@@ -27,7 +27,7 @@ class Stopwatch:
         self._begin_s = time.monotonic()
 
     def wait_for_end(self):
-        """Waits for it; returns the seconds that passed, and whether they say something."""
+        """Waits for the end. Returns the elapsed seconds and whether they are meaningful."""
         ended, _, _ = select.select([self._process], [], [], TIMEOUT_S)
         elapsed_s = time.monotonic() - self._begin_s
         assert ended, f"the program did not end within {TIMEOUT_S} s"
@@ -38,6 +38,6 @@ class Stopwatch:
     def _processor_time_of_others(self):
         # "cpu", then ticks: user nice system idle iowait irq softirq steal ...
         machine = [int(ticks) for ticks in Path("/proc/stat").read_text(encoding="ascii").splitlines()[0].split()[1:9]]
-        # Behind the name, which ends in a parenthesis: user and system time are the 12th and 13th.
+        # After the name, which ends with a parenthesis, the 12th and 13th fields are user and system time.
         own = [int(ticks) for ticks in self._stat.read_text(encoding="ascii").rsplit(")", 1)[1].split()[11:13]]
         return (sum(machine) - machine[3] - machine[4] - sum(own)) * _TICK_S

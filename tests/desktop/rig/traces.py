@@ -9,18 +9,18 @@ import re
 import dbus
 
 _PR_SET_CHILD_SUBREAPER = 36
-# All else is the machine's.
+# Everything else is shared with the machine.
 _PRIVATE_FOLDERS = ("/opt", "/tmp")
 _PANEL_FOLDER = "/tmp/home/.config/xfce4/xfconf/xfce-perchannel-xml"
 
 
 def adopt_orphans():
-    """From now on a process whose parent has ended is a child of this one."""
+    """From now on processes whose parent has ended become children of this one."""
     ctypes.CDLL(None).prctl(_PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
 
 
 def children():
-    """The processes that this one is the parent of, also ended ones that it has not waited for."""
+    """The child processes of this one, including ended ones that it has not waited for."""
     found = set()
     for task in os.listdir("/proc/self/task"):
         with open(f"/proc/self/task/{task}/children", encoding="ascii") as file:
@@ -29,7 +29,7 @@ def children():
 
 
 def files():
-    """All files and folders that the sandbox does not share with the machine, but those of the panel."""
+    """All files and folders that the sandbox does not share with the machine, except those of the panel."""
     found = set()
     for top in _PRIVATE_FOLDERS:
         for folder, subfolders, names in os.walk(top):
@@ -39,12 +39,12 @@ def files():
 
 
 def bus_names():
-    """All names on the session bus, those of connections (":1.5") too."""
+    """All names on the session bus, including those of connections (":1.5")."""
     bus = dbus.SessionBus().get_object("org.freedesktop.DBus", "/org/freedesktop/DBus", introspect=False)
     return {str(name) for name in bus.ListNames(dbus_interface="org.freedesktop.DBus")}
 
 
 def opengl_libraries(pid):
-    """The drivers for OpenGL that a process has loaded."""
+    """The OpenGL drivers that a process has loaded."""
     with open(f"/proc/{pid}/maps", encoding="utf-8") as file:
         return set(re.findall(r"\S*(?:_dri\.so|lib(?:GLX|EGL)_mesa)\S*", file.read()))

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""The assistant's icon in the tray, on both roads that Qt takes to it. They are used alike."""
+"""The assistant's tray icon in both implementations of Qt, with one interface."""
 
 import re
 
@@ -13,13 +13,13 @@ from rig.waiting import eventually
 _WATCHER = "org.kde.StatusNotifierWatcher"
 _ITEM = "org.kde.StatusNotifierItem"
 _MENU = "com.canonical.dbusmenu"
-# Pixels: a panel's empty tray is 16 wide, and a menu is higher than this when it is complete.
+# Pixels: a panel's empty tray is 16 wide, and a complete menu is at least this high.
 _ICON_WIDTH = 20
 _MENU_HEIGHT = 80
 
 
 class _Icon:
-    """A click on the icon, and a menu that somebody has drawn."""
+    """Clicks on the icon and the menu on the screen."""
 
     def __init__(self, desktop, assistant):
         self._screen = desktop.screen
@@ -31,35 +31,35 @@ class _Icon:
         raise NotImplementedError
 
     def box(self):
-        """Where the icon is drawn; None until it is."""
+        """The icon's position on the screen; None until it is drawn."""
         raise NotImplementedError
 
     def click(self, button=1):
-        """A click on the icon: 1 left, 2 middle, 3 right."""
+        """Clicks the icon: 1 left, 2 middle, 3 right."""
         self._screen.click(self._drawn_box(), button)
 
     def double_click(self):
-        """A double click on the icon with the left button."""
+        """Double-clicks the icon with the left button."""
         self._screen.click(self._drawn_box(), repeat=2)
 
     def _drawn_box(self):
         return eventually(self.box, "the tray draws the icon")
 
     def open_menu(self):
-        """Opens the menu with the right button; returns where it is drawn."""
+        """Opens the menu with the right button. Returns its position."""
         self.click(3)
         menu = eventually(self._screen.popup_menu, "the tray icon's menu is open")
         eventually(lambda: self._screen.box(menu).height >= _MENU_HEIGHT, "the menu has its entries")
         return self._screen.box(menu)
 
     def close_menu(self):
-        """Closes the menu without choosing."""
+        """Closes the menu without choosing an entry."""
         self._screen.press("Escape")
         eventually(lambda: not self._screen.popup_menu(), "the tray icon's menu is closed")
 
 
 class ItemIcon(_Icon):
-    """A StatusNotifierItem: the program offers icon and menu on the session bus, the panel draws them."""
+    """A StatusNotifierItem: the program offers icon and menu on the session bus, and the panel draws them."""
 
     def __init__(self, desktop, assistant):
         bus = dbus.SessionBus()
@@ -76,20 +76,20 @@ class ItemIcon(_Icon):
 
     def box(self):
         panel = program_called(self._accessibility_bus, "xfce4-panel")
-        # The tray is the panel's one content.
+        # The tray is the panel's only content.
         tray = panel.descendants()[-1].box if panel else None
         return tray if tray and tray.width >= _ICON_WIDTH else None
 
     def property(self, name):
-        """What the item says of itself."""
+        """A property of the item."""
         return self._item.Get(_ITEM, name, dbus_interface=dbus.PROPERTIES_IFACE)
 
     def send(self, method):
-        """What a panel may send: Activate, SecondaryActivate or ContextMenu. Returns when it has been acted on."""
+        """Calls a method as a panel does: Activate, SecondaryActivate or ContextMenu. Returns when it is done."""
         self._item.get_dbus_method(method, _ITEM)(0, 0)
 
     def entries(self):
-        """The menu's entries in order. What is more than a plain entry has its properties behind its label."""
+        """The menu's entries in order. An entry with further properties has them after its label."""
         labels = []
         for _, properties in self._layout():
             label = str(properties.pop("label", ""))
@@ -98,9 +98,9 @@ class ItemIcon(_Icon):
         return labels
 
     def choose(self, label):
-        """Chooses an entry, as the panel tells the program."""
+        """Chooses an entry by the call that a panel sends."""
         identifier = next(identifier for identifier, properties in self._layout() if properties["label"] == label)
-        # Without waiting: the entry may end the program.
+        # Do not wait for a reply: the entry may end the program.
         self._menu.Event(dbus.Int32(identifier), "clicked", dbus.Int32(0, variant_level=1), dbus.UInt32(0),
                          dbus_interface=_MENU, signature="isvu", ignore_reply=True)
 
@@ -119,13 +119,13 @@ class ItemIcon(_Icon):
                 for identifier, properties, _ in children]
 
 
-# The tray comes and goes with its icons.
+# This tray is visible only while it has icons.
 def _panels():
     return output_of("xdotool", "search", "--onlyvisible", "--classname", "^panel$").split()
 
 
 class EmbeddedIcon(_Icon):
-    """A small window of the program's in the tray's window (XEmbed); the program draws its menu itself."""
+    """A small window of the program inside the tray's window (XEmbed). The program draws its menu itself."""
 
     def __init__(self, desktop, assistant):
         self._panel = eventually(_panels, "the tray is shown")[0]
@@ -138,7 +138,7 @@ class EmbeddedIcon(_Icon):
         return self.box() is not None
 
     def click(self, button=1):
-        # Now left, now right: the program takes two clicks at one place for a double click, which opens no menu.
+        # Alternate between two places: two clicks at one place are a double click, which opens no menu.
         box = self._drawn_box()
         half = box.width // 2
         self._screen.click(Box(box.x + (0 if self._is_left_half_next else half), box.y, half, box.height), button)
@@ -151,7 +151,7 @@ class EmbeddedIcon(_Icon):
         return self._screen.box(window)
 
     def entries(self):
-        """The menu's entries in order. What is more than a plain entry has its role behind its label."""
+        """The menu's entries in order. Anything but a plain entry has its role after its label."""
         labels = [item.name if item.role == "menu item" else f"{item.name} {item.role}" for item in self._open_items()]
         self.close_menu()
         return labels
@@ -167,7 +167,7 @@ class EmbeddedIcon(_Icon):
         self.open_menu()
         return eventually(lambda: self._menus.take(self._service), "the menu says that it is open").children()
 
-    # "0x800007 "BrelPrinterTool": ("BrelPrinterTool" "BrelPrinterTool")  22x22+..."
+    # Format: "0x800007 "BrelPrinterTool": ("BrelPrinterTool" "BrelPrinterTool")  22x22+..."
     def _window(self):
         for number in re.findall(r"(0x[0-9a-f]+) .*\(.*\)  \d", output_of("xwininfo", "-tree", "-id", self._panel)):
             if self._screen.properties(number, "_NET_WM_PID").strip().endswith(f" = {self._pid}"):

@@ -3,13 +3,13 @@
 
 import time
 
-# A machine may be busy: what is late is not wrong.
+# Generous, because a busy machine is slow but not wrong.
 TIMEOUT_S = 60
 _PAUSE_S = 0.02
 
 
 def eventually(check, what, timeout=TIMEOUT_S):
-    """Calls check() until its result is true, and returns that; fails when it never is."""
+    """Calls check() until its result is true and returns it. Fails after the timeout."""
     end = time.monotonic() + timeout
     while True:
         result = check()
@@ -21,7 +21,7 @@ def eventually(check, what, timeout=TIMEOUT_S):
 
 
 def eventually_equals(read, expected, timeout=TIMEOUT_S):
-    """Calls read() until it returns what is expected."""
+    """Calls read() until it returns `expected`. Fails after the timeout."""
     end = time.monotonic() + timeout
     while (result := read()) != expected:
         assert time.monotonic() < end, f"not within {timeout} s: {expected!r}; last seen: {result!r}"

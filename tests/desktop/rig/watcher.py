@@ -7,7 +7,7 @@ import sys
 
 
 class Watcher:
-    """The double of a StatusNotifierWatcher, as a process that is not yet the watcher."""
+    """The process of the StatusNotifierWatcher's test double. It does not own the watcher's name at first."""
 
     def __init__(self):
         self._process = subprocess.Popen([sys.executable, "-m", "rig.watcher_double"],
@@ -16,12 +16,12 @@ class Watcher:
         assert self._process.stdout.readline() == "ready\n"
 
     def step(self, name):
-        """Takes a step: watcher or host."""
+        """Tells the double to take a step: watcher or host."""
         self._process.stdin.write(f"{name}\n")
         self._process.stdin.flush()
         assert self._process.stdout.readline() == f"{name}\n"
 
     def end(self):
-        """It leaves the bus."""
+        """Kills the double, which removes it from the bus."""
         self._process.kill()
         self._process.wait()

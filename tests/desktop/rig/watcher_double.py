@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""A StatusNotifierWatcher whose steps are lines on standard input: "watcher", it owns its name; "host", a host comes.
-Writes the step when it is done, and "ready" when it can take the first."""
+"""A StatusNotifierWatcher that reads its steps from standard input: at "watcher" it takes its name, at "host" a host
+arrives. Writes "ready" when it can take the first step, and each step when it is done."""
 
 import sys
 
@@ -22,7 +22,7 @@ _INTERFACE = f"""
 
 
 class Watcher:
-    """What the bus sees of it."""
+    """The watcher's object on the bus."""
 
     def __init__(self):
         self.has_host = False
