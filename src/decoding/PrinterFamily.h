@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "StatusCodeMapping.h"
+#include "PrinterRecords.h"
 #include "UtilPrinterStatus.h"
 
 /// The properties of one printer family: a row of the table in PrinterFamily.cpp.

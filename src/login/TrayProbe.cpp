@@ -14,8 +14,8 @@
 #include <QStringList>
 
 #include <future>
-#include <memory>
 #include <thread>
+#include <utility>
 
 namespace {
 
