@@ -15,8 +15,8 @@ struct PrinterFamily
     enPrinterStatus (*status)(unsigned long code);
     /// The number of units of `dwRemainingToner` in one percent.
     double tonerUnitsPerPercent;
-    /// Whether replies contain the numbers of errors and warnings. If not, both numbers are always 1: use the lengths of
-    /// the lists.
+    /// Whether replies contain the numbers of errors and warnings. If not, both numbers are always 1: use the lengths
+    /// of the lists.
     bool reportsCounts;
 };
 
