@@ -43,7 +43,7 @@ class Program:
 
     def cpu(self):
         """CPU time of all threads so far, including threads that have ended; seconds."""
-        return time.clock_gettime(~self.pid << 3 | 2)  # the kernel's number for the CPU clock of a process
+        return time.clock_gettime(~self.pid << 3 | 2)  # the kernel's number of the process's CPU clock
 
     def main_thread_cpu(self):
         with open(f"/proc/{self.pid}/task/{self.pid}/schedstat", encoding="ascii") as file:

@@ -37,7 +37,7 @@ class SurfaceWatch:
         return time.monotonic()
 
     def wait_for_window(self):
-        """Returns when (monotonic seconds) a surface got its first picture."""
+        """Returns when (monotonic seconds) a surface got a picture."""
         return _wait(lambda: b".attach(" in LOG.read_bytes()[self._seen:])
 
 
