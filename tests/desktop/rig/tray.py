@@ -3,6 +3,7 @@
 """The assistant's tray icon in both implementations of Qt, with one interface."""
 
 import re
+import time
 
 import dbus
 
@@ -16,6 +17,8 @@ _MENU = "com.canonical.dbusmenu"
 # Pixels: a panel's empty tray is 16 wide, and a complete menu is at least this high.
 _ICON_WIDTH = 20
 _MENU_HEIGHT = 80
+# Qt's 100 ms, with a coarse timer's tolerance.
+_FOCUS_PAUSE_S = 0.15
 
 
 class _Icon:
@@ -129,6 +132,7 @@ class EmbeddedIcon(_Icon):
 
     def __init__(self, desktop, assistant):
         self._panel = eventually(_panels, "the tray is shown")[0]
+        self._program = assistant.program
         self._service = assistant.program.service
         self._menus = ShownMenus(desktop.accessibility_bus)
         self._is_left_half_next = True
@@ -143,6 +147,10 @@ class EmbeddedIcon(_Icon):
         half = box.width // 2
         self._screen.click(Box(box.x + (0 if self._is_left_half_next else half), box.y, half, box.height), button)
         self._is_left_half_next = not self._is_left_half_next
+
+    def open_menu(self):
+        self._let_focus_settle()
+        return super().open_menu()
 
     def box(self):
         window = self._window()
@@ -166,6 +174,20 @@ class EmbeddedIcon(_Icon):
         self._menus.take(self._service)
         self.open_menu()
         return eventually(lambda: self._menus.take(self._service), "the menu says that it is open").children()
+
+    # When a window or menu that had the focus closes, Qt waits for a fixed time for another one of the program's to get
+    # it. Only then is the program inactive, which closes every menu, also one that has been opened since. Nothing tells
+    # of this outside.
+    def _let_focus_settle(self):
+        self._wait_for_turns()
+        time.sleep(_FOCUS_PAUSE_S)
+        self._wait_for_turns()
+
+    # The answer to the second question begins a turn of the event loop after the first: by then the program has handled
+    # what was due before.
+    def _wait_for_turns(self):
+        self._program.children()
+        self._program.children()
 
     # Format: "0x800007 "BrelPrinterTool": ("BrelPrinterTool" "BrelPrinterTool")  22x22+..."
     def _window(self):
