@@ -15,21 +15,21 @@ class CheckNeedStatusTest : public QObject
 
 private slots:
     void init();
-    void UsbPrinter_data();
-    void UsbPrinter();
-    void NetworkPrinter_data();
-    void NetworkPrinter();
-    void Output_data();
-    void Output();
-    void Command_data();
-    void Command();
-    void RefusedNames_data();
-    void RefusedNames();
-    void CommandLength_data();
-    void CommandLength();
-    void OutputFile_data();
-    void OutputFile();
-    void OutputFileCannotBeMade();
+    void usbPrinter_data();
+    void usbPrinter();
+    void networkPrinter_data();
+    void networkPrinter();
+    void output_data();
+    void output();
+    void command_data();
+    void command();
+    void refusedNames_data();
+    void refusedNames();
+    void commandLength_data();
+    void commandLength();
+    void outputFile_data();
+    void outputFile();
+    void outputFileCannotBeMade();
 };
 
 namespace {
@@ -68,7 +68,7 @@ void CheckNeedStatusTest::init()
     PrinterFolder::Create();
 }
 
-void CheckNeedStatusTest::UsbPrinter_data()
+void CheckNeedStatusTest::usbPrinter_data()
 {
     QTest::addColumn<int>("status");
     for (int status = 0; status <= 11; ++status) {
@@ -76,7 +76,7 @@ void CheckNeedStatusTest::UsbPrinter_data()
     }
 }
 
-void CheckNeedStatusTest::UsbPrinter()
+void CheckNeedStatusTest::usbPrinter()
 {
     QFETCH(int, status);
     const FakeCommand lpstat(QStringLiteral("lpstat"));
@@ -89,7 +89,7 @@ void CheckNeedStatusTest::UsbPrinter()
     QCOMPARE(lpstat.calls().size(), 0);
 }
 
-void CheckNeedStatusTest::NetworkPrinter_data()
+void CheckNeedStatusTest::networkPrinter_data()
 {
     QTest::addColumn<int>("connectType");
     QTest::addColumn<int>("status");
@@ -104,7 +104,7 @@ void CheckNeedStatusTest::NetworkPrinter_data()
     }
 }
 
-void CheckNeedStatusTest::NetworkPrinter()
+void CheckNeedStatusTest::networkPrinter()
 {
     QFETCH(int, connectType);
     QFETCH(int, status);
@@ -118,7 +118,7 @@ void CheckNeedStatusTest::NetworkPrinter()
     QCOMPARE(lpstat.calls().size(), 0);
 }
 
-void CheckNeedStatusTest::Output_data()
+void CheckNeedStatusTest::output_data()
 {
     QTest::addColumn<QString>("body");
     QTest::addColumn<bool>("isPrinting");
@@ -142,7 +142,7 @@ void CheckNeedStatusTest::Output_data()
     QTest::newRow("failed after its answer") << "echo printing; exit 1" << true;
 }
 
-void CheckNeedStatusTest::Output()
+void CheckNeedStatusTest::output()
 {
     QFETCH(QString, body);
     QFETCH(bool, isPrinting);
@@ -156,7 +156,7 @@ void CheckNeedStatusTest::Output()
     QCOMPARE(ToolFiles(), QStringList());
 }
 
-void CheckNeedStatusTest::Command_data()
+void CheckNeedStatusTest::command_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"Office_K4510A", "办公室", "with blanks  in it", "A&B", "Off(2)", "a;b|c<d>e", "it's",
@@ -166,7 +166,7 @@ void CheckNeedStatusTest::Command_data()
 }
 
 // Inside double quotes most characters have no special meaning.
-void CheckNeedStatusTest::Command()
+void CheckNeedStatusTest::command()
 {
     QFETCH(QString, name);
     const FakeCommand lpstat(QStringLiteral("lpstat"), QStringLiteral("echo printing"));
@@ -177,7 +177,7 @@ void CheckNeedStatusTest::Command()
     QCOMPARE(lpstat.calls(), QList<QStringList>{Lpstat(name)});
 }
 
-void CheckNeedStatusTest::RefusedNames_data()
+void CheckNeedStatusTest::refusedNames_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("dollar sign") << "P$x";
@@ -193,7 +193,7 @@ void CheckNeedStatusTest::RefusedNames_data()
     QTest::newRow("zero byte") << (QStringLiteral("P") + QChar(0) + QStringLiteral("x"));
 }
 
-void CheckNeedStatusTest::RefusedNames()
+void CheckNeedStatusTest::refusedNames()
 {
     QFETCH(QString, name);
     const FakeCommand lpstat(QStringLiteral("lpstat"), QStringLiteral("echo printing"));
@@ -207,7 +207,7 @@ void CheckNeedStatusTest::RefusedNames()
     QCOMPARE(ToolFiles(), QStringList());
 }
 
-void CheckNeedStatusTest::CommandLength_data()
+void CheckNeedStatusTest::commandLength_data()
 {
     QTest::addColumn<int>("bytes");
     QTest::addColumn<bool>("isRun");
@@ -216,7 +216,7 @@ void CheckNeedStatusTest::CommandLength_data()
     QTest::newRow("1000 bytes") << 1000 << false;
 }
 
-void CheckNeedStatusTest::CommandLength()
+void CheckNeedStatusTest::commandLength()
 {
     QFETCH(int, bytes);
     QFETCH(bool, isRun);
@@ -233,7 +233,7 @@ void CheckNeedStatusTest::CommandLength()
     QCOMPARE(ToolFiles(), QStringList());
 }
 
-void CheckNeedStatusTest::OutputFile_data()
+void CheckNeedStatusTest::outputFile_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QByteArray>("file");
@@ -242,7 +242,7 @@ void CheckNeedStatusTest::OutputFile_data()
     QTest::newRow("123") << 123 << QByteArray("printer_123.tmp\n");
 }
 
-void CheckNeedStatusTest::OutputFile()
+void CheckNeedStatusTest::outputFile()
 {
     QFETCH(int, index);
     const FakeCommand lpstat(
@@ -265,7 +265,7 @@ void CheckNeedStatusTest::OutputFile()
     QCOMPARE(ToolFiles(), QStringList());
 }
 
-void CheckNeedStatusTest::OutputFileCannotBeMade()
+void CheckNeedStatusTest::outputFileCannotBeMade()
 {
     PrinterFolder::Remove();
     const FakeCommand lpstat(QStringLiteral("lpstat"), QStringLiteral("echo printing"));

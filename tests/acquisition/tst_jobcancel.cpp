@@ -20,20 +20,20 @@ class JobCancelTest : public QObject
 private slots:
     void init();
     void cleanup();
-    void Transition_data();
-    void Transition();
-    void OncePerEntering();
-    void LogLineComesFirst();
-    void ExitCodeIsIgnored_data();
-    void ExitCodeIsIgnored();
-    void Command_data();
-    void Command();
-    void RefusedNames_data();
-    void RefusedNames();
-    void RefusedBytes_data();
-    void RefusedBytes();
-    void CommandLength_data();
-    void CommandLength();
+    void transition_data();
+    void transition();
+    void oncePerEntering();
+    void logLineComesFirst();
+    void exitCodeIsIgnored_data();
+    void exitCodeIsIgnored();
+    void command_data();
+    void command();
+    void refusedNames_data();
+    void refusedNames();
+    void refusedBytes_data();
+    void refusedBytes();
+    void commandLength_data();
+    void commandLength();
 };
 
 namespace {
@@ -90,7 +90,7 @@ void JobCancelTest::cleanup()
     SetLogEnable(false);
 }
 
-void JobCancelTest::Transition_data()
+void JobCancelTest::transition_data()
 {
     QTest::addColumn<int>("listed");
     QTest::addColumn<int>("sent");
@@ -104,7 +104,7 @@ void JobCancelTest::Transition_data()
     QTest::newRow("from 3 to 8") << 3 << int(RawPrinting) << 0;
 }
 
-void JobCancelTest::Transition()
+void JobCancelTest::transition()
 {
     QFETCH(int, listed);
     QFETCH(int, sent);
@@ -116,7 +116,7 @@ void JobCancelTest::Transition()
     QTEST(LogLines().size(), "calls");
 }
 
-void JobCancelTest::OncePerEntering()
+void JobCancelTest::oncePerEntering()
 {
     const FakeCommand cancel(QStringLiteral("cancel"));
     Setting setting;
@@ -146,7 +146,7 @@ void JobCancelTest::OncePerEntering()
     QCOMPARE(LogLines(), (QList<QByteArray>{CancelLogLine(Name), CancelLogLine(Name), CancelLogLine(Name)}));
 }
 
-void JobCancelTest::LogLineComesFirst()
+void JobCancelTest::logLineComesFirst()
 {
     const QString seen = QStringLiteral("/tmp/log-at-the-call");
     const FakeCommand cancel(
@@ -159,7 +159,7 @@ void JobCancelTest::LogLineComesFirst()
     QCOMPARE(LogLines(), QList<QByteArray>{CancelLogLine(Name)});
 }
 
-void JobCancelTest::ExitCodeIsIgnored_data()
+void JobCancelTest::exitCodeIsIgnored_data()
 {
     QTest::addColumn<QString>("body");
     QTest::newRow("failed") << "exit 1";
@@ -167,7 +167,7 @@ void JobCancelTest::ExitCodeIsIgnored_data()
     QTest::newRow("killed") << "kill -9 $$";
 }
 
-void JobCancelTest::ExitCodeIsIgnored()
+void JobCancelTest::exitCodeIsIgnored()
 {
     QFETCH(QString, body);
     const FakeCommand cancel(QStringLiteral("cancel"), body);
@@ -178,7 +178,7 @@ void JobCancelTest::ExitCodeIsIgnored()
     QCOMPARE(cancel.calls().size(), 1);
 }
 
-void JobCancelTest::Command_data()
+void JobCancelTest::command_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QStringList>("arguments");
@@ -192,7 +192,7 @@ void JobCancelTest::Command_data()
 }
 
 // The name is not quoted in the command.
-void JobCancelTest::Command()
+void JobCancelTest::command()
 {
     QFETCH(QString, name);
     QFETCH(QStringList, arguments);
@@ -204,7 +204,7 @@ void JobCancelTest::Command()
     QCOMPARE(LogLines(), QList<QByteArray>{CancelLogLine(name)});
 }
 
-void JobCancelTest::RefusedNames_data()
+void JobCancelTest::refusedNames_data()
 {
     QTest::addColumn<QString>("name");
     for (const char character : std::string(";&|<>()$`\\\"'#")) {
@@ -226,7 +226,7 @@ void JobCancelTest::RefusedNames_data()
     QTest::newRow("C1 control") << QStringLiteral("P\u0085x");
 }
 
-void JobCancelTest::RefusedNames()
+void JobCancelTest::refusedNames()
 {
     QFETCH(QString, name);
     const FakeCommand cancel(QStringLiteral("cancel"));
@@ -249,7 +249,7 @@ void JobCancelTest::RefusedNames()
     QCOMPARE(LogLines().size(), 2);
 }
 
-void JobCancelTest::RefusedBytes_data()
+void JobCancelTest::refusedBytes_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("bytes");
@@ -259,7 +259,7 @@ void JobCancelTest::RefusedBytes_data()
 }
 
 // In GBK the second byte of a Chinese character can equal a shell metacharacter.
-void JobCancelTest::RefusedBytes()
+void JobCancelTest::refusedBytes()
 {
     QFETCH(const QString, name);
     QTextCodec* const usual = QTextCodec::codecForLocale();
@@ -278,7 +278,7 @@ void JobCancelTest::RefusedBytes()
     QCOMPARE(other.calls().size(), 0);
 }
 
-void JobCancelTest::CommandLength_data()
+void JobCancelTest::commandLength_data()
 {
     QTest::addColumn<int>("bytes");
     QTest::addColumn<int>("calls");
@@ -288,7 +288,7 @@ void JobCancelTest::CommandLength_data()
     QTest::newRow("258 bytes") << 258 << 0;
 }
 
-void JobCancelTest::CommandLength()
+void JobCancelTest::commandLength()
 {
     QFETCH(int, bytes);
     const FakeCommand cancel(QStringLiteral("cancel"));

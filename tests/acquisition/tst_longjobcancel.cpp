@@ -18,14 +18,14 @@ class LongJobCancelTest : public QObject
 
 private slots:
     void init();
-    void ListChangedMeanwhile_data();
-    void ListChangedMeanwhile();
-    void ListUnchangedMeanwhile();
-    void StopMeanwhile();
-    void LetGoMeanwhile();
-    void ListShrunkMeanwhile();
-    void SecondWorkerOfThePrinter();
-    void SecondPrinterOfTheName();
+    void listChangedMeanwhile_data();
+    void listChangedMeanwhile();
+    void listUnchangedMeanwhile();
+    void stopMeanwhile();
+    void letGoMeanwhile();
+    void listShrunkMeanwhile();
+    void secondWorkerOfThePrinter();
+    void secondPrinterOfTheName();
 };
 
 using ListChange = std::function<void(stPrinterManager&)>;
@@ -67,7 +67,7 @@ void LongJobCancelTest::init()
     QFile::remove(CancelMayEnd);
 }
 
-void LongJobCancelTest::ListChangedMeanwhile_data()
+void LongJobCancelTest::listChangedMeanwhile_data()
 {
     QTest::addColumn<ListChange>("change");
     const auto row = [](const char* name, const ListChange& change) {
@@ -81,7 +81,7 @@ void LongJobCancelTest::ListChangedMeanwhile_data()
     });
 }
 
-void LongJobCancelTest::ListChangedMeanwhile()
+void LongJobCancelTest::listChangedMeanwhile()
 {
     QFETCH(ListChange, change);
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
@@ -101,7 +101,7 @@ void LongJobCancelTest::ListChangedMeanwhile()
     QCOMPARE(running.signalledIndices(), QList<int>());
 }
 
-void LongJobCancelTest::ListUnchangedMeanwhile()
+void LongJobCancelTest::listUnchangedMeanwhile()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
     QList<stPrinterManager> list{FilledPrinter(Name)};
@@ -118,7 +118,7 @@ void LongJobCancelTest::ListUnchangedMeanwhile()
 }
 
 // A worker finishes the cycle that it has begun: it checks for stop requests only while it pauses.
-void LongJobCancelTest::StopMeanwhile()
+void LongJobCancelTest::stopMeanwhile()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
     QList<stPrinterManager> list{FilledPrinter(Name)};
@@ -133,7 +133,7 @@ void LongJobCancelTest::StopMeanwhile()
     QCOMPARE(running.signalledIndices(), QList<int>{0});
 }
 
-void LongJobCancelTest::LetGoMeanwhile()
+void LongJobCancelTest::letGoMeanwhile()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
     QList<stPrinterManager> list{FilledPrinter(Name)};
@@ -148,7 +148,7 @@ void LongJobCancelTest::LetGoMeanwhile()
     QCOMPARE(running.signalledIndices(), QList<int>());
 }
 
-void LongJobCancelTest::ListShrunkMeanwhile()
+void LongJobCancelTest::listShrunkMeanwhile()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
     QList<stPrinterManager> list{FilledPrinter(QStringLiteral("first")), FilledPrinter(Name)};
@@ -167,7 +167,7 @@ void LongJobCancelTest::ListShrunkMeanwhile()
 
 // A list that has shrunk and grown again gives a printer two workers. The second worker's cycles during the command
 // must not cancel another job.
-void LongJobCancelTest::SecondWorkerOfThePrinter()
+void LongJobCancelTest::secondWorkerOfThePrinter()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
     QList<stPrinterManager> list{FilledPrinter(Name)};
@@ -192,7 +192,7 @@ void LongJobCancelTest::SecondWorkerOfThePrinter()
 }
 
 // Two entries of the list are two printers, even with the same name.
-void LongJobCancelTest::SecondPrinterOfTheName()
+void LongJobCancelTest::secondPrinterOfTheName()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
     QList<stPrinterManager> list{FilledPrinter(Name), FilledPrinter(Name)};

@@ -19,26 +19,26 @@ class NetworkStatusChannelTest : public QObject
 
 private slots:
     void init();
-    void RequestOnTheWire();
-    void EmptyAddressSendsNothing();
-    void ReplyIsEvaluated();
-    void ReplySize_data();
-    void ReplySize();
-    void QZFamilyIsNotDistinguished();
-    void Silence();
-    void SilentPeer();
-    void LateReply();
-    void OnlyTheFirstDatagramCounts();
-    void AnswerFromAnotherAddress();
-    void UnparsableAddress_data();
-    void UnparsableAddress();
-    void NoSocket();
-    void NotSent_data();
-    void NotSent();
-    void NotSentWhole();
-    void TimeoutCannotBeSet();
-    void TimeoutIsSetAfterSending();
-    void EverySocketIsClosed();
+    void requestOnTheWire();
+    void emptyAddressSendsNothing();
+    void replyIsEvaluated();
+    void replySize_data();
+    void replySize();
+    void qzFamilyIsNotDistinguished();
+    void silence();
+    void silentPeer();
+    void lateReply();
+    void onlyTheFirstDatagramCounts();
+    void answerFromAnotherAddress();
+    void unparsableAddress_data();
+    void unparsableAddress();
+    void noSocket();
+    void notSent_data();
+    void notSent();
+    void notSentWhole();
+    void timeoutCannotBeSet();
+    void timeoutIsSetAfterSending();
+    void everySocketIsClosed();
 };
 
 namespace {
@@ -79,7 +79,7 @@ void NetworkStatusChannelTest::init()
     SocketCalls::Reset(SocketCalls::Failure::None);
 }
 
-void NetworkStatusChannelTest::RequestOnTheWire()
+void NetworkStatusChannelTest::requestOnTheWire()
 {
     UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
     StatusWorker worker;
@@ -90,7 +90,7 @@ void NetworkStatusChannelTest::RequestOnTheWire()
     QCOMPARE(requests.first().size(), 15);
 }
 
-void NetworkStatusChannelTest::EmptyAddressSendsNothing()
+void NetworkStatusChannelTest::emptyAddressSendsNothing()
 {
     UdpPeer peer("127.0.0.1", {StandardBytes(RawReady)});
     StatusWorker worker;
@@ -101,7 +101,7 @@ void NetworkStatusChannelTest::EmptyAddressSendsNothing()
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
 }
 
-void NetworkStatusChannelTest::ReplyIsEvaluated()
+void NetworkStatusChannelTest::replyIsEvaluated()
 {
     const UdpPeer peer(PeerAddress, {EncodeStandardReply(FullReply())});
     StatusWorker worker;
@@ -110,7 +110,7 @@ void NetworkStatusChannelTest::ReplyIsEvaluated()
     QCOMPARE(Words(worker.stCurrent.stInfo), Words(FilledPrinter(QStringLiteral("Office")).stInfo));
 }
 
-void NetworkStatusChannelTest::ReplySize_data()
+void NetworkStatusChannelTest::replySize_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("result");
@@ -126,7 +126,7 @@ void NetworkStatusChannelTest::ReplySize_data()
     QTest::newRow("2049 bytes, the last is lost") << StandardBytesOfSize(2049) << -1;
 }
 
-void NetworkStatusChannelTest::ReplySize()
+void NetworkStatusChannelTest::replySize()
 {
     QFETCH(QByteArray, reply);
     QFETCH(int, result);
@@ -140,7 +140,7 @@ void NetworkStatusChannelTest::ReplySize()
     }
 }
 
-void NetworkStatusChannelTest::QZFamilyIsNotDistinguished()
+void NetworkStatusChannelTest::qzFamilyIsNotDistinguished()
 {
     const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
     StatusWorker worker;
@@ -150,7 +150,7 @@ void NetworkStatusChannelTest::QZFamilyIsNotDistinguished()
     QCOMPARE(worker.stCurrent.stState.iNumberOfError, 0); // the QZ family always has 1
 }
 
-void NetworkStatusChannelTest::Silence()
+void NetworkStatusChannelTest::silence()
 {
     StatusWorker worker;
     QElapsedTimer timer;
@@ -160,7 +160,7 @@ void NetworkStatusChannelTest::Silence()
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
 }
 
-void NetworkStatusChannelTest::SilentPeer()
+void NetworkStatusChannelTest::silentPeer()
 {
     UdpPeer peer(PeerAddress, {});
     StatusWorker worker;
@@ -171,7 +171,7 @@ void NetworkStatusChannelTest::SilentPeer()
     QCOMPARE(peer.takeRequests().size(), 1); // asked only once
 }
 
-void NetworkStatusChannelTest::LateReply()
+void NetworkStatusChannelTest::lateReply()
 {
     const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)}, nullptr, 1500);
     StatusWorker worker;
@@ -179,7 +179,7 @@ void NetworkStatusChannelTest::LateReply()
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
 }
 
-void NetworkStatusChannelTest::OnlyTheFirstDatagramCounts()
+void NetworkStatusChannelTest::onlyTheFirstDatagramCounts()
 {
     const UdpPeer peer(PeerAddress, {QByteArray(7, '\0'), StandardBytes(RawReady)});
     StatusWorker worker;
@@ -189,7 +189,7 @@ void NetworkStatusChannelTest::OnlyTheFirstDatagramCounts()
     QCOMPARE(worker.stCurrent.stState.dwRemainingToner, 1UL);
 }
 
-void NetworkStatusChannelTest::AnswerFromAnotherAddress()
+void NetworkStatusChannelTest::answerFromAnotherAddress()
 {
     const UdpPeer peer(PeerAddress, {StandardBytes(RawBusy)}, "127.9.9.9");
     StatusWorker worker;
@@ -197,7 +197,7 @@ void NetworkStatusChannelTest::AnswerFromAnotherAddress()
     QCOMPARE(worker.stCurrent.stState.enCurrentStatus, 5);
 }
 
-void NetworkStatusChannelTest::UnparsableAddress_data()
+void NetworkStatusChannelTest::unparsableAddress_data()
 {
     QTest::addColumn<QString>("address");
     QTest::newRow("name") << "printer.local";
@@ -211,7 +211,7 @@ void NetworkStatusChannelTest::UnparsableAddress_data()
 }
 
 // An address that cannot be parsed becomes 0.0.0.0, which is this machine.
-void NetworkStatusChannelTest::UnparsableAddress()
+void NetworkStatusChannelTest::unparsableAddress()
 {
     QFETCH(QString, address);
     UdpPeer peer("127.0.0.1", {StandardBytes(RawBusy)});
@@ -221,7 +221,7 @@ void NetworkStatusChannelTest::UnparsableAddress()
     QCOMPARE(worker.stCurrent.stState.enCurrentStatus, 5);
 }
 
-void NetworkStatusChannelTest::NoSocket()
+void NetworkStatusChannelTest::noSocket()
 {
     StatusWorker worker;
     FilledWorker(worker);
@@ -235,14 +235,14 @@ void NetworkStatusChannelTest::NoSocket()
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
 }
 
-void NetworkStatusChannelTest::NotSent_data()
+void NetworkStatusChannelTest::notSent_data()
 {
     QTest::addColumn<QString>("address");
     QTest::newRow("no way there") << "203.0.113.1"; // in a network reserved for documentation
     QTest::newRow("broadcast") << "255.255.255.255";
 }
 
-void NetworkStatusChannelTest::NotSent()
+void NetworkStatusChannelTest::notSent()
 {
     QFETCH(QString, address);
     StatusWorker worker;
@@ -250,7 +250,7 @@ void NetworkStatusChannelTest::NotSent()
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
 }
 
-void NetworkStatusChannelTest::NotSentWhole()
+void NetworkStatusChannelTest::notSentWhole()
 {
     const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
     SocketCalls::Reset(SocketCalls::Failure::ShortSend);
@@ -260,7 +260,7 @@ void NetworkStatusChannelTest::NotSentWhole()
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
 }
 
-void NetworkStatusChannelTest::TimeoutCannotBeSet()
+void NetworkStatusChannelTest::timeoutCannotBeSet()
 {
     UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
     SocketCalls::Reset(SocketCalls::Failure::Timeout);
@@ -270,7 +270,7 @@ void NetworkStatusChannelTest::TimeoutCannotBeSet()
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
 }
 
-void NetworkStatusChannelTest::TimeoutIsSetAfterSending()
+void NetworkStatusChannelTest::timeoutIsSetAfterSending()
 {
     const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
     StatusWorker worker;
@@ -278,7 +278,7 @@ void NetworkStatusChannelTest::TimeoutIsSetAfterSending()
     QCOMPARE(SocketCalls::Order(), (std::vector<std::string>{"sendto", "setsockopt"}));
 }
 
-void NetworkStatusChannelTest::EverySocketIsClosed()
+void NetworkStatusChannelTest::everySocketIsClosed()
 {
     const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
     const UdpPeer emptyPeer("127.7.7.8", {QByteArray()});

@@ -21,26 +21,26 @@ class PollingCycleTest : public QObject
 
 private slots:
     void init();
-    void IndexOutsideTheList_data();
-    void IndexOutsideTheList();
-    void WithoutAList();
-    void SecondStartIsIgnored();
-    void MayWakeUpLate();
-    void SuccessIsWrittenBack();
-    void OnlyTheOwnRecordIsTouched();
-    void SignalOnChangeOnly_data();
-    void SignalOnChangeOnly();
-    void ListIsUpToDateWhenTheSignalComes();
-    void EleventhFailureGoesOffline();
-    void EleventhFailureOfAnOfflinePrinter();
-    void SuccessResetsTheCount();
-    void RejectedFileCountsOnce();
-    void RejectedFileOfAnOfflinePrinterCountsEachTime();
-    void OfflinePrinterIsReadEachTime();
-    void ResetRecordIsFilledAgain();
-    void ListChangedMeanwhile_data();
-    void ListChangedMeanwhile();
-    void WholeRecordIsWrittenBack();
+    void indexOutsideTheList_data();
+    void indexOutsideTheList();
+    void withoutAList();
+    void secondStartIsIgnored();
+    void mayWakeUpLate();
+    void successIsWrittenBack();
+    void onlyTheOwnRecordIsTouched();
+    void signalOnChangeOnly_data();
+    void signalOnChangeOnly();
+    void listIsUpToDateWhenTheSignalComes();
+    void eleventhFailureGoesOffline();
+    void eleventhFailureOfAnOfflinePrinter();
+    void successResetsTheCount();
+    void rejectedFileCountsOnce();
+    void rejectedFileOfAnOfflinePrinterCountsEachTime();
+    void offlinePrinterIsReadEachTime();
+    void resetRecordIsFilledAgain();
+    void listChangedMeanwhile_data();
+    void listChangedMeanwhile();
+    void wholeRecordIsWrittenBack();
 };
 
 using ListChange = std::function<void(QList<stPrinterManager>&, StatusWorker&)>;
@@ -97,7 +97,7 @@ void PollingCycleTest::init()
     OnNextStatusFile(nullptr);
 }
 
-void PollingCycleTest::IndexOutsideTheList_data()
+void PollingCycleTest::indexOutsideTheList_data()
 {
     QTest::addColumn<int>("index");
     QTest::newRow("-1") << -1;
@@ -106,7 +106,7 @@ void PollingCycleTest::IndexOutsideTheList_data()
     QTest::newRow("greatest") << std::numeric_limits<int>::max();
 }
 
-void PollingCycleTest::IndexOutsideTheList()
+void PollingCycleTest::indexOutsideTheList()
 {
     QFETCH(int, index);
     Setting setting;
@@ -123,7 +123,7 @@ void PollingCycleTest::IndexOutsideTheList()
     QCOMPARE(Words(worker.stCurrent.stInfo), QStringLiteral("name '' model '' type 0 port '' uri ''"));
 }
 
-void PollingCycleTest::WithoutAList()
+void PollingCycleTest::withoutAList()
 {
     StatusWorker fresh;
     QCOMPARE(fresh.runCycle(), 0);
@@ -137,7 +137,7 @@ void PollingCycleTest::WithoutAList()
     QCOMPARE(Words(setting.list.at(1)), Words(FilledPrinter(Name)));
 }
 
-void PollingCycleTest::SecondStartIsIgnored()
+void PollingCycleTest::secondStartIsIgnored()
 {
     Setting setting;
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy));
@@ -148,7 +148,7 @@ void PollingCycleTest::SecondStartIsIgnored()
     QCOMPARE(setting.state().enCurrentStatus, 5);
 }
 
-void PollingCycleTest::MayWakeUpLate()
+void PollingCycleTest::mayWakeUpLate()
 {
     std::thread([] {
         Setting setting;
@@ -157,7 +157,7 @@ void PollingCycleTest::MayWakeUpLate()
     }).join();
 }
 
-void PollingCycleTest::SuccessIsWrittenBack()
+void PollingCycleTest::successIsWrittenBack()
 {
     Setting setting;
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
@@ -169,7 +169,7 @@ void PollingCycleTest::SuccessIsWrittenBack()
     QCOMPARE(Words(setting.state()), Words(FullReplyState()));
 }
 
-void PollingCycleTest::OnlyTheOwnRecordIsTouched()
+void PollingCycleTest::onlyTheOwnRecordIsTouched()
 {
     Setting setting;
     const QList<stPrinterManager> copy = setting.list;
@@ -184,7 +184,7 @@ void PollingCycleTest::OnlyTheOwnRecordIsTouched()
     QCOMPARE(Words(copy.at(1)), Words(FilledPrinter(Name)));
 }
 
-void PollingCycleTest::SignalOnChangeOnly_data()
+void PollingCycleTest::signalOnChangeOnly_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("signals");
@@ -212,7 +212,7 @@ void PollingCycleTest::SignalOnChangeOnly_data()
     }) << 0;
 }
 
-void PollingCycleTest::SignalOnChangeOnly()
+void PollingCycleTest::signalOnChangeOnly()
 {
     QFETCH(QByteArray, reply);
     Setting setting;
@@ -228,7 +228,7 @@ void PollingCycleTest::SignalOnChangeOnly()
     QCOMPARE(setting.worker.runCycle(), 0);
 }
 
-void PollingCycleTest::ListIsUpToDateWhenTheSignalComes()
+void PollingCycleTest::listIsUpToDateWhenTheSignalComes()
 {
     Setting setting;
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
@@ -243,7 +243,7 @@ void PollingCycleTest::ListIsUpToDateWhenTheSignalComes()
     QCOMPARE(seen, Words(FullReplyState()));
 }
 
-void PollingCycleTest::EleventhFailureGoesOffline()
+void PollingCycleTest::eleventhFailureGoesOffline()
 {
     Setting setting;
     setting.state().iFailCount = 0;
@@ -266,7 +266,7 @@ void PollingCycleTest::EleventhFailureGoesOffline()
     }
 }
 
-void PollingCycleTest::EleventhFailureOfAnOfflinePrinter()
+void PollingCycleTest::eleventhFailureOfAnOfflinePrinter()
 {
     Setting setting;
     setting.state() = OfflineState(FilledState());
@@ -281,7 +281,7 @@ void PollingCycleTest::EleventhFailureOfAnOfflinePrinter()
     QVERIFY(setting.state().listError.isEmpty());
 }
 
-void PollingCycleTest::SuccessResetsTheCount()
+void PollingCycleTest::successResetsTheCount()
 {
     Setting setting;
     setting.state().iFailCount = 10;
@@ -297,7 +297,7 @@ void PollingCycleTest::SuccessResetsTheCount()
     QCOMPARE(setting.state().enCurrentStatus, 2);
 }
 
-void PollingCycleTest::RejectedFileCountsOnce()
+void PollingCycleTest::rejectedFileCountsOnce()
 {
     Setting setting;
     setting.state().iFailCount = 0;
@@ -315,7 +315,7 @@ void PollingCycleTest::RejectedFileCountsOnce()
     QCOMPARE(setting.state().iFailCount, 0);
 }
 
-void PollingCycleTest::RejectedFileOfAnOfflinePrinterCountsEachTime()
+void PollingCycleTest::rejectedFileOfAnOfflinePrinterCountsEachTime()
 {
     Setting setting;
     setting.state() = OfflineState(FilledState());
@@ -326,7 +326,7 @@ void PollingCycleTest::RejectedFileOfAnOfflinePrinterCountsEachTime()
     }
 }
 
-void PollingCycleTest::OfflinePrinterIsReadEachTime()
+void PollingCycleTest::offlinePrinterIsReadEachTime()
 {
     Setting setting;
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawBusy, 100), 1700000000000);
@@ -343,7 +343,7 @@ void PollingCycleTest::OfflinePrinterIsReadEachTime()
 }
 
 // The device manager leaves such a record when a printer is added.
-void PollingCycleTest::ResetRecordIsFilledAgain()
+void PollingCycleTest::resetRecordIsFilledAgain()
 {
     Setting setting;
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
@@ -353,7 +353,7 @@ void PollingCycleTest::ResetRecordIsFilledAgain()
     QCOMPARE(Words(setting.state()), Words(FullReplyState()));
 }
 
-void PollingCycleTest::ListChangedMeanwhile_data()
+void PollingCycleTest::listChangedMeanwhile_data()
 {
     QTest::addColumn<ListChange>("change");
     const auto row = [](const char* name, const ListChange& change) {
@@ -372,7 +372,7 @@ void PollingCycleTest::ListChangedMeanwhile_data()
     row("the worker is told to let go", [](auto&, auto& worker) { worker.Init(-1, nullptr); });
 }
 
-void PollingCycleTest::ListChangedMeanwhile()
+void PollingCycleTest::listChangedMeanwhile()
 {
     QFETCH(ListChange, change);
     Setting setting;
@@ -389,7 +389,7 @@ void PollingCycleTest::ListChangedMeanwhile()
 }
 
 // The printer is the same by name and URI, so the worker's whole record replaces the one in the list.
-void PollingCycleTest::WholeRecordIsWrittenBack()
+void PollingCycleTest::wholeRecordIsWrittenBack()
 {
     Setting setting;
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));

@@ -13,9 +13,9 @@ class StatusChangeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void EqualStates();
-    void Difference_data();
-    void Difference();
+    void equalStates();
+    void difference_data();
+    void difference();
 };
 
 using Change = std::function<void(stPrinterState&)>;
@@ -77,14 +77,14 @@ stPrinterState SomeState()
 
 } // namespace
 
-void StatusChangeTest::EqualStates()
+void StatusChangeTest::equalStates()
 {
     StatusWorker worker;
     QCOMPARE(worker.CheckStatusChange(SomeState(), SomeState()), false);
     QCOMPARE(worker.CheckStatusChange(stPrinterState(), stPrinterState()), false);
 }
 
-void StatusChangeTest::Difference_data()
+void StatusChangeTest::difference_data()
 {
     QTest::addColumn<Change>("change");
     QTest::addColumn<bool>("counts");
@@ -92,7 +92,7 @@ void StatusChangeTest::Difference_data()
     AddRowsThatDoNotCount();
 }
 
-void StatusChangeTest::Difference()
+void StatusChangeTest::difference()
 {
     QFETCH(Change, change);
     stPrinterState changed = SomeState();

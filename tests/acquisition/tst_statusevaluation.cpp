@@ -13,25 +13,25 @@ class StatusEvaluationTest : public QObject
     Q_OBJECT
 
 private slots:
-    void StandardReplyFillsEveryField();
-    void StandardRejection();
-    void StandardStatus_data();
-    void StandardStatus();
-    void StandardConditions_data();
-    void StandardConditions();
-    void Texts_data();
-    void Texts();
-    void NothingOfAnEarlierReplyRemains();
-    void QZReplyReplacesEveryField();
-    void QZRejection();
-    void QZStatusItems_data();
-    void QZStatusItems();
-    void QZConditions_data();
-    void QZConditions();
-    void QZLenientStart_data();
-    void QZLenientStart();
-    void PrinterIsNotTouched();
-    void BytesAreNotModified();
+    void standardReplyFillsEveryField();
+    void standardRejection();
+    void standardStatus_data();
+    void standardStatus();
+    void standardConditions_data();
+    void standardConditions();
+    void texts_data();
+    void texts();
+    void nothingOfAnEarlierReplyRemains();
+    void qzReplyReplacesEveryField();
+    void qzRejection();
+    void qzStatusItems_data();
+    void qzStatusItems();
+    void qzConditions_data();
+    void qzConditions();
+    void qzLenientStart_data();
+    void qzLenientStart();
+    void printerIsNotTouched();
+    void bytesAreNotModified();
 };
 
 using Conditions = QList<enErrorStatus>;
@@ -69,13 +69,13 @@ QByteArray QZItems(const QVector<ReplyRecord>& items)
 
 } // namespace
 
-void StatusEvaluationTest::StandardReplyFillsEveryField()
+void StatusEvaluationTest::standardReplyFillsEveryField()
 {
     QCOMPARE(Words(StateAfter(Standard, EncodeStandardReply(FullReply()))), Words(FullReplyState()));
 }
 
 // A truncated reply is rejected, whatever its length.
-void StatusEvaluationTest::StandardRejection()
+void StatusEvaluationTest::standardRejection()
 {
     const QByteArray bytes = EncodeStandardReply(FullReply());
     StatusWorker worker;
@@ -87,7 +87,7 @@ void StatusEvaluationTest::StandardRejection()
     QCOMPARE(Evaluate(worker, Standard, bytes), 0);
 }
 
-void StatusEvaluationTest::StandardStatus_data()
+void StatusEvaluationTest::standardStatus_data()
 {
     QTest::addColumn<int>("raw");
     QTest::addColumn<int>("status");
@@ -106,7 +106,7 @@ void StatusEvaluationTest::StandardStatus_data()
     QTest::newRow("255") << 255 << 0;
 }
 
-void StatusEvaluationTest::StandardStatus()
+void StatusEvaluationTest::standardStatus()
 {
     QFETCH(int, raw);
     StandardReply reply;
@@ -114,7 +114,7 @@ void StatusEvaluationTest::StandardStatus()
     QTEST(StateAfter(Standard, EncodeStandardReply(reply)).enCurrentStatus, "status");
 }
 
-void StatusEvaluationTest::StandardConditions_data()
+void StatusEvaluationTest::standardConditions_data()
 {
     QTest::addColumn<QVector<quint16>>("codes");
     QTest::addColumn<Conditions>("conditions");
@@ -134,7 +134,7 @@ void StatusEvaluationTest::StandardConditions_data()
     QTest::newRow("255") << QVector<quint16>(255, 0x1140) << many;
 }
 
-void StatusEvaluationTest::StandardConditions()
+void StatusEvaluationTest::standardConditions()
 {
     QFETCH(QVector<quint16>, codes);
     QFETCH(Conditions, conditions);
@@ -155,7 +155,7 @@ void StatusEvaluationTest::StandardConditions()
     QCOMPARE(state.iNumberOfError, 0);
 }
 
-void StatusEvaluationTest::Texts_data()
+void StatusEvaluationTest::texts_data()
 {
     QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<QString>("text");
@@ -169,7 +169,7 @@ void StatusEvaluationTest::Texts_data()
     QTest::newRow("fills the supply's field") << QByteArray(64, 's') << QString(64, QLatin1Char('s'));
 }
 
-void StatusEvaluationTest::Texts()
+void StatusEvaluationTest::texts()
 {
     QFETCH(QByteArray, sent);
     QFETCH(QString, text);
@@ -189,7 +189,7 @@ void StatusEvaluationTest::Texts()
 
 // Tests every pair of consecutive replies. The texts begin alike, and some have bytes that mean another text in
 // Latin-1.
-void StatusEvaluationTest::NothingOfAnEarlierReplyRemains()
+void StatusEvaluationTest::nothingOfAnEarlierReplyRemains()
 {
     const QVector<QString> texts{QString(),
                                  QStringLiteral("a"),
@@ -227,7 +227,7 @@ void StatusEvaluationTest::NothingOfAnEarlierReplyRemains()
 }
 
 // The texts of an earlier reply are erased, and the counts are constant.
-void StatusEvaluationTest::QZReplyReplacesEveryField()
+void StatusEvaluationTest::qzReplyReplacesEveryField()
 {
     stPrinterState expected;
     expected.enCurrentStatus = PS_READY;
@@ -237,7 +237,7 @@ void StatusEvaluationTest::QZReplyReplacesEveryField()
     QCOMPARE(Words(StateAfter(QZ, QZBytes(80))), Words(expected));
 }
 
-void StatusEvaluationTest::QZRejection()
+void StatusEvaluationTest::qzRejection()
 {
     const QByteArray bytes = QZItems({QZMachineState(1), QZToner(80), QZError(0x1106)});
     StatusWorker worker;
@@ -248,7 +248,7 @@ void StatusEvaluationTest::QZRejection()
     }
 }
 
-void StatusEvaluationTest::QZStatusItems_data()
+void StatusEvaluationTest::qzStatusItems_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<int>("status");
@@ -265,13 +265,13 @@ void StatusEvaluationTest::QZStatusItems_data()
     QTest::newRow("the last one counts") << QZItems({QZMachineState(1), QZJobState(2)}) << 8;
 }
 
-void StatusEvaluationTest::QZStatusItems()
+void StatusEvaluationTest::qzStatusItems()
 {
     QFETCH(QByteArray, bytes);
     QTEST(StateAfter(QZ, bytes).enCurrentStatus, "status");
 }
 
-void StatusEvaluationTest::QZConditions_data()
+void StatusEvaluationTest::qzConditions_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<Conditions>("errors");
@@ -297,7 +297,7 @@ void StatusEvaluationTest::QZConditions_data()
                           << Conditions{ERR_TONER_LOW};
 }
 
-void StatusEvaluationTest::QZConditions()
+void StatusEvaluationTest::qzConditions()
 {
     QFETCH(QByteArray, bytes);
     const stPrinterState state = StateAfter(QZ, bytes);
@@ -307,7 +307,7 @@ void StatusEvaluationTest::QZConditions()
     QCOMPARE(state.iNumberOfWarning, 1);
 }
 
-void StatusEvaluationTest::QZLenientStart_data()
+void StatusEvaluationTest::qzLenientStart_data()
 {
     QTest::addColumn<QByteArray>("bytes");
 
@@ -317,7 +317,7 @@ void StatusEvaluationTest::QZLenientStart_data()
     QTest::newRow("no items") << QZItems({}) + QByteArray(10, '\x01');
 }
 
-void StatusEvaluationTest::QZLenientStart()
+void StatusEvaluationTest::qzLenientStart()
 {
     QFETCH(QByteArray, bytes);
     stPrinterState expected;
@@ -327,7 +327,7 @@ void StatusEvaluationTest::QZLenientStart()
     QCOMPARE(Words(StateAfter(QZ, bytes)), Words(expected));
 }
 
-void StatusEvaluationTest::PrinterIsNotTouched()
+void StatusEvaluationTest::printerIsNotTouched()
 {
     StatusWorker worker;
     worker.stCurrent = FilledPrinter(QStringLiteral("Office"));
@@ -338,7 +338,7 @@ void StatusEvaluationTest::PrinterIsNotTouched()
     QCOMPARE(Words(worker.stCurrent.stInfo), before);
 }
 
-void StatusEvaluationTest::BytesAreNotModified()
+void StatusEvaluationTest::bytesAreNotModified()
 {
     StatusWorker worker;
     for (const QByteArray& bytes : {EncodeStandardReply(FullReply()), QZBytes()}) {

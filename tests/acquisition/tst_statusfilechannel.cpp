@@ -22,31 +22,31 @@ class StatusFileChannelTest : public QObject
 private slots:
     void init();
     void cleanup();
-    void ReadOnceThenUnchanged();
-    void ForceReadsAgain();
-    void TheTimeAloneDecides_data();
-    void TheTimeAloneDecides();
-    void AnyTimeServes_data();
-    void AnyTimeServes();
-    void MissingFile();
-    void ReturnsWithAnOlderTime();
-    void ReturnsWithTheFirstTimeOf1970_data();
-    void ReturnsWithTheFirstTimeOf1970();
-    void RejectedFileIsRememberedToo();
-    void EachWorkerRemembersForItself();
-    void EmptyFile();
-    void TruncatedAt2048Bytes_data();
-    void TruncatedAt2048Bytes();
-    void FamilyGoesByTheName_data();
-    void FamilyGoesByTheName();
-    void ReadsTheNamedFile();
-    void UsbReadsButDoesNotEvaluate();
-    void UsbIgnoresItsArgument();
-    void UsbSharesTheRememberedTime();
-    void SilentOnAllResults();
-    void ExceptionIsLogged_data();
-    void ExceptionIsLogged();
-    void ExceptionLeavesTheFailureCount();
+    void readOnceThenUnchanged();
+    void forceReadsAgain();
+    void theTimeAloneDecides_data();
+    void theTimeAloneDecides();
+    void anyTimeServes_data();
+    void anyTimeServes();
+    void missingFile();
+    void returnsWithAnOlderTime();
+    void returnsWithTheFirstTimeOf1970_data();
+    void returnsWithTheFirstTimeOf1970();
+    void rejectedFileIsRememberedToo();
+    void eachWorkerRemembersForItself();
+    void emptyFile();
+    void truncatedAt2048Bytes_data();
+    void truncatedAt2048Bytes();
+    void familyGoesByTheName_data();
+    void familyGoesByTheName();
+    void readsTheNamedFile();
+    void usbReadsButDoesNotEvaluate();
+    void usbIgnoresItsArgument();
+    void usbSharesTheRememberedTime();
+    void silentOnAllResults();
+    void exceptionIsLogged_data();
+    void exceptionIsLogged();
+    void exceptionLeavesTheFailureCount();
 };
 
 namespace {
@@ -131,7 +131,7 @@ void StatusFileChannelTest::cleanup()
     SetLogEnable(false);
 }
 
-void StatusFileChannelTest::ReadOnceThenUnchanged()
+void StatusFileChannelTest::readOnceThenUnchanged()
 {
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
     StatusWorker worker;
@@ -147,7 +147,7 @@ void StatusFileChannelTest::ReadOnceThenUnchanged()
     QCOMPARE(TonerAfter(worker), 111U);
 }
 
-void StatusFileChannelTest::ForceReadsAgain()
+void StatusFileChannelTest::forceReadsAgain()
 {
     PrinterFolder::WriteStatusFile(Name, EncodeStandardReply(FullReply()));
     StatusWorker worker;
@@ -160,7 +160,7 @@ void StatusFileChannelTest::ForceReadsAgain()
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
 }
 
-void StatusFileChannelTest::TheTimeAloneDecides_data()
+void StatusFileChannelTest::theTimeAloneDecides_data()
 {
     QTest::addColumn<qint64>("time");
     QTest::addColumn<int>("result");
@@ -172,7 +172,7 @@ void StatusFileChannelTest::TheTimeAloneDecides_data()
     QTest::newRow("years earlier") << SomeTimeMs / 2 << 0;
 }
 
-void StatusFileChannelTest::TheTimeAloneDecides()
+void StatusFileChannelTest::theTimeAloneDecides()
 {
     QFETCH(qint64, time);
     QFETCH(int, result);
@@ -187,7 +187,7 @@ void StatusFileChannelTest::TheTimeAloneDecides()
     QCOMPARE(TonerAfter(worker), 200U);
 }
 
-void StatusFileChannelTest::AnyTimeServes_data()
+void StatusFileChannelTest::anyTimeServes_data()
 {
     constexpr qint64 msPerYear = 31556952000;
     QTest::addColumn<qint64>("time");
@@ -199,7 +199,7 @@ void StatusFileChannelTest::AnyTimeServes_data()
     QTest::newRow("20000") << 18030 * msPerYear;
 }
 
-void StatusFileChannelTest::AnyTimeServes()
+void StatusFileChannelTest::anyTimeServes()
 {
     QFETCH(qint64, time);
     StatusWorker worker;
@@ -211,7 +211,7 @@ void StatusFileChannelTest::AnyTimeServes()
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
 }
 
-void StatusFileChannelTest::MissingFile()
+void StatusFileChannelTest::missingFile()
 {
     StatusWorker worker;
     worker.stCurrent.stState = FilledState();
@@ -222,7 +222,7 @@ void StatusFileChannelTest::MissingFile()
     QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
 }
 
-void StatusFileChannelTest::ReturnsWithAnOlderTime()
+void StatusFileChannelTest::returnsWithAnOlderTime()
 {
     StatusWorker worker;
     for (const qint64 time : {SomeTimeMs, SomeTimeMs - 5000, SomeTimeMs - 5000}) { // older, then the same again
@@ -241,7 +241,7 @@ void StatusFileChannelTest::ReturnsWithAnOlderTime()
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
 }
 
-void StatusFileChannelTest::ReturnsWithTheFirstTimeOf1970_data()
+void StatusFileChannelTest::returnsWithTheFirstTimeOf1970_data()
 {
     QTest::addColumn<QByteArray>("timeZone");
     QTest::newRow("UTC") << QByteArray("UTC");
@@ -250,7 +250,7 @@ void StatusFileChannelTest::ReturnsWithTheFirstTimeOf1970_data()
 }
 
 // Local midnight matters because before Qt 5.14 a null time equals it.
-void StatusFileChannelTest::ReturnsWithTheFirstTimeOf1970()
+void StatusFileChannelTest::returnsWithTheFirstTimeOf1970()
 {
     QFETCH(const QByteArray, timeZone);
     const TimeZone zone(timeZone);
@@ -268,7 +268,7 @@ void StatusFileChannelTest::ReturnsWithTheFirstTimeOf1970()
     QCOMPARE(fresh.GetPrinterStatusFile(Name, false), 0);
 }
 
-void StatusFileChannelTest::RejectedFileIsRememberedToo()
+void StatusFileChannelTest::rejectedFileIsRememberedToo()
 {
     StatusWorker worker;
     worker.stCurrent.stState = FilledState();
@@ -279,7 +279,7 @@ void StatusFileChannelTest::RejectedFileIsRememberedToo()
     QCOMPARE(Words(worker.stCurrent.stState), Words(FilledState()));
 }
 
-void StatusFileChannelTest::EachWorkerRemembersForItself()
+void StatusFileChannelTest::eachWorkerRemembersForItself()
 {
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady));
     StatusWorker first;
@@ -289,7 +289,7 @@ void StatusFileChannelTest::EachWorkerRemembersForItself()
     QCOMPARE(first.GetPrinterStatusFile(Name, false), 1);
 }
 
-void StatusFileChannelTest::EmptyFile()
+void StatusFileChannelTest::emptyFile()
 {
     StatusWorker worker;
     worker.stCurrent.stState = FilledState();
@@ -309,7 +309,7 @@ void StatusFileChannelTest::EmptyFile()
     QCOMPARE(TonerAfter(worker), 0U);
 }
 
-void StatusFileChannelTest::TruncatedAt2048Bytes_data()
+void StatusFileChannelTest::truncatedAt2048Bytes_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<int>("result");
@@ -322,7 +322,7 @@ void StatusFileChannelTest::TruncatedAt2048Bytes_data()
     QTest::newRow("10 MB") << QByteArray(10000000, '\xFF') << -1;
 }
 
-void StatusFileChannelTest::TruncatedAt2048Bytes()
+void StatusFileChannelTest::truncatedAt2048Bytes()
 {
     QFETCH(QByteArray, content);
     PrinterFolder::WriteStatusFile(Name, content);
@@ -331,7 +331,7 @@ void StatusFileChannelTest::TruncatedAt2048Bytes()
     QCOMPARE(TonerAfter(worker), worker.GetPrinterStatusFile(Name, true) == 0 ? 8000U : 0U);
 }
 
-void StatusFileChannelTest::FamilyGoesByTheName_data()
+void StatusFileChannelTest::familyGoesByTheName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("content");
@@ -346,7 +346,7 @@ void StatusFileChannelTest::FamilyGoesByTheName_data()
     QTest::newRow("QZ model in lower case") << "j4990e" << QZBytes() << 0 << 0;
 }
 
-void StatusFileChannelTest::FamilyGoesByTheName()
+void StatusFileChannelTest::familyGoesByTheName()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, content);
@@ -360,7 +360,7 @@ void StatusFileChannelTest::FamilyGoesByTheName()
     QTEST(worker.stCurrent.stState.iNumberOfError, "errors");
 }
 
-void StatusFileChannelTest::ReadsTheNamedFile()
+void StatusFileChannelTest::readsTheNamedFile()
 {
     StatusWorker worker;
     worker.stCurrent.stInfo.strPrinterName = QStringLiteral("current");
@@ -370,7 +370,7 @@ void StatusFileChannelTest::ReadsTheNamedFile()
     QCOMPARE(TonerAfter(worker), 2U);
 }
 
-void StatusFileChannelTest::UsbReadsButDoesNotEvaluate()
+void StatusFileChannelTest::usbReadsButDoesNotEvaluate()
 {
     StatusWorker worker;
     worker.stCurrent = FilledPrinter(Name);
@@ -389,7 +389,7 @@ void StatusFileChannelTest::UsbReadsButDoesNotEvaluate()
     QCOMPARE(Words(worker.stCurrent), Words(FilledPrinter(Name)));
 }
 
-void StatusFileChannelTest::UsbIgnoresItsArgument()
+void StatusFileChannelTest::usbIgnoresItsArgument()
 {
     StatusWorker worker;
     worker.stCurrent = FilledPrinter(Name);
@@ -401,7 +401,7 @@ void StatusFileChannelTest::UsbIgnoresItsArgument()
     QCOMPARE(worker.GetPrinterStatusUSB(QStringLiteral("absent")), 1);
 }
 
-void StatusFileChannelTest::UsbSharesTheRememberedTime()
+void StatusFileChannelTest::usbSharesTheRememberedTime()
 {
     StatusWorker worker;
     worker.stCurrent = FilledPrinter(Name);
@@ -410,7 +410,7 @@ void StatusFileChannelTest::UsbSharesTheRememberedTime()
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 1);
 }
 
-void StatusFileChannelTest::SilentOnAllResults()
+void StatusFileChannelTest::silentOnAllResults()
 {
     SetLogEnable(true);
     StatusWorker worker;
@@ -425,7 +425,7 @@ void StatusFileChannelTest::SilentOnAllResults()
     QCOMPARE(LogFolder::Names(), QStringList());
 }
 
-void StatusFileChannelTest::ExceptionIsLogged_data()
+void StatusFileChannelTest::exceptionIsLogged_data()
 {
     QTest::addColumn<bool>("isUsb");
     QTest::addColumn<QByteArray>("line");
@@ -437,7 +437,7 @@ void StatusFileChannelTest::ExceptionIsLogged_data()
 }
 
 // The name is so long that its path does not fit into memory.
-void StatusFileChannelTest::ExceptionIsLogged()
+void StatusFileChannelTest::exceptionIsLogged()
 {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     QSKIP("a sanitizer's allocator does not throw");
@@ -462,7 +462,7 @@ void StatusFileChannelTest::ExceptionIsLogged()
 }
 
 // An exception counts neither as a failure nor as a success.
-void StatusFileChannelTest::ExceptionLeavesTheFailureCount()
+void StatusFileChannelTest::exceptionLeavesTheFailureCount()
 {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     QSKIP("a sanitizer's allocator does not throw");

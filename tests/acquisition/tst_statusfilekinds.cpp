@@ -18,18 +18,18 @@ class StatusFileKindsTest : public QObject
 
 private slots:
     void init();
-    void NotARegularFile_data();
-    void NotARegularFile();
-    void FileTakesTheFifosPlace();
-    void DanglingLink();
-    void LinkToARegularFile();
-    void NoPermission();
-    void ForbiddenFolder();
-    void Names_data();
-    void Names();
-    void ZeroByteInTheName();
-    void FileIsLeftAsItIs();
-    void NothingStaysOpen();
+    void notARegularFile_data();
+    void notARegularFile();
+    void fileTakesTheFifosPlace();
+    void danglingLink();
+    void linkToARegularFile();
+    void noPermission();
+    void forbiddenFolder();
+    void names_data();
+    void names();
+    void zeroByteInTheName();
+    void fileIsLeftAsItIs();
+    void nothingStaysOpen();
 };
 
 namespace {
@@ -57,7 +57,7 @@ void StatusFileKindsTest::init()
     PrinterFolder::Create();
 }
 
-void StatusFileKindsTest::NotARegularFile_data()
+void StatusFileKindsTest::notARegularFile_data()
 {
     QTest::addColumn<QString>("kind");
     for (const char* kind : {"FIFO", "directory", "link to a FIFO", "link to a directory", "link to a device"}) {
@@ -66,7 +66,7 @@ void StatusFileKindsTest::NotARegularFile_data()
 }
 
 // Such a file is treated like one that cannot be opened: it is skipped until its timestamp changes.
-void StatusFileKindsTest::NotARegularFile()
+void StatusFileKindsTest::notARegularFile()
 {
     QFETCH(QString, kind);
     const bool isLink = kind.startsWith(QLatin1String("link"));
@@ -96,7 +96,7 @@ void StatusFileKindsTest::NotARegularFile()
     QCOMPARE(usbWorker.GetPrinterStatusUSB(Name), 1);
 }
 
-void StatusFileKindsTest::FileTakesTheFifosPlace()
+void StatusFileKindsTest::fileTakesTheFifosPlace()
 {
     QCOMPARE(mkfifo(LocalPath().constData(), 0600), 0);
     PrinterFolder::SetModificationTime(PrinterFolder::StatusFilePath(Name), SomeTimeMs);
@@ -108,7 +108,7 @@ void StatusFileKindsTest::FileTakesTheFifosPlace()
 }
 
 // A dangling link counts as a missing file.
-void StatusFileKindsTest::DanglingLink()
+void StatusFileKindsTest::danglingLink()
 {
     QCOMPARE(symlink("/opt/absent", LocalPath().constData()), 0);
     StatusWorker worker;
@@ -117,7 +117,7 @@ void StatusFileKindsTest::DanglingLink()
     QCOMPARE(worker.GetPrinterStatusFile(Name, true), -1);
 }
 
-void StatusFileKindsTest::LinkToARegularFile()
+void StatusFileKindsTest::linkToARegularFile()
 {
     const QString target = QStringLiteral("/opt/target");
     unlink("/opt/target");
@@ -133,7 +133,7 @@ void StatusFileKindsTest::LinkToARegularFile()
     QCOMPARE(worker.stCurrent.stState.dwRemainingToner, 200UL);
 }
 
-void StatusFileKindsTest::NoPermission()
+void StatusFileKindsTest::noPermission()
 {
     if (geteuid() == 0) {
         QSKIP("root ignores file permissions");
@@ -151,7 +151,7 @@ void StatusFileKindsTest::NoPermission()
 }
 
 // A file that cannot be looked up counts as missing, and its timestamp is forgotten.
-void StatusFileKindsTest::ForbiddenFolder()
+void StatusFileKindsTest::forbiddenFolder()
 {
     if (geteuid() == 0) {
         QSKIP("root ignores file permissions");
@@ -166,7 +166,7 @@ void StatusFileKindsTest::ForbiddenFolder()
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
 }
 
-void StatusFileKindsTest::Names_data()
+void StatusFileKindsTest::names_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("path");
@@ -184,7 +184,7 @@ void StatusFileKindsTest::Names_data()
     QTest::newRow("upwards") << "../tool/office" << QStringLiteral("/opt/tolmar/tolmar-printer-q727/tool/office.dat");
 }
 
-void StatusFileKindsTest::Names()
+void StatusFileKindsTest::names()
 {
     QFETCH(QString, name);
     QFETCH(QString, path);
@@ -197,7 +197,7 @@ void StatusFileKindsTest::Names()
 }
 
 // The name must not be cut at the zero byte, which would find another file.
-void StatusFileKindsTest::ZeroByteInTheName()
+void StatusFileKindsTest::zeroByteInTheName()
 {
     const QString folder = QString::fromLatin1(PrinterFolder::ConfigurationDirectory);
     PrinterFolder::WriteFile(folder + QStringLiteral("Office"), StandardBytes(RawReady));
@@ -209,7 +209,7 @@ void StatusFileKindsTest::ZeroByteInTheName()
     QCOMPARE(worker.GetPrinterStatusFile(QString(1000, QLatin1Char('x')), false), -1); // a name that is too long
 }
 
-void StatusFileKindsTest::FileIsLeftAsItIs()
+void StatusFileKindsTest::fileIsLeftAsItIs()
 {
     const QByteArray content = StandardBytes(RawReady);
     PrinterFolder::WriteStatusFile(Name, content, SomeTimeMs);
@@ -224,7 +224,7 @@ void StatusFileKindsTest::FileIsLeftAsItIs()
     QVERIFY(!QFile::exists(PrinterFolder::StatusFilePath(QStringLiteral("absent"))));
 }
 
-void StatusFileKindsTest::NothingStaysOpen()
+void StatusFileKindsTest::nothingStaysOpen()
 {
     const QString directory = QStringLiteral("directory");
     QVERIFY(QDir().mkpath(PrinterFolder::StatusFilePath(directory)));

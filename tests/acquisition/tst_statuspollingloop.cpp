@@ -21,15 +21,15 @@ class StatusPollingLoopTest : public QObject
 
 private slots:
     void initTestCase();
-    void OneCycleASecond();
-    void OneSignalForOneChange();
-    void OneCancelForOneEntering();
-    void RejectedFileCountsOneFailure();
-    void VanishedFileGoesOfflineAfterElevenCycles();
-    void BeyondTheEndNothingHappens();
-    void SignalsBearTheIndex();
-    void StopEndsEveryLoop();
-    void RebuiltListKeepsPrintersApart();
+    void oneCycleASecond();
+    void oneSignalForOneChange();
+    void oneCancelForOneEntering();
+    void rejectedFileCountsOneFailure();
+    void vanishedFileGoesOfflineAfterElevenCycles();
+    void beyondTheEndNothingHappens();
+    void signalsBearTheIndex();
+    void stopEndsEveryLoop();
+    void rebuiltListKeepsPrintersApart();
     void cleanupTestCase();
 };
 
@@ -130,7 +130,7 @@ void StatusPollingLoopTest::initTestCase()
     }
 }
 
-void StatusPollingLoopTest::OneCycleASecond()
+void StatusPollingLoopTest::oneCycleASecond()
 {
     const QList<qint64> times = s_run.workers[Changing]->signalTimesMs();
     QVERIFY2(times.size() >= 5, qPrintable(QString::number(times.size())));
@@ -140,7 +140,7 @@ void StatusPollingLoopTest::OneCycleASecond()
     }
 }
 
-void StatusPollingLoopTest::OneSignalForOneChange()
+void StatusPollingLoopTest::oneSignalForOneChange()
 {
     QCOMPARE(s_run.workers[Steady]->signalledIndices().size(), 1);
     QCOMPARE(Words(Listed(s_run.list, Steady).stState), Words(FullReplyState()));
@@ -148,20 +148,20 @@ void StatusPollingLoopTest::OneSignalForOneChange()
     QCOMPARE(Listed(s_run.list, QZFamily).stState.dwRemainingToner, 55UL);
 }
 
-void StatusPollingLoopTest::OneCancelForOneEntering()
+void StatusPollingLoopTest::oneCancelForOneEntering()
 {
     QCOMPARE(s_run.workers[Cancelling]->signalledIndices().size(), 1);
     QCOMPARE(s_run.cancel->calls(), QList<QStringList>{QStringList{NameOf(Cancelling)}});
 }
 
-void StatusPollingLoopTest::RejectedFileCountsOneFailure()
+void StatusPollingLoopTest::rejectedFileCountsOneFailure()
 {
     QCOMPARE(s_run.workers[Rejected]->signalledIndices().size(), 0);
     QCOMPARE(Listed(s_run.list, Rejected).stState.iFailCount, 1);
     QCOMPARE(Listed(s_run.list, Rejected).stState.enCurrentStatus, 3);
 }
 
-void StatusPollingLoopTest::VanishedFileGoesOfflineAfterElevenCycles()
+void StatusPollingLoopTest::vanishedFileGoesOfflineAfterElevenCycles()
 {
     const QList<qint64> times = s_run.workers[Vanished]->signalTimesMs();
     QCOMPARE(times.size(), 1);
@@ -172,13 +172,13 @@ void StatusPollingLoopTest::VanishedFileGoesOfflineAfterElevenCycles()
     QCOMPARE(state.strProductName, QStringLiteral("old product"));
 }
 
-void StatusPollingLoopTest::BeyondTheEndNothingHappens()
+void StatusPollingLoopTest::beyondTheEndNothingHappens()
 {
     QCOMPARE(s_run.workers[PrinterCount]->signalledIndices().size(), 0);
     QCOMPARE(SharedPrinterList(&s_run.list).copyInfos().size(), int(PrinterCount));
 }
 
-void StatusPollingLoopTest::SignalsBearTheIndex()
+void StatusPollingLoopTest::signalsBearTheIndex()
 {
     for (int i = 0; i < PrinterCount; ++i) {
         const QList<int> indices = s_run.workers[static_cast<std::size_t>(i)]->signalledIndices();
@@ -188,7 +188,7 @@ void StatusPollingLoopTest::SignalsBearTheIndex()
     }
 }
 
-void StatusPollingLoopTest::StopEndsEveryLoop()
+void StatusPollingLoopTest::stopEndsEveryLoop()
 {
     QElapsedTimer timer;
     timer.start();
@@ -202,7 +202,7 @@ void StatusPollingLoopTest::StopEndsEveryLoop()
 }
 
 // The list is rebuilt again and again with the printers in other places. No printer may get another one's toner.
-void StatusPollingLoopTest::RebuiltListKeepsPrintersApart()
+void StatusPollingLoopTest::rebuiltListKeepsPrintersApart()
 {
     constexpr int printerCount = 4;
     const auto name = [](int i) {

@@ -11,17 +11,17 @@ class TrdGetPrinterStatusTest : public QObject
     Q_OBJECT
 
 private slots:
-    void MetaObject();
-    void FreshWorker();
-    void StopSlotOnlySetsTheFlag();
-    void InitOnlyStores();
-    void IsQZPrinter_data();
-    void IsQZPrinter();
-    void GetPrinterVidPid_data();
-    void GetPrinterVidPid();
+    void metaObject();
+    void freshWorker();
+    void stopSlotOnlySetsTheFlag();
+    void initOnlyStores();
+    void isQZPrinter_data();
+    void isQZPrinter();
+    void getPrinterVidPid_data();
+    void getPrinterVidPid();
 };
 
-void TrdGetPrinterStatusTest::MetaObject()
+void TrdGetPrinterStatusTest::metaObject()
 {
     const QMetaObject& meta = TrdGetPrinterStatus::staticMetaObject;
     QCOMPARE(meta.className(), "TrdGetPrinterStatus");
@@ -31,7 +31,7 @@ void TrdGetPrinterStatusTest::MetaObject()
                           QStringLiteral("slot SlotThreadQuit()")}));
 }
 
-void TrdGetPrinterStatusTest::FreshWorker()
+void TrdGetPrinterStatusTest::freshWorker()
 {
     QObject parent;
     const auto* worker = new TrdGetPrinterStatus(&parent);
@@ -45,7 +45,7 @@ void TrdGetPrinterStatusTest::FreshWorker()
     QCOMPARE(fresh.stCurrent.stState.enCurrentStatus, 2);
 }
 
-void TrdGetPrinterStatusTest::StopSlotOnlySetsTheFlag()
+void TrdGetPrinterStatusTest::stopSlotOnlySetsTheFlag()
 {
     StatusWorker worker;
     worker.SlotThreadQuit();
@@ -53,7 +53,7 @@ void TrdGetPrinterStatusTest::StopSlotOnlySetsTheFlag()
     QCOMPARE(worker.bTaskStarted, false);
 }
 
-void TrdGetPrinterStatusTest::InitOnlyStores()
+void TrdGetPrinterStatusTest::initOnlyStores()
 {
     const QList<stPrinterManager> original{FilledPrinter(QStringLiteral("A"))};
     QList<stPrinterManager> list = original;
@@ -64,7 +64,7 @@ void TrdGetPrinterStatusTest::InitOnlyStores()
     QCOMPARE(worker.bTaskStarted, false);
 }
 
-void TrdGetPrinterStatusTest::IsQZPrinter_data()
+void TrdGetPrinterStatusTest::isQZPrinter_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("isQZ");
@@ -80,13 +80,13 @@ void TrdGetPrinterStatusTest::IsQZPrinter_data()
     QTest::newRow("another model") << "K4510A" << false;
 }
 
-void TrdGetPrinterStatusTest::IsQZPrinter()
+void TrdGetPrinterStatusTest::isQZPrinter()
 {
     QFETCH(QString, name);
     QTEST(StatusWorker().isQZPrinter(name), "isQZ");
 }
 
-void TrdGetPrinterStatusTest::GetPrinterVidPid_data()
+void TrdGetPrinterStatusTest::getPrinterVidPid_data()
 {
     constexpr int untouched = 4711;
     QTest::addColumn<QString>("product");
@@ -107,7 +107,7 @@ void TrdGetPrinterStatusTest::GetPrinterVidPid_data()
     QTest::newRow("empty") << "" << false << untouched;
 }
 
-void TrdGetPrinterStatusTest::GetPrinterVidPid()
+void TrdGetPrinterStatusTest::getPrinterVidPid()
 {
     QFETCH(QString, product);
     int vid = 1;

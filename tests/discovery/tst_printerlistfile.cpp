@@ -13,28 +13,28 @@ class PrinterListFileTest : public QObject
 
 private slots:
     void init();
-    void Count_data();
-    void Count();
-    void Texts_data();
-    void Texts();
-    void ConnectType_data();
-    void ConnectType();
-    void MissingKeys_data();
-    void MissingKeys();
-    void MissingSection();
-    void FurtherSectionsAreIgnored();
-    void OrderIsThatOfTheNumbers();
-    void SectionNumbersHaveNoLeadingZeros();
-    void AllKeysOfAPrinter();
-    void TheArgumentHasNoEffect();
-    void BrokenFiles_data();
-    void BrokenFiles();
-    void StoredObjects_data();
-    void StoredObjects();
-    void StoredObjectAsCount();
-    void DeeplyNestedStoredLists();
-    void TextsThatResembleStoredObjects_data();
-    void TextsThatResembleStoredObjects();
+    void count_data();
+    void count();
+    void texts_data();
+    void texts();
+    void connectType_data();
+    void connectType();
+    void missingKeys_data();
+    void missingKeys();
+    void missingSection();
+    void furtherSectionsAreIgnored();
+    void orderIsThatOfTheNumbers();
+    void sectionNumbersHaveNoLeadingZeros();
+    void allKeysOfAPrinter();
+    void theArgumentHasNoEffect();
+    void brokenFiles_data();
+    void brokenFiles();
+    void storedObjects_data();
+    void storedObjects();
+    void storedObjectAsCount();
+    void deeplyNestedStoredLists();
+    void textsThatResembleStoredObjects_data();
+    void textsThatResembleStoredObjects();
 };
 
 namespace {
@@ -68,7 +68,7 @@ void PrinterListFileTest::init()
     PrinterFolder::Create();
 }
 
-void PrinterListFileTest::Count_data()
+void PrinterListFileTest::count_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<int>("count");
@@ -95,13 +95,13 @@ void PrinterListFileTest::Count_data()
     QTest::newRow("far too many digits") << "Count=" + QByteArray(400, '9') << 0;
 }
 
-void PrinterListFileTest::Count()
+void PrinterListFileTest::count()
 {
     QFETCH(QByteArray, line);
     QTEST(Read("[Main]\n" + line + "\n[printer_0]\nName=A\n[printer_1]\nName=B\n").size(), "count");
 }
 
-void PrinterListFileTest::Texts_data()
+void PrinterListFileTest::texts_data()
 {
     QTest::addColumn<QByteArray>("written");
     QTest::addColumn<QString>("read");
@@ -124,7 +124,7 @@ void PrinterListFileTest::Texts_data()
     QTest::newRow("empty") << QByteArray("") << "";
 }
 
-void PrinterListFileTest::Texts()
+void PrinterListFileTest::texts()
 {
     QFETCH(QByteArray, written);
     QFETCH(QString, read);
@@ -137,7 +137,7 @@ void PrinterListFileTest::Texts()
     QCOMPARE(printers.first().strURI, read);
 }
 
-void PrinterListFileTest::ConnectType_data()
+void PrinterListFileTest::connectType_data()
 {
     QTest::addColumn<QByteArray>("written");
     QTest::addColumn<int>("read");
@@ -150,13 +150,13 @@ void PrinterListFileTest::ConnectType_data()
     QTest::newRow("empty") << QByteArray("") << 0;
 }
 
-void PrinterListFileTest::ConnectType()
+void PrinterListFileTest::connectType()
 {
     QFETCH(QByteArray, written);
     QTEST(ReadOnePrinter("ConnectType=" + written).value(0).iConnectType, "read");
 }
 
-void PrinterListFileTest::MissingKeys_data()
+void PrinterListFileTest::missingKeys_data()
 {
     QTest::addColumn<QByteArray>("keys");
     QTest::addColumn<QString>("printer");
@@ -178,7 +178,7 @@ void PrinterListFileTest::MissingKeys_data()
     QTest::newRow("upper case") << QByteArray("NAME=N\nMODEL=M\nCONNECTTYPE=1\nPORT=P\nUri=U\n") << NothingKnown;
 }
 
-void PrinterListFileTest::MissingKeys()
+void PrinterListFileTest::missingKeys()
 {
     QFETCH(QByteArray, keys);
     const QList<stPrinterInfo> printers = ReadOnePrinter(keys);
@@ -186,7 +186,7 @@ void PrinterListFileTest::MissingKeys()
     QTEST(Words(printers.first()), "printer");
 }
 
-void PrinterListFileTest::MissingSection()
+void PrinterListFileTest::missingSection()
 {
     const QList<stPrinterInfo> printers = Read("[Main]\nCount=3\n[printer_0]\nName=A\n[printer_2]\nName=C\n");
     QCOMPARE(printers.size(), 3);
@@ -195,7 +195,7 @@ void PrinterListFileTest::MissingSection()
     QCOMPARE(printers.at(2).strPrinterName, QStringLiteral("C"));
 }
 
-void PrinterListFileTest::FurtherSectionsAreIgnored()
+void PrinterListFileTest::furtherSectionsAreIgnored()
 {
     const QList<stPrinterInfo> printers =
         Read("[Main]\nCount=1\nName=X\n[printer_0]\nName=A\nColour=red\n[printer_1]\nName=B\n[Other]\nName=O\n"
@@ -204,7 +204,7 @@ void PrinterListFileTest::FurtherSectionsAreIgnored()
     QCOMPARE(printers.first().strPrinterName, QStringLiteral("A"));
 }
 
-void PrinterListFileTest::OrderIsThatOfTheNumbers()
+void PrinterListFileTest::orderIsThatOfTheNumbers()
 {
     QByteArray text = "[Main]\nCount=12\n";
     for (int i = 11; i >= 0; --i) {
@@ -217,14 +217,14 @@ void PrinterListFileTest::OrderIsThatOfTheNumbers()
     }
 }
 
-void PrinterListFileTest::SectionNumbersHaveNoLeadingZeros()
+void PrinterListFileTest::sectionNumbersHaveNoLeadingZeros()
 {
     const QList<stPrinterInfo> printers = Read("[Main]\nCount=1\n[printer_00]\nName=A\n");
     QCOMPARE(printers.size(), 1);
     QCOMPARE(printers.first().strPrinterName, QString());
 }
 
-void PrinterListFileTest::AllKeysOfAPrinter()
+void PrinterListFileTest::allKeysOfAPrinter()
 {
     stPrinterInfo usb{QStringLiteral("办公室_K4510A"), QStringLiteral("K4510A"), 1, QStringLiteral("usb:0"),
                       QStringLiteral("usb://Tolmar/K4510A?serial=S1")};
@@ -240,7 +240,7 @@ void PrinterListFileTest::AllKeysOfAPrinter()
     QCOMPARE(Words(printers.at(2)), Words(resembling));
 }
 
-void PrinterListFileTest::TheArgumentHasNoEffect()
+void PrinterListFileTest::theArgumentHasNoEffect()
 {
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("A"))});
     TrdDeviceManage worker(nullptr);
@@ -250,7 +250,7 @@ void PrinterListFileTest::TheArgumentHasNoEffect()
     }
 }
 
-void PrinterListFileTest::BrokenFiles_data()
+void PrinterListFileTest::brokenFiles_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<int>("count");
@@ -266,13 +266,13 @@ void PrinterListFileTest::BrokenFiles_data()
     QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF[Main]\nCount=1\n[printer_0]\nName=A\n") << 1;
 }
 
-void PrinterListFileTest::BrokenFiles()
+void PrinterListFileTest::brokenFiles()
 {
     QFETCH(QByteArray, text);
     QTEST(Read(text).size(), "count");
 }
 
-void PrinterListFileTest::StoredObjects_data()
+void PrinterListFileTest::storedObjects_data()
 {
     QTest::addColumn<QByteArray>("line");
 
@@ -299,7 +299,7 @@ void PrinterListFileTest::StoredObjects_data()
 }
 
 // The value with the stored object counts as missing. All others are read.
-void PrinterListFileTest::StoredObjects()
+void PrinterListFileTest::storedObjects()
 {
     QFETCH(QByteArray, line);
     const QList<stPrinterInfo> printers =
@@ -312,20 +312,20 @@ void PrinterListFileTest::StoredObjects()
     QCOMPARE(printers.at(1).strPrinterName, QStringLiteral("B"));
 }
 
-void PrinterListFileTest::StoredObjectAsCount()
+void PrinterListFileTest::storedObjectAsCount()
 {
     QCOMPARE(Read("[Main]\nCount=@Variant(\\0\\0\\0\\x2\\0\\0\\0\\x1)\n[printer_0]\nName=A\n").size(), 0);
 }
 
 // Each list is an element of the one before. Reading them recursively would need more stack than a thread has.
-void PrinterListFileTest::DeeplyNestedStoredLists()
+void PrinterListFileTest::deeplyNestedStoredLists()
 {
     const QByteArray lists = QByteArray("\\0\\0\\0\\t\\0\\0\\0\x01").repeated(69000);
     const QList<stPrinterInfo> printers = ReadOnePrinter("Name=@Variant(" + lists + ")\nPort=P");
     QCOMPARE(Words(printers.value(0)), QStringLiteral("name '' model '' type 0 port 'P' uri ''"));
 }
 
-void PrinterListFileTest::TextsThatResembleStoredObjects_data()
+void PrinterListFileTest::textsThatResembleStoredObjects_data()
 {
     QTest::addColumn<QByteArray>("written");
     QTest::addColumn<QString>("read");
@@ -357,7 +357,7 @@ void PrinterListFileTest::TextsThatResembleStoredObjects_data()
     QTest::newRow("backslash at the end") << QByteArray("Office\\") << "Office";
 }
 
-void PrinterListFileTest::TextsThatResembleStoredObjects()
+void PrinterListFileTest::textsThatResembleStoredObjects()
 {
     QFETCH(QByteArray, written);
     QTEST(ReadOnePrinter("Name=" + written).value(0).strPrinterName, "read");

@@ -22,18 +22,18 @@ class PrinterListLoopTest : public QObject
 
 private slots:
     void init();
-    void Pass_data();
-    void Pass();
-    void ChangeResetsAllStates();
-    void NoChangeKeepsAllStates();
-    void SignalFollowsTheReplacement();
-    void WithoutAList();
-    void SecondStartIsIgnored();
-    void MayWakeUpLate();
-    void ReadersSeeTheListWhole();
-    void LooksEveryThreeSeconds();
-    void StopEndsThePause();
-    void LetsGoOfTheList();
+    void pass_data();
+    void pass();
+    void changeResetsAllStates();
+    void noChangeKeepsAllStates();
+    void signalFollowsTheReplacement();
+    void withoutAList();
+    void secondStartIsIgnored();
+    void mayWakeUpLate();
+    void readersSeeTheListWhole();
+    void looksEveryThreeSeconds();
+    void stopEndsThePause();
+    void letsGoOfTheList();
 };
 
 namespace {
@@ -171,7 +171,7 @@ void PrinterListLoopTest::init()
     PrinterFolder::Create();
 }
 
-void PrinterListLoopTest::Pass_data()
+void PrinterListLoopTest::pass_data()
 {
     QTest::addColumn<QString>("before");
     QTest::addColumn<QString>("listed");
@@ -205,7 +205,7 @@ void PrinterListLoopTest::Pass_data()
                                    << "A@2 B@1" << 1;
 }
 
-void PrinterListLoopTest::Pass()
+void PrinterListLoopTest::pass()
 {
     QFETCH(QString, before);
     QFETCH(QString, listed);
@@ -221,7 +221,7 @@ void PrinterListLoopTest::Pass()
     QVERIFY(list.isEmpty());
 }
 
-void PrinterListLoopTest::ChangeResetsAllStates()
+void PrinterListLoopTest::changeResetsAllStates()
 {
     QList<stPrinterManager> list = ListOf(QStringLiteral("A@1 B@2"));
     QList<stPrinterInfo> printers = Printers(QStringLiteral("A@1 B@3"));
@@ -237,7 +237,7 @@ void PrinterListLoopTest::ChangeResetsAllStates()
     }
 }
 
-void PrinterListLoopTest::NoChangeKeepsAllStates()
+void PrinterListLoopTest::noChangeKeepsAllStates()
 {
     QList<stPrinterManager> list = ListOf(QStringLiteral("A@1 B@2"));
     QList<stPrinterInfo> printers = Printers(QStringLiteral("A@1 B@2"));
@@ -258,7 +258,7 @@ void PrinterListLoopTest::NoChangeKeepsAllStates()
     }
 }
 
-void PrinterListLoopTest::SignalFollowsTheReplacement()
+void PrinterListLoopTest::signalFollowsTheReplacement()
 {
     QList<stPrinterManager> list = ListOf(QStringLiteral("A@1"));
     PrinterFolder::WritePrinterList(Printers(QStringLiteral("B@2")));
@@ -271,7 +271,7 @@ void PrinterListLoopTest::SignalFollowsTheReplacement()
     QCOMPARE(seen, QStringLiteral("B@2"));
 }
 
-void PrinterListLoopTest::WithoutAList()
+void PrinterListLoopTest::withoutAList()
 {
     PrinterFolder::WritePrinterList(Printers(QStringLiteral("A@1")));
     QCOMPARE(RunOnePass(nullptr), 0);
@@ -282,7 +282,7 @@ void PrinterListLoopTest::WithoutAList()
     QCOMPARE(updates.size(), 0);
 }
 
-void PrinterListLoopTest::SecondStartIsIgnored()
+void PrinterListLoopTest::secondStartIsIgnored()
 {
     QList<stPrinterManager> list;
     PrinterFolder::WritePrinterList(Printers(QStringLiteral("A@1")));
@@ -298,7 +298,7 @@ void PrinterListLoopTest::SecondStartIsIgnored()
     QCOMPARE(Words(list), QStringLiteral("A@1"));
 }
 
-void PrinterListLoopTest::MayWakeUpLate()
+void PrinterListLoopTest::mayWakeUpLate()
 {
     std::thread([] {
         RunOnePass(nullptr);
@@ -306,7 +306,7 @@ void PrinterListLoopTest::MayWakeUpLate()
     }).join();
 }
 
-void PrinterListLoopTest::ReadersSeeTheListWhole()
+void PrinterListLoopTest::readersSeeTheListWhole()
 {
     QList<stPrinterManager> list;
     std::atomic<bool> isDone{false};
@@ -331,7 +331,7 @@ void PrinterListLoopTest::ReadersSeeTheListWhole()
     QCOMPARE(Words(list), QStringLiteral("D@4 E@5"));
 }
 
-void PrinterListLoopTest::LooksEveryThreeSeconds()
+void PrinterListLoopTest::looksEveryThreeSeconds()
 {
     QList<stPrinterManager> list;
     RunningWorker running(&list); // the file does not exist yet
@@ -354,7 +354,7 @@ void PrinterListLoopTest::LooksEveryThreeSeconds()
     QVERIFY2(shortestMs < RescanIntervalMs + SliceMs, qPrintable(QString::number(shortestMs)));
 }
 
-void PrinterListLoopTest::StopEndsThePause()
+void PrinterListLoopTest::stopEndsThePause()
 {
     QList<stPrinterManager> list;
     PrinterFolder::WritePrinterList(Printers(QStringLiteral("A@1")));
@@ -373,7 +373,7 @@ void PrinterListLoopTest::StopEndsThePause()
     QCOMPARE(Words(list), QStringLiteral("A@1"));
 }
 
-void PrinterListLoopTest::LetsGoOfTheList()
+void PrinterListLoopTest::letsGoOfTheList()
 {
     QList<stPrinterManager> list;
     QList<stPrinterManager> observedList;

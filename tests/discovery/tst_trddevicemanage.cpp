@@ -19,21 +19,21 @@ class TrdDeviceManageTest : public QObject
 
 private slots:
     void init();
-    void MetaObject();
-    void FreshWorker();
-    void StopSlotOnlySetsTheFlag();
-    void InfoDefaults();
-    void StateDefaults();
-    void InitialListKeepsInfosAndOrder();
-    void ReadsTheFileEachTime();
-    void ReadsAFileOfTheSameSizeAndTime();
-    void Size_data();
-    void Size();
-    void WhatStandsInTheFilesPlace_data();
-    void WhatStandsInTheFilesPlace();
-    void LinkToARegularFile();
-    void NoPermission();
-    void WritesNothing();
+    void metaObject();
+    void freshWorker();
+    void stopSlotOnlySetsTheFlag();
+    void infoDefaults();
+    void stateDefaults();
+    void initialListKeepsInfosAndOrder();
+    void readsTheFileEachTime();
+    void readsAFileOfTheSameSizeAndTime();
+    void size_data();
+    void size();
+    void whatStandsInTheFilesPlace_data();
+    void whatStandsInTheFilesPlace();
+    void linkToARegularFile();
+    void noPermission();
+    void writesNothing();
 };
 
 namespace {
@@ -102,7 +102,7 @@ void TrdDeviceManageTest::init()
     PrinterFolder::Create();
 }
 
-void TrdDeviceManageTest::MetaObject()
+void TrdDeviceManageTest::metaObject()
 {
     const QMetaObject& meta = TrdDeviceManage::staticMetaObject;
     QCOMPARE(meta.className(), "TrdDeviceManage");
@@ -112,7 +112,7 @@ void TrdDeviceManageTest::MetaObject()
                           QStringLiteral("slot SlotThreadQuit()")}));
 }
 
-void TrdDeviceManageTest::FreshWorker()
+void TrdDeviceManageTest::freshWorker()
 {
     QObject parent;
     const auto* worker = new TrdDeviceManage(&parent);
@@ -121,7 +121,7 @@ void TrdDeviceManageTest::FreshWorker()
     QCOMPARE(worker->bThreadQuit.load(), false);
 }
 
-void TrdDeviceManageTest::StopSlotOnlySetsTheFlag()
+void TrdDeviceManageTest::stopSlotOnlySetsTheFlag()
 {
     TrdDeviceManage worker(nullptr);
     worker.SlotThreadQuit();
@@ -129,7 +129,7 @@ void TrdDeviceManageTest::StopSlotOnlySetsTheFlag()
     QCOMPARE(worker.bTaskStarted, false);
 }
 
-void TrdDeviceManageTest::InfoDefaults()
+void TrdDeviceManageTest::infoDefaults()
 {
     const QString text = QStringLiteral("text");
     stPrinterInfo info{text, text, 7, text, text};
@@ -141,14 +141,14 @@ void TrdDeviceManageTest::InfoDefaults()
     QCOMPARE(info.strURI, QString());
 }
 
-void TrdDeviceManageTest::StateDefaults()
+void TrdDeviceManageTest::stateDefaults()
 {
     stPrinterState state = FilledState();
     TrdDeviceManage(nullptr).InitStPrinterState(state);
     CompareWithDefaults(state);
 }
 
-void TrdDeviceManageTest::InitialListKeepsInfosAndOrder()
+void TrdDeviceManageTest::initialListKeepsInfosAndOrder()
 {
     const stPrinterInfo first =
         PrinterFolder::Printer(QStringLiteral("B"), QStringLiteral("10.0.0.7"), QStringLiteral("socket://10.0.0.7"), 2);
@@ -166,7 +166,7 @@ void TrdDeviceManageTest::InitialListKeepsInfosAndOrder()
     QVERIFY(TrdDeviceManage(nullptr).GetInitPrinterList({}).isEmpty());
 }
 
-void TrdDeviceManageTest::ReadsTheFileEachTime()
+void TrdDeviceManageTest::readsTheFileEachTime()
 {
     TrdDeviceManage worker(nullptr);
     const auto firstName = [&worker] {
@@ -182,7 +182,7 @@ void TrdDeviceManageTest::ReadsTheFileEachTime()
     QCOMPARE(firstName(), QStringLiteral("three"));
 }
 
-void TrdDeviceManageTest::ReadsAFileOfTheSameSizeAndTime()
+void TrdDeviceManageTest::readsAFileOfTheSameSizeAndTime()
 {
     TrdDeviceManage worker(nullptr);
     PrinterFolder::WritePrinterListText("[Main]\nCount=1\n");
@@ -193,7 +193,7 @@ void TrdDeviceManageTest::ReadsAFileOfTheSameSizeAndTime()
     QCOMPARE(worker.GetPrinterInfo(false).size(), 2);
 }
 
-void TrdDeviceManageTest::Size_data()
+void TrdDeviceManageTest::size_data()
 {
     QTest::addColumn<int>("bytes");
     QTest::addColumn<int>("count");
@@ -203,7 +203,7 @@ void TrdDeviceManageTest::Size_data()
     QTest::newRow("50 MiB") << 50 * MaximumBytes << 0;
 }
 
-void TrdDeviceManageTest::Size()
+void TrdDeviceManageTest::size()
 {
     QFETCH(int, bytes);
     const QByteArray text = "[Main]\nCount=1\n[printer_0]\nName=A\n";
@@ -211,7 +211,7 @@ void TrdDeviceManageTest::Size()
     QTEST(PrinterCount(), "count");
 }
 
-void TrdDeviceManageTest::WhatStandsInTheFilesPlace_data()
+void TrdDeviceManageTest::whatStandsInTheFilesPlace_data()
 {
     QTest::addColumn<QString>("kind");
     for (const char* kind : {"nothing", "directory", "FIFO", "dangling link", "link to a FIFO", "link to itself"}) {
@@ -219,7 +219,7 @@ void TrdDeviceManageTest::WhatStandsInTheFilesPlace_data()
     }
 }
 
-void TrdDeviceManageTest::WhatStandsInTheFilesPlace()
+void TrdDeviceManageTest::whatStandsInTheFilesPlace()
 {
     QFETCH(QString, kind);
     const QByteArray fifo = LocalListPath() + ".fifo";
@@ -238,7 +238,7 @@ void TrdDeviceManageTest::WhatStandsInTheFilesPlace()
     QCOMPARE(PrinterCount(), 0); // the call must return, too
 }
 
-void TrdDeviceManageTest::LinkToARegularFile()
+void TrdDeviceManageTest::linkToARegularFile()
 {
     WriteThreePrinters();
     const QByteArray target = LocalListPath() + ".real";
@@ -247,7 +247,7 @@ void TrdDeviceManageTest::LinkToARegularFile()
     QCOMPARE(PrinterCount(), 3);
 }
 
-void TrdDeviceManageTest::NoPermission()
+void TrdDeviceManageTest::noPermission()
 {
     if (geteuid() == 0) {
         QSKIP("root ignores file permissions");
@@ -259,7 +259,7 @@ void TrdDeviceManageTest::NoPermission()
     QCOMPARE(PrinterCount(), 3);
 }
 
-void TrdDeviceManageTest::WritesNothing()
+void TrdDeviceManageTest::writesNothing()
 {
     WriteThreePrinters();
     const QByteArray content = PrinterFolder::ReadFile(ListPath());
