@@ -20,20 +20,20 @@ SessionLock::SessionLock()
     const QString path = folder + QStringLiteral("/tolmar-q727-tool-login.lock");
     // O_CLOEXEC: the assistant and its child processes must not hold the lock.
     constexpr int Flags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
-    iFile = open(QFile::encodeName(path).constData(), Flags, S_IRUSR | S_IWUSR);
-    if (iFile >= 0 && flock(iFile, LOCK_EX | LOCK_NB) != 0) {
-        bHeldByAnother = errno == EWOULDBLOCK;
+    m_file = open(QFile::encodeName(path).constData(), Flags, S_IRUSR | S_IWUSR);
+    if (m_file >= 0 && flock(m_file, LOCK_EX | LOCK_NB) != 0) {
+        m_isHeldByAnother = errno == EWOULDBLOCK;
     }
 }
 
 SessionLock::~SessionLock()
 {
-    if (iFile >= 0) {
-        close(iFile);
+    if (m_file >= 0) {
+        close(m_file);
     }
 }
 
-bool SessionLock::IsHeldByAnother() const
+bool SessionLock::isHeldByAnother() const
 {
-    return bHeldByAnother;
+    return m_isHeldByAnother;
 }

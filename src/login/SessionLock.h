@@ -15,9 +15,9 @@ public:
     SessionLock& operator=(const SessionLock&) = delete;
 
     /// Returns whether another process has the lock. Also false when the lock file cannot be opened.
-    bool IsHeldByAnother() const;
+    bool isHeldByAnother() const;
 
 private:
-    int iFile = -1;
-    bool bHeldByAnother = false;
+    int m_file = -1;
+    bool m_isHeldByAnother = false;
 };

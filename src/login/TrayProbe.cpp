@@ -68,39 +68,39 @@ class TrayProbe
 public:
     // If there is a watcher, only its host counts, even if there is a tray of the older kind. On some desktops a proxy
     // offers such a tray before the panel registers as host, and an icon in the proxy cannot send notifications.
-    bool IsTrayThere()
+    bool isTrayThere()
     {
-        const Watcher watcher = HasBus() ? LookForWatcher() : Watcher::Absent;
+        const Watcher watcher = HasBus() ? lookForWatcher() : Watcher::Absent;
         const auto now = std::chrono::steady_clock::now();
         if (watcher != Watcher::Absent) {
-            withoutWatcherSince = now;
+            m_withoutWatcherSince = now;
             return watcher == Watcher::WithHost;
         }
-        return bHasDisplay && now - withoutWatcherSince >= WatcherLimit && xembedTray.IsThere();
+        return m_hasDisplay && now - m_withoutWatcherSince >= WatcherLimit && m_xembedTray.isThere();
     }
 
 private:
     // Connects again if the bus was not there yet or the connection was lost.
-    Watcher LookForWatcher()
+    Watcher lookForWatcher()
     {
         const QString connectionName = QStringLiteral("tray probe");
-        if (!bus.isConnected()) {
+        if (!m_bus.isConnected()) {
             QDBusConnection::disconnectFromBus(connectionName);
-            bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
+            m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
         }
-        return bus.isConnected() ? AskWatcher(bus) : Watcher::Absent;
+        return m_bus.isConnected() ? AskWatcher(m_bus) : Watcher::Absent;
     }
 
-    const bool bHasDisplay = HasDisplay();
-    std::chrono::steady_clock::time_point withoutWatcherSince = std::chrono::steady_clock::now();
-    XEmbedTray xembedTray;
-    QDBusConnection bus{QString()};
+    const bool m_hasDisplay = HasDisplay();
+    std::chrono::steady_clock::time_point m_withoutWatcherSince = std::chrono::steady_clock::now();
+    XEmbedTray m_xembedTray;
+    QDBusConnection m_bus{QString()};
 };
 
 void LookUntilThere(std::promise<void> found)
 {
     TrayProbe probe;
-    while (!probe.IsTrayThere()) {
+    while (!probe.isTrayThere()) {
         std::this_thread::sleep_for(LookInterval);
     }
     found.set_value();

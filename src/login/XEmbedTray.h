@@ -12,10 +12,10 @@ class XEmbedTray
 {
 public:
     /// Returns whether there is a tray now. Connects on the first call, and again after the connection was lost.
-    bool IsThere();
+    bool isThere();
 
 private:
-    bool Connect();
+    bool connect();
 
     struct Disconnect
     {
@@ -24,6 +24,6 @@ private:
             xcb_disconnect(connection);
         }
     };
-    std::unique_ptr<xcb_connection_t, Disconnect> pConnection;
-    xcb_atom_t selection = XCB_ATOM_NONE;
+    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    xcb_atom_t m_selection = XCB_ATOM_NONE;
 };

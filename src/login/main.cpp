@@ -59,7 +59,7 @@ int main(int argc, char** argv)
         return 0;
     }
     const SessionLock lock;
-    if (lock.IsHeldByAnother()) {
+    if (lock.isHeldByAnother()) {
         return 0;
     }
     WaitForTray(TrayLimit);
