@@ -213,8 +213,9 @@ void UtilLogFilesTest::currentFileVanishes_data()
     QTest::addColumn<qint64>("size");
 
     QTest::newRow("the first") << 0 << qint64(20);
-    QTest::newRow("the first, full") << 0 << LimitBytes + 1;
+    QTest::newRow("the first, full") << 0 << LimitBytes;
     QTest::newRow("the second") << 1 << qint64(20);
+    QTest::newRow("the second, full") << 1 << LimitBytes;
 }
 
 // The next line creates the file again under the same name.
@@ -229,11 +230,14 @@ void UtilLogFilesTest::currentFileVanishes()
     }
     const QString current = WithIndex(name, index);
     QVERIFY(Resize(current, size));
-    QVERIFY(QFile::remove(LogFolder::Path(current)));
     WriteLine(2);
+    QVERIFY(SizeOf(current) > size);
+    QVERIFY(QFile::remove(LogFolder::Path(current)));
+    WriteLine(3);
+    QVERIFY(QFile::exists(LogFolder::Path(current)));
     QCOMPARE(LogFolder::Names().size(), index + 1);
     QCOMPARE(LogFolder::Lines(current).size(), 1);
-    QCOMPARE(LastLine(current), ExpectedLine(2));
+    QCOMPARE(LastLine(current), ExpectedLine(3));
 }
 
 void UtilLogFilesTest::indexGrowsWithoutBound()
