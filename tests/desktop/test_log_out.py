@@ -151,6 +151,15 @@ def test_exit_after_a_cancelled_log_out(session_manager, assistant):
     assert assistant.wait_for_exit() == 0
 
 
+# An older version may have been saved in the session. The session manager asks only for the data.
+def test_restored_program(session_manager, start):
+    copy = start("-session", "10-earlier_1", **session_manager.environment)
+    assert session_manager.next_event() == "registered"
+    copy.window()
+    assert session_manager.log_out() == ["agrees", "closed"]
+    assert copy.wait_for_exit() == 0
+
+
 # The second copy asks to interact before it closes its box.
 def test_with_the_box_of_a_second_copy(session_manager, start):
     start("-hide")

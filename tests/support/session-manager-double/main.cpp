@@ -8,6 +8,7 @@
 //             that agrees is told to end.
 //   log-out-cancelled-by-another
 //             The same, but another program of the session cancels after this one has agreed.
+// A program that was restored is not asked to save when it registers, and is asked only for its data at log-out.
 // A program that is asked to save must set RestartStyleHint to never. Otherwise the double reports "wants to be
 // restarted", which is the protocol's default. Serves until its input ends.
 
@@ -27,7 +28,7 @@ namespace {
 // Why the program is asked to save itself.
 enum class Request
 {
-    Registration, // every new client is asked once
+    Registration, // asked once, unless the client was restored
     LogOut,
     LogOutCancelledByAnother
 };
@@ -35,6 +36,7 @@ enum class Request
 Request s_request = Request::Registration;
 bool s_isCancelled = false;
 bool s_isNeverRestarted = false;
+bool s_isRestored = false; // from an earlier session
 SmsConn s_client = nullptr;
 
 void Tell(const char* event)
@@ -45,12 +47,16 @@ void Tell(const char* event)
 
 Status RegisterClient(SmsConn client, SmPointer /*data*/, char* previousId)
 {
-    std::free(previousId);
-    char* id = SmsGenerateClientID(client);
+    s_isRestored = previousId != nullptr;
+    char* id = s_isRestored ? previousId : SmsGenerateClientID(client);
     SmsRegisterClientReply(client, id);
     std::free(id);
     s_request = Request::Registration;
     s_isNeverRestarted = false;
+    if (s_isRestored) {
+        Tell("registered");
+        return 1;
+    }
     SmsSaveYourself(client, SmSaveLocal, False, SmInteractStyleNone, False);
     return 1;
 }
@@ -59,7 +65,7 @@ void LogOut(SmsConn client, Request request)
 {
     s_request = request;
     s_isCancelled = false;
-    SmsSaveYourself(client, SmSaveBoth, True, SmInteractStyleAny, False);
+    SmsSaveYourself(client, s_isRestored ? SmSaveGlobal : SmSaveBoth, True, SmInteractStyleAny, False);
 }
 
 void AllowInteraction(SmsConn client, SmPointer /*data*/, int /*dialogType*/)
