@@ -151,7 +151,7 @@ def test_exit_after_a_cancelled_log_out(session_manager, assistant):
     assert assistant.wait_for_exit() == 0
 
 
-# An older version may have been saved in the session. The session manager asks only for the data.
+# The session may have saved an older version of the program. The session manager then asks only for the data.
 def test_restored_program(session_manager, start):
     copy = start("-session", "10-earlier_1", **session_manager.environment)
     assert session_manager.next_event() == "registered"

@@ -149,7 +149,7 @@ private slots:
     void twoHangingWorkers();
 };
 
-// A worker that crashes ends the program at once: the test could pass while its stack is written.
+// Without this, a test could pass while the stack of a crashed worker is being written.
 void SurplusWorkersTest::initTestCase()
 {
     qputenv("QTEST_DISABLE_STACK_DUMP", "1");

@@ -17,7 +17,7 @@ _MENU = "com.canonical.dbusmenu"
 # Pixels: a panel's empty tray is 16 wide, and a complete menu is at least this high.
 _ICON_WIDTH = 20
 _MENU_HEIGHT = 80
-# Qt's 100 ms, with a coarse timer's tolerance.
+# Qt's delay of 100 ms plus the tolerance of a coarse timer.
 _FOCUS_PAUSE_S = 0.15
 
 
@@ -175,16 +175,16 @@ class EmbeddedIcon(_Icon):
         self.open_menu()
         return eventually(lambda: self._menus.take(self._service), "the menu says that it is open").children()
 
-    # When a window or menu that had the focus closes, Qt waits for a fixed time for another one of the program's to get
-    # it. Only then is the program inactive, which closes every menu, also one that has been opened since. Nothing tells
-    # of this outside.
+    # After a window or menu with the focus has closed, Qt waits a fixed time for the focus to move to another one of
+    # the program. Then the program becomes inactive, which closes all menus, even one that was opened since. Nothing
+    # outside the program shows this.
     def _let_focus_settle(self):
         self._wait_for_turns()
         time.sleep(_FOCUS_PAUSE_S)
         self._wait_for_turns()
 
-    # The answer to the second question begins a turn of the event loop after the first: by then the program has handled
-    # what was due before.
+    # The program answers each call in a new turn of its event loop. After the second answer it has handled everything
+    # that was due before the first.
     def _wait_for_turns(self):
         self._program.children()
         self._program.children()

@@ -8,7 +8,7 @@
 //             that agrees is told to end.
 //   log-out-cancelled-by-another
 //             The same, but another program of the session cancels after this one has agreed.
-// A program that was restored is not asked to save when it registers, and is asked only for its data at log-out.
+// A restored program is not asked to save when it registers. At log-out it is asked only for its data.
 // A program that is asked to save must set RestartStyleHint to never. Otherwise the double reports "wants to be
 // restarted", which is the protocol's default. Serves until its input ends.
 
@@ -28,7 +28,7 @@ namespace {
 // Why the program is asked to save itself.
 enum class Request
 {
-    Registration, // asked once, unless the client was restored
+    Registration, // once for each client that was not restored
     LogOut,
     LogOutCancelledByAnother
 };
