@@ -10,7 +10,7 @@
 
 namespace {
 
-// The change of one value of the state. Most replies repeat the texts and conditions of the previous one; equal values
+// A change of one value of the state. Most replies repeat the texts and conditions of the previous one. Equal values
 // are not touched, because one allocation costs as much as decoding a quarter of a reply.
 template <typename Value> struct Change
 {
@@ -25,7 +25,7 @@ template <typename Value> struct Change
     }
 };
 
-// Converts `utf8` like fromUtf8(). Only ASCII texts are compared: other characters must be decoded first.
+// Converts `utf8` like fromUtf8(). Only ASCII texts can count as equal: other characters must be decoded first.
 Change<QString> ChangeOf(QString& text, const char* utf8)
 {
     const auto isSame = [](QChar a, char b) {
@@ -79,7 +79,7 @@ bool EvaluateReply(const PrinterFamily& family, unsigned char* buffer, unsigned 
     if ((reply.*family.decode)(buffer, length) != 1) {
         return false;
     }
-    // Everything that allocates comes before the first assignment: if memory runs out, the state stays as it was.
+    // Everything that allocates comes before the first assignment: the state keeps its values if memory runs out.
     std::array<Change<QString>, 5> texts{
         {ChangeOf(state.strPrinterSerialNumber, reply.szSerialNumber), ChangeOf(state.strFWVersion, reply.szFWVersion),
          ChangeOf(state.strVenderName, reply.szVenderName), ChangeOf(state.strProductName, reply.szProductName),

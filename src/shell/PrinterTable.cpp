@@ -38,8 +38,8 @@ public:
     }
 };
 
-// Measures its texts in the face that it usually draws. QHeaderView measures them in bold, which it draws only over
-// selected cells; loading a bold Chinese face takes 1 MiB and 8 % of a shown start.
+// A header that measures its texts in the normal face. QHeaderView measures them in bold, which it draws only over
+// selected cells; loading a bold Chinese face takes 1 MiB and 8 % of the start with a window.
 class PlainHeader : public QHeaderView
 {
 public:
