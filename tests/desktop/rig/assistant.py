@@ -84,11 +84,11 @@ class Assistant:
         self.icon.choose(SETTINGS)
         window = self.window(SETTINGS_TITLE)
         settings = eventually(lambda: self.program.find("filler", SETTINGS_TITLE), "settings for screen readers")
-        # It learns after a while where the window manager has put it.
+        # The program learns later where the window manager has put the window.
         eventually_equals(lambda: settings.box, self._desktop.screen.box(window))
         return settings
 
-    # --- the table; only while the window is visible ---
+    # --- the table, which exists only while the window is visible ---
 
     def table(self):
         """The table as a screen reader sees it."""
