@@ -53,8 +53,9 @@ Watcher AskWatcher(const QDBusConnection& bus)
     request.setArguments({name, QStringLiteral("IsStatusNotifierHostRegistered")});
     request.setAutoStartService(false);
     const QDBusMessage answer = bus.call(request, QDBus::Block, BusCallTimeOutMSec);
-    if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
-        const QVariant hasHost = answer.arguments().first().value<QDBusVariant>().variant();
+    const QList<QVariant> values = answer.arguments();
+    if (answer.type() == QDBusMessage::ReplyMessage && !values.isEmpty()) {
+        const QVariant hasHost = values.first().value<QDBusVariant>().variant();
         return hasHost.toBool() ? Watcher::WithHost : Watcher::WithoutHost;
     }
     const QStringList noOwner{QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner"),
