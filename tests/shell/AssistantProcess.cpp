@@ -23,6 +23,11 @@ constexpr int KeyAttempts = 10;
 constexpr int KeyTimeoutMs = 1000;
 constexpr int CommandTimeoutMs = 5000;
 
+QString WindowTitle()
+{
+    return QStringLiteral("拓玛激光打印助手");
+}
+
 struct MenuEntry
 {
     int id = 0;
@@ -114,13 +119,17 @@ bool AssistantProcess::start(const QStringList& arguments)
     return m_process.waitForStarted();
 }
 
+// The window is waited for as well, even by tests that do not look at it. If a program is killed while openbox is
+// taking its window over, openbox keeps the dead window, and never shows the next program's window, which gets the same
+// X id.
 bool AssistantProcess::startIntoTray(const QStringList& arguments)
 {
     const QStringList before = TrayItems();
+    const int windowsBefore = VisibleWindows(WindowTitle()).size();
     if (!start(arguments)) {
         return false;
     }
-    return QTest::qWaitFor(
+    const bool hasItem = QTest::qWaitFor(
         [this, &before]() {
             const QStringList items = TrayItems();
             const auto added = std::find_if(items.begin(), items.end(),
@@ -132,6 +141,11 @@ bool AssistantProcess::startIntoTray(const QStringList& arguments)
             return true;
         },
         StartTimeoutMs);
+    const auto isShown = [windowsBefore]() {
+        return VisibleWindows(WindowTitle()).size() > windowsBefore;
+    };
+    return hasItem &&
+        (arguments.contains(QStringLiteral("-hide"), Qt::CaseInsensitive) || QTest::qWaitFor(isShown, StartTimeoutMs));
 }
 
 bool AssistantProcess::isRunning() const

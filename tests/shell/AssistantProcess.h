@@ -20,7 +20,7 @@ public:
     /// Makes start() run the program under strace, which writes to `tracePath`.
     void traceTo(const QString& tracePath);
     void setEnvironment(const QString& name, const QString& value);
-    /// Returns false if the program's tray item does not appear in time.
+    /// Returns false if the program's tray item, or its window unless `arguments` hide it, does not appear in time.
     bool startIntoTray(const QStringList& arguments = {});
     /// Starts the program and waits only for the process.
     bool start(const QStringList& arguments = {});

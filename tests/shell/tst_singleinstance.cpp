@@ -91,6 +91,13 @@ class SingleInstanceTest : public QObject
 {
     Q_OBJECT
 
+public:
+    // Called by QtTest before there is an application. This test's own message box must not load OpenGL either.
+    static void initMain()
+    {
+        QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
+    }
+
 private slots:
     void init();
 
