@@ -263,7 +263,7 @@ void WorkerControlTest::roomOfStartSignalsIsReturned()
 #endif
     constexpr int printers = 1000;
     ReturnFreeMemory(); // free memory of other tests
-    const qint64 limitKiB = PrivateDirtyKiB() + 45 * 1024;
+    const qint64 limitKiB = PrivateDirtyKiB() + qint64{45} * 1024;
     WritePrinters(printers);
     const TestWindow window;
     QTRY_COMPARE_WITH_TIMEOUT(window.startedWorkers(), printers, 10000);
