@@ -4,6 +4,7 @@
 
 import os
 import pathlib
+import socket
 import subprocess
 import time
 
@@ -46,12 +47,18 @@ def measure(programs, rounds):
                                    f"--socket={SOCKET}", "--idle-time=0", f"--log={LOG}", "--logger-scopes=log,proto"],
                                   stderr=subprocess.DEVNULL)
     try:
-        _wait(pathlib.Path(os.environ["XDG_RUNTIME_DIR"], SOCKET).is_socket)
+        _wait(_compositor_listens)
         startup.measure(programs, SurfaceWatch(), 1, LIMITS, environment=ENVIRONMENT)  # fills caches
         return startup.measure(programs, SurfaceWatch(), rounds, LIMITS, "Wayland, ", ENVIRONMENT)
     finally:
         compositor.kill()
         compositor.wait()
+
+
+# The socket's file exists before programs can connect.
+def _compositor_listens():
+    with socket.socket(socket.AF_UNIX) as client:
+        return client.connect_ex(os.path.join(os.environ["XDG_RUNTIME_DIR"], SOCKET)) == 0
 
 
 def _wait(has_happened):

@@ -5,6 +5,7 @@
 import os
 import pathlib
 import re
+import socket
 import subprocess
 
 import dbus
@@ -25,11 +26,17 @@ def fixture_compositor():
                                 f"--socket={SOCKET}", "--idle-time=0", f"--log={COMPOSITOR_LOG}",
                                 # The log then has every request of every program.
                                 "--logger-scopes=log,proto"])
-    eventually(pathlib.Path(os.environ["XDG_RUNTIME_DIR"], SOCKET).is_socket, "the compositor")
+    eventually(compositor_listens, "the compositor listens")
     yield process
     process.kill()
     process.wait()
     COMPOSITOR_LOG.unlink()
+
+
+def compositor_listens():
+    """Whether programs can connect. The socket's file exists before that."""
+    with socket.socket(socket.AF_UNIX) as client:
+        return client.connect_ex(os.path.join(os.environ["XDG_RUNTIME_DIR"], SOCKET)) == 0
 
 
 def application_ids():
@@ -55,9 +62,13 @@ class WaylandAssistant:
                        "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         del environment["DISPLAY"]
         self.process = subprocess.Popen([path, *arguments], env=environment)
-        self.program = eventually(lambda: accessibility.program(desktop.accessibility_bus, self.process.pid),
-                                  "the program answers to screen readers")
         self.pid = self.process.pid
+        self.program = None
+        self._accessibility_bus = desktop.accessibility_bus
+
+    def wait_until_ready(self):
+        self.program = eventually(lambda: accessibility.program(self._accessibility_bus, self.pid),
+                                  "the program answers to screen readers")
 
     def rows(self):
         """The texts of the table; None while the window is hidden."""
@@ -72,6 +83,7 @@ def fixture_launch(desktop, printers, program):
 
     def launch(*arguments):
         copies.append(WaylandAssistant(desktop, program, *arguments))
+        copies[-1].wait_until_ready()
         return copies[-1]
 
     yield launch
