@@ -95,7 +95,6 @@ SoakPlan::SoakPlan(double seconds)
     , warmUp(std::clamp(seconds / 10, 10.0, 180.0))
     , stormInterval(std::max(seconds / 10, 10.0))
     , settling(std::clamp(stormInterval / 6, 2.0, 30.0))
-    , window(std::clamp(seconds / 100, 1.0, 10.0))
 {
 }
 
@@ -193,12 +192,11 @@ bool Soak::takeSample()
     }
     sample.isSettled = sample.seconds >= m_settledFrom;
     sample.expectedWorkers = m_listFaults.expectedWorkers();
-    if (!m_samples.isEmpty()) {
-        const SoakSample& before = m_samples.last();
+    if (m_previous.seconds > 0) {
         sample.cpuPercent =
-            100 * (sample.process.cpuSeconds - before.process.cpuSeconds) / (sample.seconds - before.seconds);
+            100 * (sample.process.cpuSeconds - m_previous.process.cpuSeconds) / (sample.seconds - m_previous.seconds);
     }
-    m_samples.append(sample);
+    m_previous = sample;
     const bool isWritten = m_csv.write(SoakCsvLine(sample)) > 0 && m_csv.flush();
     return isWritten || Fail(QStringLiteral("cannot write %1").arg(m_csv.fileName()));
 }

@@ -23,7 +23,6 @@ struct SoakPlan
     double warmUp; ///< faults occur, but nothing is judged yet
     double stormInterval; ///< between the starts of two storms of the printer list
     double settling; ///< after a storm, before samples count again
-    double window; ///< for the medians of which trends are computed
 };
 
 /// Runs the assistant among failing printers. Needs a sandbox with a screen and the desktop double, as an ordinary
@@ -35,10 +34,6 @@ public:
 
     /// Returns false, with a line on stderr, if the assistant does not start, crashes or does not answer at the end.
     bool run();
-    const QVector<SoakSample>& samples() const
-    {
-        return m_samples;
-    }
 
 private:
     bool start();
@@ -61,7 +56,7 @@ private:
     FakeCommand m_cancel;
     AssistantProcess m_assistant;
     QFile m_csv;
-    QVector<SoakSample> m_samples;
+    SoakSample m_previous;
     QElapsedTimer m_timer;
     double m_nextStorm;
     double m_settledFrom;
