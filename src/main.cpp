@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "brelprintertoolwidget.h"
-#include "FixedPaths.h"
-#include "ProcessTable.h"
+#include "infrastructure/FixedPaths.h"
+#include "infrastructure/ProcessTable.h"
+#include "shell/brelprintertoolwidget.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 #include "Allocations.h"
+#include "decoding/UtilPrinterStatus.h"
 #include "FloorCheck.h"
 #include "Floors.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
-#include "UtilPrinterStatus.h"
 #include "WalkedReply.h"
 
 #include <array>

@@ -3,8 +3,8 @@
 
 #include "FloorCheck.h"
 
+#include "decoding/UtilPrinterStatus.h"
 #include "SampleReplies.h"
-#include "UtilPrinterStatus.h"
 #include "WalkedReply.h"
 
 #include <algorithm>

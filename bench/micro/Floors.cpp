@@ -3,7 +3,7 @@
 
 #include "Floors.h"
 
-#include "StatusCodeMapping.h"
+#include "decoding/StatusCodeMapping.h"
 #include "WalkedReply.h"
 
 #include <array>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "Allocations.h"
+#include "discovery/TrdDeviceManage.h"
 #include "Floors.h"
 #include "PrinterFolder.h"
-#include "TrdDeviceManage.h"
 
 #include <QFile>
 

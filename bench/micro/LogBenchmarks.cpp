@@ -3,7 +3,7 @@
 
 #include "Allocations.h"
 #include "Floors.h"
-#include "UtilLog.h"
+#include "infrastructure/UtilLog.h"
 
 namespace {
 

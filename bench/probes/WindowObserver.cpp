@@ -4,7 +4,7 @@
 // window-observer: the assistant's real window with its workers. For each change of a remaining toner in the table, it
 // prints a line with the monotonic time in nanoseconds, the row and the text. Several copies may run at the same time.
 
-#include "brelprintertoolwidget.h"
+#include "shell/brelprintertoolwidget.h"
 
 #include <QApplication>
 #include <QTableWidget>

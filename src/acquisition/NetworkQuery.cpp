@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "NetworkQuery.h"
+#include "acquisition/NetworkQuery.h"
 
 #include <arpa/inet.h>
 #include <array>

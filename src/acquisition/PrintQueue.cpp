@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "PrintQueue.h"
+#include "acquisition/PrintQueue.h"
 
-#include "ShellCommand.h"
-#include "UtilLog.h"
+#include "infrastructure/ShellCommand.h"
+#include "infrastructure/UtilLog.h"
 
 #include <QFile>
 

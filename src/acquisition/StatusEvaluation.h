@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "PrinterFamily.h"
+#include "decoding/PrinterFamily.h"
 
 /// Evaluates a reply of `length` bytes from a printer of `family` and replaces `state`. Returns false and leaves
 /// `state` unchanged if the decoder rejects the reply.

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "StatusFile.h"
+#include "acquisition/StatusFile.h"
 
-#include "FixedPaths.h"
-#include "RegularFile.h"
+#include "infrastructure/FixedPaths.h"
+#include "infrastructure/RegularFile.h"
 
 #include <QFile>
 

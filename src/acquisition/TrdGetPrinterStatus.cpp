@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "TrdGetPrinterStatus.h"
+#include "acquisition/TrdGetPrinterStatus.h"
 
-#include "FixedPaths.h"
-#include "LateWakeUps.h"
-#include "ModelCatalogue.h"
-#include "NetworkQuery.h"
-#include "PrintQueue.h"
-#include "StatusEvaluation.h"
-#include "UtilLog.h"
+#include "acquisition/NetworkQuery.h"
+#include "acquisition/PrintQueue.h"
+#include "acquisition/StatusEvaluation.h"
+#include "infrastructure/FixedPaths.h"
+#include "infrastructure/LateWakeUps.h"
+#include "infrastructure/UtilLog.h"
+#include "records/ModelCatalogue.h"
 
 #include <QCoreApplication>
 

@@ -3,10 +3,10 @@
 
 #pragma once
 
-#include "PrinterRecords.h"
-#include "SharedPrinterList.h"
-#include "StatusFile.h"
-#include "UtilThreadBase.h"
+#include "acquisition/StatusFile.h"
+#include "infrastructure/UtilThreadBase.h"
+#include "records/PrinterRecords.h"
+#include "records/SharedPrinterList.h"
 
 #include <atomic>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "StatusCodeMapping.h"
+#include "decoding/StatusCodeMapping.h"
 
 // This function is long because it is one table: each code once, in ascending order. The gaps are intended: an unlisted
 // code does not mean what its neighbours mean.

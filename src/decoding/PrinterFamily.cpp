@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "PrinterFamily.h"
+#include "decoding/PrinterFamily.h"
 
-#include "ModelCatalogue.h"
+#include "records/ModelCatalogue.h"
 
 #include <algorithm>
 #include <array>

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "PrinterRecords.h"
-#include "UtilPrinterStatus.h"
+#include "decoding/UtilPrinterStatus.h"
+#include "records/PrinterRecords.h"
 
 /// The properties of one printer family: a row of the table in PrinterFamily.cpp.
 struct PrinterFamily

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "PrinterRecords.h"
+#include "records/PrinterRecords.h"
 
 // These pure functions map the raw codes of replies to enumerations. A code without a mapping gives 0.
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "UtilPrinterStatus.h"
+#include "decoding/UtilPrinterStatus.h"
 
-#include "QZStatusReply.h"
+#include "decoding/QZStatusReply.h"
 
 #include <algorithm>
 #include <cstring>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "StatusCodeMapping.h" // IWYU pragma: export (a decoded reply is of use only with its mappings)
+#include "decoding/StatusCodeMapping.h" // IWYU pragma: export (a decoded reply is of use only with its mappings)
 
 #include <QtEndian>
 

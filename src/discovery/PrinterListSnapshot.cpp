@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "PrinterListSnapshot.h"
+#include "discovery/PrinterListSnapshot.h"
 
-#include "RegularFile.h"
+#include "infrastructure/RegularFile.h"
 
 #include <QByteArray>
 #include <QVariant>

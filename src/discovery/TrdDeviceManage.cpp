@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "TrdDeviceManage.h"
+#include "discovery/TrdDeviceManage.h"
 
-#include "FixedPaths.h"
-#include "FreeMemory.h"
-#include "LateWakeUps.h"
-#include "PrinterListSnapshot.h"
+#include "discovery/PrinterListSnapshot.h"
+#include "infrastructure/FixedPaths.h"
+#include "infrastructure/FreeMemory.h"
+#include "infrastructure/LateWakeUps.h"
 
 #include <QSettings>
 #include <QTextCodec>

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "PrinterRecords.h"
-#include "SharedPrinterList.h"
-#include "UtilThreadBase.h"
+#include "infrastructure/UtilThreadBase.h"
+#include "records/PrinterRecords.h"
+#include "records/SharedPrinterList.h"
 
 class QTextCodec;
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "FreeMemory.h"
+#include "infrastructure/FreeMemory.h"
 
 #include <cstdlib> // defines __GLIBC__
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "LateWakeUps.h"
+#include "infrastructure/LateWakeUps.h"
 
 #include <sys/prctl.h>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "PostedEventDispatcher.h"
+#include "infrastructure/PostedEventDispatcher.h"
 
 #include <QCoreApplication>
 

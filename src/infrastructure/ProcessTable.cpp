@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "ProcessTable.h"
+#include "infrastructure/ProcessTable.h"
 
 #include <array>
 #include <dirent.h>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "ShellCommand.h"
+#include "infrastructure/ShellCommand.h"
 
-#include "UtilLog.h"
+#include "infrastructure/UtilLog.h"
 
 #include <array>
 #include <cstdarg>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "UtilLog.h"
+#include "infrastructure/UtilLog.h"
 
-#include "AnnotatedMutex.h"
-#include "FixedPaths.h"
+#include "infrastructure/AnnotatedMutex.h"
+#include "infrastructure/FixedPaths.h"
 
 #include <QDateTime>
 #include <QDir>

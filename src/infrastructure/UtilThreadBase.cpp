@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "UtilThreadBase.h"
+#include "infrastructure/UtilThreadBase.h"
 
 #include <unistd.h>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "SessionLock.h"
+#include "login/SessionLock.h"
 
 #include <QFile>
 #include <QStandardPaths>

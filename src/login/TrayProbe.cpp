@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "TrayProbe.h"
+#include "login/TrayProbe.h"
 
-#include "XEmbedTray.h"
+#include "login/XEmbedTray.h"
 
 #include <QByteArray>
 #include <QDBusConnection>

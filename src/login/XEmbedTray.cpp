@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "XEmbedTray.h"
+#include "login/XEmbedTray.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "FixedPaths.h"
-#include "ProcessTable.h"
-#include "SessionLock.h"
-#include "TrayProbe.h"
+#include "infrastructure/FixedPaths.h"
+#include "infrastructure/ProcessTable.h"
+#include "login/SessionLock.h"
+#include "login/TrayProbe.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "SharedPrinterList.h"
+#include "records/SharedPrinterList.h"
 
 #include <algorithm>
 #include <map>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "AppSetting.h"
+#include "shell/AppSetting.h"
 
-#include "FixedPaths.h"
-#include "ScreenScale.h"
+#include "infrastructure/FixedPaths.h"
+#include "shell/ScreenScale.h"
 #include "ui_AppSetting.h"
 
 #include <QCloseEvent>

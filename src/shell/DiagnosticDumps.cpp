@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "DiagnosticDumps.h"
+#include "shell/DiagnosticDumps.h"
 
-#include "UtilLog.h"
+#include "infrastructure/UtilLog.h"
 
 #include <QStringList>
 

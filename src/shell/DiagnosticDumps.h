@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "PrinterRecords.h"
+#include "records/PrinterRecords.h"
 
 // The dumps in the log: one line for each field. Nothing is formatted while the log is off.
 

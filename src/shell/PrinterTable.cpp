@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "PrinterTable.h"
+#include "shell/PrinterTable.h"
 
-#include "PrinterFamily.h"
-#include "ScreenScale.h"
+#include "decoding/PrinterFamily.h"
+#include "shell/ScreenScale.h"
 
 #include <QHeaderView>
 #include <QStyledItemDelegate>

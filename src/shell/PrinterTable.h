@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "PrinterRecords.h"
+#include "records/PrinterRecords.h"
 
 #include <QTableWidget>
 

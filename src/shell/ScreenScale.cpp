@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "ScreenScale.h"
+#include "shell/ScreenScale.h"
 
 #include <QApplication>
 #include <QDesktopWidget>

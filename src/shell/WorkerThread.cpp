@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "WorkerThread.h"
+#include "shell/WorkerThread.h"
 
-#include "AnnotatedThread.h"
-#include "PostedEventDispatcher.h"
+#include "infrastructure/AnnotatedThread.h"
+#include "infrastructure/PostedEventDispatcher.h"
 
 namespace {
 

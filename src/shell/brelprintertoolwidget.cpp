@@ -1,21 +1,21 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "brelprintertoolwidget.h"
+#include "shell/brelprintertoolwidget.h"
 
-#include "AppSetting.h"
-#include "DiagnosticDumps.h"
-#include "FixedPaths.h"
-#include "ModelCatalogue.h"
-#include "ScreenScale.h"
-#include "SharedPrinterList.h"
-#include "ShellCommand.h"
-#include "TrdDeviceManage.h"
-#include "TrdGetPrinterStatus.h"
+#include "acquisition/TrdGetPrinterStatus.h"
+#include "discovery/TrdDeviceManage.h"
+#include "infrastructure/FixedPaths.h"
+#include "infrastructure/ShellCommand.h"
+#include "infrastructure/UtilLog.h"
+#include "records/ModelCatalogue.h"
+#include "records/SharedPrinterList.h"
+#include "shell/AppSetting.h"
+#include "shell/DiagnosticDumps.h"
+#include "shell/ScreenScale.h"
+#include "shell/WorkerThread.h"
+#include "texts/UtilLanguageCtrl.h"
 #include "ui_brelprintertoolwidget.h"
-#include "UtilLanguageCtrl.h"
-#include "UtilLog.h"
-#include "WorkerThread.h"
 
 #include <QAction>
 #include <QCloseEvent>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "UtilLanguageCtrl.h"
+#include "texts/UtilLanguageCtrl.h"
 
-#include "PrinterRecords.h"
+#include "records/PrinterRecords.h"
 
 #include <array>
 
@@ -15,13 +15,13 @@ namespace {
 
 #define STATUS_TEXT(status, ...) status,
 constexpr std::array c_statusRows{
-#include "StatusTexts.inc"
+#include "texts/StatusTexts.inc"
 };
 #undef STATUS_TEXT
 
 #define ERROR_TEXT(condition, ...) condition,
 constexpr std::array c_errorRows{
-#include "ErrorTexts.inc"
+#include "texts/ErrorTexts.inc"
 };
 #undef ERROR_TEXT
 
@@ -39,7 +39,7 @@ constexpr bool HasRow(enPrinterStatus status)
 {
     switch (status) {
 #define STATUS_TEXT(status, ...) case status:
-#include "StatusTexts.inc"
+#include "texts/StatusTexts.inc"
 #undef STATUS_TEXT
         return true;
     }
@@ -50,7 +50,7 @@ constexpr bool HasRow(enErrorStatus condition)
 {
     switch (condition) {
 #define ERROR_TEXT(condition, ...) case condition:
-#include "ErrorTexts.inc"
+#include "texts/ErrorTexts.inc"
 #undef ERROR_TEXT
         return true;
     }
@@ -67,19 +67,19 @@ static_assert(c_statusRows.size() + 1 == StatusTextRows && c_errorRows.size() ==
 
 #define STATUS_TEXT(status, english, chinese) {QStringLiteral(english), QStringLiteral(chinese)},
 const QString c_strStatusLanguageText[StatusTextRows][TextLanguages] = {
-#include "StatusTexts.inc"
+#include "texts/StatusTexts.inc"
 };
 #undef STATUS_TEXT
 
 #define ERROR_TEXT(condition, english, chinese, ...) {QStringLiteral(english), QStringLiteral(chinese)},
 const QString c_strErrorDescText[ErrorTextRows][TextLanguages] = {
-#include "ErrorTexts.inc"
+#include "texts/ErrorTexts.inc"
 };
 #undef ERROR_TEXT
 
 #define ERROR_TEXT(condition, english, chinese, englishRemedy, chineseRemedy)                                          \
     {QStringLiteral(englishRemedy), QStringLiteral(chineseRemedy)},
 const QString c_strErrorSolutionText[ErrorTextRows][TextLanguages] = {
-#include "ErrorTexts.inc"
+#include "texts/ErrorTexts.inc"
 };
 #undef ERROR_TEXT

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "PrinterRecords.h"
+#include "records/PrinterRecords.h"
 #include "StatusReplyEncoder.h"
 
 /// Status bytes of the standard family.

@@ -4,7 +4,7 @@
 #include "StatusWorker.h"
 
 #include "PrinterFolder.h"
-#include "SharedPrinterList.h"
+#include "records/SharedPrinterList.h"
 
 #include <QStringList>
 

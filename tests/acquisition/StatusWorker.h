@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "AnnotatedThread.h"
-#include "TrdGetPrinterStatus.h"
+#include "acquisition/TrdGetPrinterStatus.h"
+#include "infrastructure/AnnotatedThread.h"
 
 #include <QList>
 

@@ -3,8 +3,8 @@
 
 #include "OpenHook.h"
 #include "PrinterFolder.h"
+#include "records/SharedPrinterList.h"
 #include "SampleReplies.h"
-#include "SharedPrinterList.h"
 #include "StatusWorker.h"
 
 #include <QtTest>

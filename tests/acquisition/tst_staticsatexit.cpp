@@ -4,11 +4,11 @@
 // A worker that was let go may return from a command while static objects are being destroyed. The last destructor of
 // all uses everything that such a worker can still reach.
 
-#include "ModelCatalogue.h"
+#include "infrastructure/UtilLog.h"
 #include "PrinterFolder.h"
+#include "records/ModelCatalogue.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
-#include "UtilLog.h"
 
 #include <cstdio>
 #include <unistd.h>

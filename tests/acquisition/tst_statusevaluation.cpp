@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "decoding/StatusCodeMapping.h"
 #include "SampleReplies.h"
-#include "StatusCodeMapping.h"
 #include "StatusWorker.h"
 
 #include <QtTest>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "infrastructure/UtilLog.h"
 #include "LogFolder.h"
 #include "PrinterFolder.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
-#include "UtilLog.h"
 
 #include <QtTest>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "PrinterFolder.h"
+#include "records/SharedPrinterList.h"
 #include "SampleReplies.h"
-#include "SharedPrinterList.h"
 #include "StatusWorker.h"
 
 #include <QtTest>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "UtilPrinterStatus.h"
+#include "decoding/UtilPrinterStatus.h"
 
 #include <QByteArray>
 #include <QList>

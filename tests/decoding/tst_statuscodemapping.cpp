@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "UtilPrinterStatus.h"
+#include "decoding/UtilPrinterStatus.h"
 
 #include <QtTest>
 

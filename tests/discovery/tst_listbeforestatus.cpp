@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "acquisition/TrdGetPrinterStatus.h"
+#include "discovery/TrdDeviceManage.h"
 #include "PrinterFolder.h"
-#include "TrdDeviceManage.h"
-#include "TrdGetPrinterStatus.h"
 
 #include <QThread>
 #include <QtTest>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "discovery/TrdDeviceManage.h"
 #include "PrinterFolder.h"
-#include "TrdDeviceManage.h"
 
 #include <QtTest>
 

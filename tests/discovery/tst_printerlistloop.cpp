@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "AnnotatedThread.h"
+#include "discovery/TrdDeviceManage.h"
+#include "infrastructure/AnnotatedThread.h"
 #include "PrinterFolder.h"
-#include "SharedPrinterList.h"
-#include "TrdDeviceManage.h"
+#include "records/SharedPrinterList.h"
 
 #include <QElapsedTimer>
 #include <QtTest>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "discovery/TrdDeviceManage.h"
 #include "MetaMethods.h"
 #include "PrinterFolder.h"
-#include "TrdDeviceManage.h"
 
 #include <QtTest>
 

@@ -3,7 +3,7 @@
 
 #include "FaultRig.h"
 
-#include "TrdGetPrinterStatus.h"
+#include "acquisition/TrdGetPrinterStatus.h"
 
 #include <QEventLoop>
 #include <QTableWidget>

@@ -5,10 +5,10 @@
 // file.
 
 #include "FaultRig.h"
+#include "infrastructure/UtilLog.h"
 #include "LogFolder.h"
 #include "PrinterFolder.h"
 #include "SampleReplies.h"
-#include "UtilLog.h"
 
 #include <QDateTime>
 #include <QTableWidget>

@@ -4,10 +4,10 @@
 // Tests a log that is switched on but cannot be written: lines are lost, and nothing else happens.
 
 #include "FaultRig.h"
+#include "infrastructure/UtilLog.h"
 #include "LogFolder.h"
 #include "PrinterFolder.h"
 #include "SampleReplies.h"
-#include "UtilLog.h"
 
 #include <QtTest>
 

@@ -3,10 +3,10 @@
 
 // Tests a printer list that another program is writing all the time.
 
+#include "discovery/TrdDeviceManage.h"
 #include "FaultRig.h"
 #include "PrinterFolder.h"
 #include "SampleReplies.h"
-#include "TrdDeviceManage.h"
 
 #include <QTableWidget>
 #include <QtTest>

@@ -4,10 +4,10 @@
 // Tests unusual queue names: the window shows them unchanged, their files are found, commands and the log stay safe.
 
 #include "FaultRig.h"
+#include "infrastructure/UtilLog.h"
 #include "LogFolder.h"
 #include "PrinterFolder.h"
 #include "SampleReplies.h"
-#include "UtilLog.h"
 
 #include <QStyledItemDelegate>
 #include <QTableWidget>

@@ -3,9 +3,9 @@
 
 #include "EvaluationCheck.h"
 
+#include "decoding/UtilPrinterStatus.h"
 #include "Requirement.h"
 #include "StatusWorker.h"
-#include "UtilPrinterStatus.h"
 
 #include <algorithm>
 #include <initializer_list>

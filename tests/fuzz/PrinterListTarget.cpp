@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "discovery/TrdDeviceManage.h"
 #include "FuzzTarget.h"
 #include "PrinterFolder.h"
 #include "Requirement.h"
-#include "TrdDeviceManage.h"
 
 #include <QDataStream>
 #include <QSettings>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "UtilPrinterStatus.h"
+#include "decoding/UtilPrinterStatus.h"
 
 /// Checks a fresh decoder after it has parsed a reply of the QZ family. The result, status, codes and toner must match
 /// the items, which this check reads in the simplest way. Nothing else in the decoder may be set.

@@ -3,8 +3,8 @@
 
 #include "RoundTrip.h"
 
+#include "decoding/UtilPrinterStatus.h"
 #include "Requirement.h"
-#include "UtilPrinterStatus.h"
 
 #include <algorithm>
 #include <array>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "decoding/UtilPrinterStatus.h"
 #include "FuzzTarget.h"
 #include "Requirement.h"
 #include "ScenarioParser.h"
-#include "UtilPrinterStatus.h"
 
 #include <QSet>
 

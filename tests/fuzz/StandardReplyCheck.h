@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "UtilPrinterStatus.h"
+#include "decoding/UtilPrinterStatus.h"
 
 /// Checks a fresh decoder after it has parsed a reply of the standard family. The reply must be accepted if and only if
 /// all its fields are inside it. Each value must be at the place that the preceding lengths determine, and no text may

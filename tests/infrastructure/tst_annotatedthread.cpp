@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "AnnotatedThread.h"
+#include "infrastructure/AnnotatedThread.h"
 
 #include <QtTest>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "infrastructure/RegularFile.h"
 #include "PrinterFolder.h"
-#include "RegularFile.h"
 
 #include <QtTest>
 

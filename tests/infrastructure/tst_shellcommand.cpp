@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "infrastructure/ShellCommand.h"
+#include "infrastructure/UtilLog.h"
 #include "LogFolder.h"
 #include "PrinterFolder.h"
-#include "ShellCommand.h"
-#include "UtilLog.h"
 
 #include <QtTest>
 

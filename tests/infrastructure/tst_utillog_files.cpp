@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "infrastructure/UtilLog.h"
 #include "LogFolder.h"
 #include "OpenedPaths.h"
 #include "PrinterFolder.h"
-#include "UtilLog.h"
 
 #include <QDateTime>
 #include <QtTest>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "ModelCatalogue.h"
-#include "TrdGetPrinterStatus.h"
+#include "acquisition/TrdGetPrinterStatus.h"
+#include "records/ModelCatalogue.h"
 
 #include <QtTest>
 

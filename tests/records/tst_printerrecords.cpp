@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "PrinterRecords.h"
-#include "TrdDeviceManage.h"
-#include "UtilLanguageCtrl.h"
+#include "discovery/TrdDeviceManage.h"
+#include "records/PrinterRecords.h"
+#include "texts/UtilLanguageCtrl.h"
 
 #include <QtTest>
 

@@ -3,7 +3,7 @@
 
 #include "TestWindow.h"
 
-#include "SharedPrinterList.h"
+#include "records/SharedPrinterList.h"
 
 #include <QTableWidget>
 

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "AppSetting.h"
-#include "brelprintertoolwidget.h"
+#include "shell/AppSetting.h"
+#include "shell/brelprintertoolwidget.h"
 
 #include <QStringList>
 

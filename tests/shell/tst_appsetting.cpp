@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "AppSetting.h"
 #include "PrinterFolder.h"
+#include "shell/AppSetting.h"
 #include "ui_AppSetting.h"
 
 #include <QApplication>

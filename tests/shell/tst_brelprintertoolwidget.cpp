@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "brelprintertoolwidget.h"
+#include "infrastructure/UtilLog.h"
 #include "PrinterFolder.h"
+#include "shell/brelprintertoolwidget.h"
 #include "TestWindow.h"
 #include "ui_brelprintertoolwidget.h"
-#include "UtilLog.h"
 
 #include <QApplication>
 #include <QCloseEvent>

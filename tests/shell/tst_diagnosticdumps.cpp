@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "infrastructure/UtilLog.h"
 #include "PrinterFolder.h"
 #include "TestWindow.h"
-#include "UtilLog.h"
 
 #include <QDir>
 #include <QRegularExpression>

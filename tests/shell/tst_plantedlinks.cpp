@@ -3,8 +3,8 @@
 
 // Tests links that somebody has put in the place of the auto-start entry.
 
-#include "AppSetting.h"
 #include "PrinterFolder.h"
+#include "shell/AppSetting.h"
 
 #include <QDir>
 #include <QtTest>

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "discovery/TrdDeviceManage.h"
 #include "PrinterFolder.h"
+#include "records/SharedPrinterList.h"
 #include "SampleReplies.h"
-#include "SharedPrinterList.h"
 #include "StatusWorker.h"
 #include "TestWindow.h"
-#include "TrdDeviceManage.h"
 
 #include <QTableWidget>
 #include <QtTest>

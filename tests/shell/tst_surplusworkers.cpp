@@ -3,10 +3,10 @@
 
 // Tests rare cases of the window's workers: started again, left over from a longer list, hanging.
 
+#include "acquisition/TrdGetPrinterStatus.h"
 #include "PrinterFolder.h"
 #include "SampleReplies.h"
 #include "TestWindow.h"
-#include "TrdGetPrinterStatus.h"
 
 #include <QElapsedTimer>
 #include <QTableWidget>

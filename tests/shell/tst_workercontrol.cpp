@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "FreeMemory.h"
 #include "HeapBytes.h"
+#include "infrastructure/FreeMemory.h"
 #include "PrinterFolder.h"
 #include "StatusReplyEncoder.h"
 #include "TestWindow.h"

@@ -3,8 +3,8 @@
 
 #include "SoakPrinters.h"
 
-#include "PrinterRecords.h"
-#include "UtilLanguageCtrl.h"
+#include "records/PrinterRecords.h"
+#include "texts/UtilLanguageCtrl.h"
 
 namespace {
 

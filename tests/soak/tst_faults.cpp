@@ -3,12 +3,12 @@
 
 // Tests the soak run's faults and the effect that it expects of them, using the assistant's own readers.
 
+#include "acquisition/TrdGetPrinterStatus.h"
+#include "discovery/TrdDeviceManage.h"
 #include "ListFaults.h"
 #include "PrinterFolder.h"
 #include "SoakPrinters.h"
 #include "StatusFaults.h"
-#include "TrdDeviceManage.h"
-#include "TrdGetPrinterStatus.h"
 
 #include <QtTest>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "PrinterRecords.h"
-#include "UtilLanguageCtrl.h"
+#include "records/PrinterRecords.h"
+#include "texts/UtilLanguageCtrl.h"
 
 #include <QtTest>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "StatusCodeMapping.h"
-#include "UtilLanguageCtrl.h"
+#include "decoding/StatusCodeMapping.h"
+#include "texts/UtilLanguageCtrl.h"
 
 #include <QFile>
 #include <QSet>
