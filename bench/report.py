@@ -1,18 +1,17 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
-"""Usage: report.py [--quick] [--flags TEXT] [--note FILE] RESULTS.json PROCESS.json [MICRO.json]
+"""Usage: report.py [--quick] [--flags TEXT] [--note FILE] RESULTS.json PART.json...
 Joins the results of bench/process and bench/micro and prints them; with --quick, without verdicts."""
 
 import argparse
-import importlib.util
 import json
 import os
 import pathlib
 import platform
 import statistics
 
-MICRO_GOALS = pathlib.Path(__file__).parent / "micro/goals.py"
+import goals
 
 # The last run stands between these lines of the note.
 BEGIN = "<!-- last run: begin -->\n"
@@ -21,12 +20,17 @@ END = "<!-- last run: end -->\n"
 ROW = "{:<55} {:>8} {:>8} {:<7} {:>6} {:>6} {:>6} {:>9} {}"
 
 
-def micro_rows(path):
-    spec = importlib.util.spec_from_file_location("goals", MICRO_GOALS)
-    goals = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(goals)
-    with open(path, encoding="utf-8") as file:
-        return goals.rows(json.load(file))
+def join(parts):
+    results = {"rows": [], "curves": [], "latency": {}}
+    for path in parts:
+        with open(path, encoding="utf-8") as file:
+            part = json.load(file)
+        if "benchmarks" in part:
+            part = {"rows": goals.rows(part), "curves": [], "latency": {}}
+        results["rows"] += part["rows"]
+        results["curves"] += part["curves"]
+        results["latency"].update(part["latency"])
+    return results
 
 
 def number(value):
@@ -72,7 +76,8 @@ def report(results):
     yield results["machine"]
     yield f"built with {results['flags']}"
     yield from table(results["rows"])
-    yield from curve_lines(results["curves"])
+    if results["curves"]:
+        yield from curve_lines(results["curves"])
     yield from latency_lines(results["latency"])
     judged = [row["met"] for row in results["rows"] if row["met"] is not None]
     if judged:
@@ -93,13 +98,9 @@ def main():
     parser.add_argument("--flags", default="unknown flags", help="the flags with which the programs were built")
     parser.add_argument("--note", type=pathlib.Path, help="the document that gets the last run")
     parser.add_argument("results")
-    parser.add_argument("process")
-    parser.add_argument("micro", nargs="?")
+    parser.add_argument("parts", nargs="+")
     options = parser.parse_args()
-    with open(options.process, encoding="utf-8") as file:
-        results = json.load(file)
-    if options.micro:
-        results["rows"] += micro_rows(options.micro)
+    results = join(options.parts)
     results["machine"] = machine()
     results["flags"] = options.flags
     if options.quick:

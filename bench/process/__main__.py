@@ -18,9 +18,9 @@ import steady
 import steady_figures
 import wayland
 
-PROGRAMS = {"assistant": "src/BrelPrinterTool", "bare-window": "bench/floors/bare-window",
-            "bare-threads": "bench/floors/bare-threads", "stat-loop": "bench/floors/stat-loop",
-            "window-observer": "bench/probes/window-observer"}
+PROGRAMS = {"assistant": "src/BrelPrinterTool", "simulator": "tools/printer-simulator/printer-simulator",
+            "bare-window": "bench/floors/bare-window", "bare-threads": "bench/floors/bare-threads",
+            "stat-loop": "bench/floors/stat-loop", "window-observer": "bench/probes/window-observer"}
 
 # `closing` gives rounds and the seconds to wait. By number of printers, `steady` and `exits` give rounds, and `latency`
 # gives windows and rounds. `window_s` is the time between two reads of the printer list, so that it contains one.

@@ -16,7 +16,7 @@ def measure(programs, watch, plan):
     """`plan` gives the number of rounds by number of printers. Returns the rows and the curve."""
     rows, medians = [], {}
     for count, rounds in plan.items():
-        folder.install(count)
+        folder.install(programs, count)
         times = [_exit(programs["assistant"], watch, count) for _ in range(rounds)]
         plural = "s" if count > 1 else ""
         rows.append(row(f"exit with {count} printer{plural}", "s", times, limit=LIMIT_S, in_unit=True))

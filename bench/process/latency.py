@@ -37,7 +37,7 @@ class Observer:
 
 def measure(programs, count, observers, rounds):
     """Seconds from each replacement to its text in each window. All windows show the same printers."""
-    folder.install(count)
+    printers = folder.install(programs, count)
     with contextlib.ExitStack() as stack:
         windows = []
         for _ in range(observers):
@@ -47,19 +47,19 @@ def measure(programs, count, observers, rounds):
             window.program.wait_until_settled(count + OTHER_THREADS)
         replaced = {}
         for i in range(rounds):
-            replaced.update(_replace_all(count, toner=5001 + i))
+            replaced.update(_replace_all(printers, count, f"{folder.TONER_PERCENT + (1 + i) / 100:.2f}"))
             time.sleep(LONGEST_WAIT_S)
             _wait_until_shown(windows, replaced)
         return [window.shown[text] - when for window in windows for text, when in replaced.items()]
 
 
-def _replace_all(count, toner):
+def _replace_all(printers, count, toner):
     """Gives each printer this remaining toner, at random times within about a second. Returns the time of each."""
+    printers.prepare(map(folder.printer_name, range(count)), toner=toner)
     replaced = {}
     for index in random.sample(range(count), count):
         time.sleep(random.random() * 2 / count)
-        when = folder.replace(folder.status_file(index), folder.status_reply(toner))
-        replaced[index, f"{toner / 100:.2f}%"] = when
+        replaced[index, f"{toner}%"] = printers.replace(folder.printer_name(index))
     return replaced
 
 

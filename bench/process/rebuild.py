@@ -13,14 +13,14 @@ NOTICED_S = 4
 
 def measure(programs, count, rounds):
     return row(f"rebuild of the list, {count} printers: main thread's CPU", "ms",
-               [_rebuild(programs["assistant"], count) for _ in range(rounds)])
+               [_rebuild(programs, count) for _ in range(rounds)])
 
 
-def _rebuild(path, count):
-    folder.install(count)
-    with Program(path, "-hide") as assistant:
+def _rebuild(programs, count):
+    printers = folder.install(programs, count)
+    with Program(programs["assistant"], "-hide") as assistant:
         assistant.wait_until_settled(count + OTHER_THREADS)
         before = assistant.main_thread_cpu()
-        folder.write_list(count, port="USB002")
+        folder.install_with_port(printers, count, "USB002")
         assistant.wait_until_settled(count + OTHER_THREADS, NOTICED_S)
         return (assistant.main_thread_cpu() - before) * MS_PER_S

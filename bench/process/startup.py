@@ -21,7 +21,7 @@ LIMITS = {"-hide": (0.95, 0.95, None, None), "-show": (0.55, 0.65, 0.50, 0.42)}
 def measure(programs, watch, rounds, limits=None, where="", environment=None):
     """Returns the rows that have a limit. Assistant and floor take turns, also as the first of a round, because each
     program leaves caches and tray in a different state."""
-    folder.install(1)
+    folder.install(programs, 1)
     rows = []
     for argument, highest in (limits or LIMITS).items():
         figures = {"assistant": [], "bare-window": []}

@@ -33,7 +33,7 @@ def run(programs, plan, window_s, thread_counts):
     assistant and the floors take turns. Bare threads run only for the numbers in `thread_counts`."""
     samples = Samples()
     for count, (rounds, idle_rounds) in plan.items():
-        folder.install(count)
+        folder.install(programs, count)
         for i in range(rounds):
             idle_s = window_s if i < idle_rounds else None
             spread_ms = _sample_assistant(programs, samples, count, idle_s)

@@ -24,6 +24,7 @@ class Printers:
     def __init__(self, simulator):
         self._simulator = simulator
         self._printers = {}
+        self._files = {}
         self._last_time_ns = 0
         for folder in (PACKAGE, "/opt/apps"):
             shutil.rmtree(folder, ignore_errors=True)
@@ -31,21 +32,31 @@ class Printers:
 
     def install(self, printers):
         """Installs exactly these printers, in this order. Unchanged status files are not rewritten."""
-        old = self._printers
+        old = self._files
         self._printers = {name: dict(properties) for name, properties in printers.items()}
-        files = self._encode()
-        for name in old.keys() - self._printers.keys():
-            self.vanish(name)
+        self._files = self._encode()
+        for name in old.keys() - self._files.keys():
+            os.remove(f"{CONFIGURATION}/{name}")
         for name in self._printers:
-            if self._printers[name] != old.get(name):
-                self._put(f"{name}.dat", files[f"{name}.dat"])
-        self._put("printerlist.ini", files["printerlist.ini"])
+            if self._files[f"{name}.dat"] != old.get(f"{name}.dat"):
+                self.replace(name)
+        self._put("printerlist.ini")
 
     def report(self, name, **properties):
         """Changes what a printer reports. Properties that are not named stay. Without properties, the file gets its
         old content and a new timestamp."""
-        self._printers[name].update(properties)
-        self._put(f"{name}.dat", self._encode()[f"{name}.dat"])
+        self.prepare([name], **properties)
+        self.replace(name)
+
+    def prepare(self, names, **properties):
+        """Changes what printers report. Nothing is written yet."""
+        for name in names:
+            self._printers[name].update(properties)
+        self._files = self._encode()
+
+    def replace(self, name):
+        """Writes a printer's status file again. Returns when (monotonic seconds)."""
+        return self._put(f"{name}.dat")
 
     def vanish(self, name):
         """Removes a status file."""
@@ -76,15 +87,17 @@ class Printers:
                 files[file.name] = content.read()
         return files
 
-    def _put(self, name, content):
+    def _put(self, name):
         """Replaces a file atomically, including its timestamp. Each timestamp is later than the ones before by at
         least the millisecond that the assistant can see. The access time is 0 until the file is read."""
         new = f"{CONFIGURATION}/.{name}.new"
         with open(new, "wb") as file:
-            file.write(content)
+            file.write(self._files[name])
         self._last_time_ns = max(time.time_ns(), self._last_time_ns + 1_000_000)
         os.utime(new, ns=(0, self._last_time_ns))
+        now = time.monotonic()
         os.replace(new, f"{CONFIGURATION}/{name}")
+        return now
 
 
 def status_file(name):
