@@ -9,7 +9,7 @@ import dbus
 
 from rig.accessibility import ShownMenus, program_called
 from rig.screen import Box, output_of
-from rig.waiting import eventually
+from rig.waiting import eventually, happens
 
 _WATCHER = "org.kde.StatusNotifierWatcher"
 _ITEM = "org.kde.StatusNotifierItem"
@@ -19,6 +19,7 @@ _ICON_WIDTH = 20
 _MENU_HEIGHT = 80
 # Qt's delay of 100 ms plus the tolerance of a coarse timer.
 _FOCUS_PAUSE_S = 0.15
+_MENU_CLOSES_S = 2
 
 
 class _Icon:
@@ -112,8 +113,13 @@ class ItemIcon(_Icon):
         labels = self.entries()
         menu = self.open_menu()
         height = menu.height / len(labels)
-        top = menu.y + int(height * labels.index(label))
-        self._screen.click(Box(menu.x, top, menu.width, int(height)))
+        entry = Box(menu.x, menu.y + int(height * labels.index(label)), menu.width, int(height))
+        eventually(lambda: self._menu_takes_click(entry), f"the menu closes after a click on {label}")
+
+    # On a busy machine the panel's menu can miss a click: it stays open and takes the next one.
+    def _menu_takes_click(self, entry):
+        self._screen.click(entry)
+        return happens(lambda: not self._screen.popup_menu(), _MENU_CLOSES_S)
 
     def _layout(self):
         _, (_, _, children) = self._menu.GetLayout(dbus.Int32(0), dbus.Int32(-1), dbus.Array([], signature="s"),
