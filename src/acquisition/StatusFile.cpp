@@ -3,13 +3,13 @@
 
 #include "acquisition/StatusFile.h"
 
-#include "infrastructure/FixedPaths.h"
 #include "infrastructure/RegularFile.h"
 
 #include <QFile>
 
 #include <cstring>
 #include <sys/stat.h>
+#include <utility>
 
 namespace {
 
@@ -32,6 +32,11 @@ std::optional<QDateTime> ModificationTime(const QByteArray& path)
 }
 
 } // namespace
+
+StatusFile::StatusFile(QByteArray directory)
+    : m_directory(std::move(directory))
+{
+}
 
 // The timestamp is remembered before the file is opened: a file that cannot be opened is not tried again until it
 // changes. The timestamp of a missing file is forgotten, so that the file is read when it returns with the same one.
@@ -69,9 +74,8 @@ const QByteArray& StatusFile::path(const QString& name)
 {
     if (m_path.isNull() || name != m_name) {
         m_name = name;
-        m_path = name.contains(QChar::Null)
-            ? QByteArray("")
-            : FixedPaths::ConfigurationDirectory + QFile::encodeName(name) + FixedPaths::StatusFileExtension;
+        m_path = name.contains(QChar::Null) ? QByteArray("")
+                                            : m_directory + QFile::encodeName(name) + FixedPaths::StatusFileExtension;
     }
     return m_path;
 }

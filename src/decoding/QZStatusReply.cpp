@@ -11,31 +11,9 @@
 
 namespace {
 
-constexpr unsigned long ItemCountOffset = 36;
-constexpr unsigned long FirstItemOffset = 37;
-constexpr unsigned long ItemHeaderBytes = 3;
-constexpr unsigned long MinimumReplyBytes = FirstItemOffset + ItemHeaderBytes;
-constexpr unsigned long TonerLevelItemOffset = 5;
-constexpr unsigned long RemainingTonerRecord = 0x1000;
-
-enum QZItemType : unsigned long
-{
-    QZ_MACHINE_STATE = 0x0006,
-    QZ_JOB_STATE = 0x0007,
-    QZ_ERROR = 0x0009,
-    QZ_WARNING = 0x000C,
-    QZ_TONER = 0x001D
-};
-
 // Raw status codes; the index is the state minus 1. Code 12, the fourth machine state, maps to no status.
 constexpr std::array<unsigned char, 4> c_machineState{{3, 4, 5, 12}};
 constexpr std::array<unsigned char, 3> c_jobState{{10, 8, 9}};
-
-bool IsKnownItem(unsigned long type)
-{
-    return type == QZ_MACHINE_STATE || type == QZ_JOB_STATE || type == QZ_ERROR || type == QZ_WARNING ||
-        type == QZ_TONER;
-}
 
 // An item without data has the value of the byte where its data would begin, or 0 when the reply ends there.
 unsigned long CodeValue(const unsigned char* buffer, unsigned long length, unsigned long dataStart, unsigned long n)
@@ -66,7 +44,7 @@ unsigned long StoreItem(UtilPrinterStatus& reply, const unsigned char* buffer, u
 {
     const unsigned long type = UtilPrinterStatus::byteToDWORD(buffer + position, 2);
     const unsigned long dataLength = buffer[position + 2];
-    const unsigned long dataStart = position + ItemHeaderBytes;
+    const unsigned long dataStart = position + QZLayout::ItemHeaderBytes;
     const auto storeCode = [&](auto& field, std::vector<unsigned long>& codes, unsigned long& isSet) {
         std::memcpy(field, buffer + dataStart, std::min<unsigned long>(dataLength, sizeof field));
         codes.push_back(CodeValue(buffer, length, dataStart, dataLength));
@@ -88,8 +66,8 @@ unsigned long StoreItem(UtilPrinterStatus& reply, const unsigned char* buffer, u
         return dataLength;
     case QZ_TONER:
         // The level is the third data byte, whatever the item's length.
-        if (position + TonerLevelItemOffset < length) {
-            reply.setSuppliesData(RemainingTonerRecord, buffer + position + TonerLevelItemOffset, 1);
+        if (position + QZLayout::TonerLevelItemOffset < length) {
+            reply.setSuppliesData(SUPPLY_REMAINING_TONER, buffer + position + QZLayout::TonerLevelItemOffset, 1);
         }
         return dataLength;
     default:
@@ -102,20 +80,20 @@ unsigned long StoreItem(UtilPrinterStatus& reply, const unsigned char* buffer, u
 unsigned int DecodeQZReply(UtilPrinterStatus& reply, const unsigned char* buffer, unsigned long length)
 {
     // This reply is valid but says nothing: the printer counts as answering, with an unknown status.
-    if (length < MinimumReplyBytes || buffer[ItemCountOffset] == 0) {
+    if (length < QZLayout::MinimumReplyBytes || buffer[QZLayout::ItemCountOffset] == 0) {
         return 1;
     }
-    unsigned long position = FirstItemOffset;
-    for (unsigned int itemsLeft = buffer[ItemCountOffset]; itemsLeft > 0; --itemsLeft) {
-        if (position + ItemHeaderBytes > length) {
+    unsigned long position = QZLayout::FirstItemOffset;
+    for (unsigned int itemsLeft = buffer[QZLayout::ItemCountOffset]; itemsLeft > 0; --itemsLeft) {
+        if (position + QZLayout::ItemHeaderBytes > length) {
             return 1;
         }
         const unsigned long type = UtilPrinterStatus::byteToDWORD(buffer + position, 2);
         const unsigned long dataLength = buffer[position + 2];
-        if (IsKnownItem(type) && position + ItemHeaderBytes + dataLength > length) {
+        if (QZLayout::IsKnownItem(type) && position + QZLayout::ItemHeaderBytes + dataLength > length) {
             return 0;
         }
-        position += ItemHeaderBytes + StoreItem(reply, buffer, length, position);
+        position += QZLayout::ItemHeaderBytes + StoreItem(reply, buffer, length, position);
     }
     return 1;
 }

@@ -10,23 +10,6 @@
 
 namespace {
 
-constexpr unsigned long UnreadHeaderBytes = 7;
-constexpr unsigned long SupplyHeaderBytes = 3; // type, length
-
-enum SupplyRecordType : unsigned long
-{
-    SUPPLY_SERIAL_NUMBER = 0x0000,
-    SUPPLY_TYPE = 0x0001,
-    SUPPLY_REMAINING_TONER = 0x1000,
-    SUPPLY_WASTE_TONER = 0x1001,
-    SUPPLY_OPC_ROTATION = 0x1002,
-    SUPPLY_NUMBER_OF_PAGES = 0x1003,
-    SUPPLY_NUMBER_OF_PRINT = 0x1004,
-    SUPPLY_PRINT_DOTS_COUNT = 0x1100,
-    SUPPLY_PRINTER_NUM_OF_PAGES = 0x1101,
-    SUPPLY_PRINTER_NUM_OF_PRINT = 0x1102
-};
-
 // Does not write the field's last byte, so that a text keeps its terminating zero.
 template <typename Byte, std::size_t Capacity>
 void CopyCut(Byte (&field)[Capacity], const unsigned char* data, unsigned long n)
@@ -145,7 +128,7 @@ unsigned int UtilPrinterStatus::parseRecvBuf(unsigned char* buffer, unsigned lon
     // One line for each field, in the order of the reply.
     // clang-format off
     const bool complete =
-        reply.take(UnreadHeaderBytes) != nullptr &&
+        reply.take(StandardUnreadBytes) != nullptr &&
         reply.read(byHead7) &&
         reply.read(byHead8) &&
         reply.read(byHead10) &&

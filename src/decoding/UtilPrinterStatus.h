@@ -9,6 +9,25 @@
 
 #include <vector>
 
+/// The bytes before the first field of a standard reply.
+constexpr unsigned long StandardUnreadBytes = 7;
+/// Type and length of a supplies record of a standard reply.
+constexpr unsigned long SupplyHeaderBytes = 3;
+
+enum SupplyRecordType : unsigned long
+{
+    SUPPLY_SERIAL_NUMBER = 0x0000,
+    SUPPLY_TYPE = 0x0001,
+    SUPPLY_REMAINING_TONER = 0x1000,
+    SUPPLY_WASTE_TONER = 0x1001,
+    SUPPLY_OPC_ROTATION = 0x1002,
+    SUPPLY_NUMBER_OF_PAGES = 0x1003,
+    SUPPLY_NUMBER_OF_PRINT = 0x1004,
+    SUPPLY_PRINT_DOTS_COUNT = 0x1100,
+    SUPPLY_PRINTER_NUM_OF_PAGES = 0x1101,
+    SUPPLY_PRINTER_NUM_OF_PRINT = 0x1102
+};
+
 /// Decodes one raw status reply into plain fields. It checks bounds and interprets nothing.
 ///
 /// Use one object for each reply: the constructor zeroes it and one parse fills it. Integers in replies are unsigned

@@ -3,21 +3,16 @@
 
 #include "discovery/TrdDeviceManage.h"
 
-#include "discovery/PrinterListSnapshot.h"
+#include "discovery/PrinterListFile.h"
 #include "infrastructure/FixedPaths.h"
 #include "infrastructure/FreeMemory.h"
 #include "infrastructure/LateWakeUps.h"
 
-#include <QSettings>
 #include <QTextCodec>
-
-#include <algorithm>
 
 namespace {
 
 constexpr int RescanIntervalMs = 3000;
-// Far more than a desktop has installed; a greater count comes from a broken file.
-constexpr int MaximumPrinterCount = 1000;
 // The passes after a change of the list that return memory. The window signals each start of a worker to all workers: a
 // thousand new printers take half a million queued calls, 60 MiB. The workers have drained their queues by the next
 // pass, or on a busy machine by the second.
@@ -48,32 +43,7 @@ void TrdDeviceManage::InitStPrinterState(stPrinterState& state)
 
 QList<stPrinterInfo> TrdDeviceManage::GetPrinterInfo(bool /*reserved*/)
 {
-    QList<stPrinterInfo> printers;
-    const PrinterListSnapshot file(QString::fromLatin1(FixedPaths::PrinterListFile));
-    if (!file.isUsable()) {
-        return printers;
-    }
-    QSettings settings(file.path(), QSettings::IniFormat);
-    settings.setIniCodec("utf-8");
-    settings.beginGroup(QStringLiteral("Main"));
-    const int count = std::min(settings.value(QStringLiteral("Count")).toInt(), MaximumPrinterCount);
-    settings.endGroup();
-    const auto text = [&settings](const char* key) {
-        return PrinterListSnapshot::text(settings.value(QLatin1String(key)));
-    };
-    for (int i = 0; i < count; ++i) {
-        stPrinterInfo info;
-        InitStPrinterInfo(info);
-        settings.beginGroup(QString::asprintf("printer_%d", i));
-        info.strPrinterName = text("Name");
-        info.enType = text("Model");
-        info.iConnectType = settings.value(QStringLiteral("ConnectType")).toInt();
-        info.strPort = text("Port");
-        info.strURI = text("URI");
-        settings.endGroup();
-        printers.append(info);
-    }
-    return printers;
+    return ReadPrinterList(QString::fromLatin1(FixedPaths::PrinterListFile)).value_or(QList<stPrinterInfo>());
 }
 
 QList<stPrinterManager> TrdDeviceManage::GetInitPrinterList(QList<stPrinterInfo> printers)
