@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
+
+#include "status/Commands.h"
+
+#include "status/StatusFolder.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+const QVector<Command>& Commands()
+{
+    static const QVector<Command> commands{
+        {"list",
+         "",
+         0,
+         0,
+         "table,terse,json",
+         true,
+         "(default) the installed printers, a line for each",
+         "（默认）已安装的打印机，每行一台",
+         RunList,
+         {}},
+    };
+    return commands;
+}
+
+const Command* FindCommand(const QString& name)
+{
+    const auto* const command = std::find_if(Commands().begin(), Commands().end(), [&name](const Command& candidate) {
+        return name == QLatin1String(candidate.name);
+    });
+    return command == Commands().end() ? nullptr : command;
+}
+
+PrinterReports ReadReports(const CommandLine& line, int& exitCode)
+{
+    PrinterReports reports = StatusFolder(line.directory).read();
+    if (!reports.isListReadable) {
+        Complain(Pick(line.language, "cannot read the printer list in %1", "无法读取 %1 中的打印机列表")
+                     .arg(line.directory));
+        exitCode = ExitNotRead;
+    }
+    for (PrinterReport& report : reports.printers) {
+        // A printer that has not reported yet is off-line, which is no failure of this program.
+        if (report.result == ReportResult::Unreadable) {
+            Complain(Pick(line.language, "cannot read the status file of %1", "无法读取 %1 的状态文件")
+                         .arg(report.info.strPrinterName));
+            exitCode = ExitNotRead;
+        }
+        if (line.hidesSerialNumbers) {
+            HideSerialNumbers(report);
+        }
+    }
+    return reports;
+}
+
+bool Print(const QByteArray& text)
+{
+    const auto size = static_cast<std::size_t>(text.size());
+    if (std::fwrite(text.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0) {
+        return true;
+    }
+    Complain(QStringLiteral("cannot write: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
+    return false;
+}
+
+void Complain(const QString& message)
+{
+    std::fprintf(stderr, "tolmar-q727-status: %s\n", SafeText(message).toUtf8().constData());
+}

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "status/CommandLine.h"
+#include "status/PrinterReport.h"
+
+constexpr int ExitDone = 0;
+constexpr int ExitNotRead = 1; ///< something could not be read or written; the rest was printed
+constexpr int ExitUsage = 2;
+
+/// An option that only one command has.
+struct CommandOption
+{
+    const char* name;
+    const char* value; ///< what the help calls it; null for a switch
+};
+
+struct Command
+{
+    const char* name;
+    const char* arguments; ///< as the help shows them
+    int fewestArguments;
+    int mostArguments;
+    const char* formats; ///< the valid values of --format
+    bool hasFields; ///< takes --fields
+    const char* english; ///< what it does, for the help
+    const char* chinese;
+    int (*run)(const CommandLine& line);
+    QVector<CommandOption> options;
+};
+
+const QVector<Command>& Commands();
+/// Null if there is no such command.
+const Command* FindCommand(const QString& name);
+
+int RunList(const CommandLine& line);
+
+/// Reads the folder that the command line chooses, without serial numbers if it says so. Says on the standard error
+/// what cannot be read, and then sets `exitCode`.
+PrinterReports ReadReports(const CommandLine& line, int& exitCode);
+/// Writes to the standard output. Returns false, with a message, if that fails.
+bool Print(const QByteArray& text);
+/// Writes a line to the standard error, with escaped control characters.
+void Complain(const QString& message);

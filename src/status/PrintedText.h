@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+/// The language of what people read. The values are the columns of the text tables. Output for programs has none.
+enum class Language
+{
+    English = 0,
+    Chinese = 1
+};
+
+QString Pick(Language language, const char* english, const char* chinese);
+
+/// Whether a character can do more on a terminal than show itself: control and formatting characters (which can colour,
+/// move, reverse or answer), line ends and unpaired surrogates.
+bool IsHarmful(uint character);
+/// Replaces harmful characters by escape sequences such as \x1B or \u202E.
+QString SafeText(const QString& text);
+/// Cuts a text to `columns` and ends it with an ellipsis if it was longer.
+QString CutText(const QString& text, int columns);
+/// The columns that a text takes on a terminal: Chinese characters take two, combining characters none.
+int ColumnsOf(const QString& text);
+/// RFC 3339 in UTC with milliseconds; a null text if there is no such time or RFC 3339 cannot express its year.
+QString Rfc3339(const std::optional<QDateTime>& time);
+
+enum class Colour
+{
+    None,
+    Red,
+    Yellow,
+    Green,
+    Bold
+};
+
+struct TableCell
+{
+    QString text;
+    Colour colour = Colour::None;
+};
+using TableRow = QVector<TableCell>;
+
+/// Lays out rows in columns, two blanks apart. Escapes all texts. Colours only if `isColoured`.
+QString FormatTable(const QVector<TableRow>& rows, bool isColoured);

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
+
+#include "status/StatusFolder.h"
+
+#include "discovery/PrinterListFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <array>
+
+namespace {
+
+QString WithSlash(const QString& directory)
+{
+    return directory.endsWith(QLatin1Char('/')) ? directory : directory + QLatin1Char('/');
+}
+
+bool IsSamePrinter(const stPrinterInfo& a, const stPrinterInfo& b)
+{
+    return a.strPrinterName == b.strPrinterName && a.enType == b.enType && a.iConnectType == b.iConnectType &&
+        a.strPort == b.strPort && a.strURI == b.strURI;
+}
+
+} // namespace
+
+StatusFolder::StatusFolder(const QString& directory)
+    : m_directory(WithSlash(directory))
+{
+}
+
+const PrinterReports& StatusFolder::read(bool withList)
+{
+    if (withList) {
+        readList();
+    }
+    for (int i = 0; i < m_reports.printers.size(); ++i) {
+        readReport(i);
+    }
+    return m_reports;
+}
+
+// A printer that stays in its place keeps its report and the remembered timestamp.
+void StatusFolder::readList()
+{
+    const QString listName = QFileInfo(QString::fromLatin1(FixedPaths::PrinterListFile)).fileName();
+    const std::optional<QList<stPrinterInfo>> list = ReadPrinterList(m_directory + listName);
+    m_reports.isListReadable = list.has_value();
+    const QList<stPrinterInfo> printers = list.value_or(QList<stPrinterInfo>());
+    while (m_reports.printers.size() > printers.size()) {
+        m_reports.printers.removeLast();
+    }
+    const StatusFile unread(QFile::encodeName(m_directory));
+    m_files.resize(static_cast<std::size_t>(printers.size()), unread);
+    for (int i = 0; i < printers.size(); ++i) {
+        PrinterReport report;
+        report.info = printers.at(i);
+        if (i >= m_reports.printers.size()) {
+            m_reports.printers.append(report);
+        } else if (!IsSamePrinter(m_reports.printers.at(i).info, report.info)) {
+            m_reports.printers[i] = report;
+            m_files.at(static_cast<std::size_t>(i)) = unread;
+        }
+    }
+}
+
+void StatusFolder::readReport(int index)
+{
+    PrinterReport& report = m_reports.printers[index];
+    StatusFile& file = m_files.at(static_cast<std::size_t>(index));
+    const PrinterFamily& family = FamilyOf(report.info.strPrinterName);
+    std::array<unsigned char, ReplyLimitBytes> buffer{};
+    unsigned long length = 0;
+    // Like the assistant: the file of an off-line printer is read again even if its timestamp is the same.
+    const auto result = file.read(report.info.strPrinterName, !report.isOnline(), buffer.data(), buffer.size(), length);
+    report.modified = file.lastModified();
+    switch (result) {
+    case StatusFile::Read::Unchanged:
+        return;
+    case StatusFile::Read::Missing:
+    case StatusFile::Read::Unreadable:
+        report.reply = DecodedReply();
+        report.result = result == StatusFile::Read::Missing ? ReportResult::Missing : ReportResult::Unreadable;
+        break;
+    case StatusFile::Read::Done:
+        report.reply =
+            DecodeReply(family, QByteArray(reinterpret_cast<const char*>(buffer.data()), static_cast<int>(length)));
+        report.result = report.reply.isAccepted ? ReportResult::Accepted : ReportResult::Rejected;
+        break;
+    }
+    report.reply.family = &family;
+}

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
+
+#include "status/Commands.h"
+
+#include <QCoreApplication>
+#include <QTextCodec>
+
+#include <unistd.h>
+
+/// Prints what the printers say: the command line in front of the library beside this file.
+int main(int argc, char** argv)
+{
+    // File names and arguments are UTF-8 under every locale, like the printer list.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    const QCoreApplication application(argc, argv);
+    const CommandLine line = ParseCommandLine(QCoreApplication::arguments().mid(1),
+                                              QProcessEnvironment::systemEnvironment(), isatty(STDOUT_FILENO) != 0);
+    if (!line.error.isEmpty()) {
+        Complain(line.error);
+        return ExitUsage;
+    }
+    switch (line.special) {
+    case CommandLine::Special::Help:
+        return Print(HelpText(line.language).toUtf8()) ? ExitDone : ExitNotRead;
+    case CommandLine::Special::Version:
+        return Print("tolmar-q727-status " BRELPRINTERTOOL_VERSION "\n") ? ExitDone : ExitNotRead;
+    case CommandLine::Special::None:
+        break;
+    }
+    return FindCommand(line.command)->run(line);
+}
