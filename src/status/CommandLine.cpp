@@ -230,11 +230,18 @@ private:
             if (!m_parser.isSet(name)) {
                 continue;
             }
-            const bool isOwn =
-                std::any_of(m_command->options.begin(), m_command->options.end(),
-                            [&name](const CommandOption& own) { return name == QLatin1String(own.name); });
-            if (!isOwn) {
+            const auto* const own =
+                std::find_if(m_command->options.begin(), m_command->options.end(),
+                             [&name](const CommandOption& candidate) { return name == QLatin1String(candidate.name); });
+            if (own == m_command->options.end()) {
                 return QStringLiteral("%1 has no --%2").arg(m_line.command, name);
+            }
+            QString error;
+            if (own->valid != nullptr) {
+                choice(own->name, QString::fromLatin1(own->valid).split(QLatin1Char(',')), error);
+            }
+            if (!error.isEmpty()) {
+                return error;
             }
             m_line.options.insert(name, m_parser.value(name));
         }

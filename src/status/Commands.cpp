@@ -9,6 +9,13 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <limits>
+
+namespace {
+
+constexpr int Any = std::numeric_limits<int>::max();
+
+} // namespace
 
 const QVector<Command>& Commands()
 {
@@ -23,6 +30,26 @@ const QVector<Command>& Commands()
          "（默认）已安装的打印机，每行一台",
          RunList,
          {}},
+        {"show",
+         "[QUEUE...]",
+         0,
+         Any,
+         "table,terse,json",
+         true,
+         "everything about these printers, or about all",
+         "这些打印机或全部打印机的详细信息",
+         RunShow,
+         {}},
+        {"decode",
+         "FILE...|-",
+         1,
+         Any,
+         "table,json",
+         false,
+         "a status file, byte by byte (--family standard|qz)",
+         "逐字节解释状态文件（--family standard|qz）",
+         RunDecode,
+         {{"family", "FAMILY", "standard,qz"}}},
     };
     return commands;
 }

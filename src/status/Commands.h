@@ -15,6 +15,7 @@ struct CommandOption
 {
     const char* name;
     const char* value; ///< what the help calls it; null for a switch
+    const char* valid; ///< the valid values; null if the command checks them
 };
 
 struct Command
@@ -36,6 +37,8 @@ const QVector<Command>& Commands();
 const Command* FindCommand(const QString& name);
 
 int RunList(const CommandLine& line);
+int RunShow(const CommandLine& line);
+int RunDecode(const CommandLine& line);
 
 /// Reads the folder that the command line chooses, without serial numbers if it says so. Says on the standard error
 /// what cannot be read, and then sets `exitCode`.

@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr int MaximumCellColumns = 60;
 constexpr int ColumnGap = 2;
 constexpr uint LastByteSized = 0xFF;
 
@@ -130,14 +129,14 @@ QString Rfc3339(const std::optional<QDateTime>& time)
     return time->toUTC().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz")) + QLatin1Char('Z');
 }
 
-QString FormatTable(const QVector<TableRow>& rows, bool isColoured)
+QString FormatTable(const QVector<TableRow>& rows, bool isColoured, int cellColumns)
 {
     QVector<QVector<QString>> texts;
     QVector<int> widths;
     for (const TableRow& row : rows) {
         QVector<QString> cells;
         for (const TableCell& cell : row) {
-            cells.append(CutText(SafeText(cell.text.left(MaximumCellColumns * 2)), MaximumCellColumns));
+            cells.append(CutText(SafeText(cell.text.left(cellColumns * 2)), cellColumns));
             const int column = cells.size() - 1;
             widths.resize(std::max(widths.size(), cells.size()));
             widths[column] = std::max(widths.at(column), ColumnsOf(cells.last()));

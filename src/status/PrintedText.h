@@ -46,5 +46,8 @@ struct TableCell
 };
 using TableRow = QVector<TableCell>;
 
-/// Lays out rows in columns, two blanks apart. Escapes all texts. Colours only if `isColoured`.
-QString FormatTable(const QVector<TableRow>& rows, bool isColoured);
+constexpr int CellColumns = 60;
+
+/// Lays out rows in columns, two blanks apart. Escapes all texts and cuts them to `cellColumns`. Colours only if
+/// `isColoured`.
+QString FormatTable(const QVector<TableRow>& rows, bool isColoured, int cellColumns = CellColumns);

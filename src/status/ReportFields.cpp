@@ -224,6 +224,11 @@ QStringList ListFieldNames()
     return QStringLiteral("name,model,connection,toner,status,condition,age").split(QLatin1Char(','));
 }
 
+QString SpokenText(const ReportField& field, const PrinterReport& report, const QDateTime& now, Language language)
+{
+    return field.spoken == nullptr ? field.plain(report, now) : field.spoken(report, now, language);
+}
+
 Colour ColourOf(const PrinterReport& report)
 {
     if (!report.isOnline() || !report.reply.state.listError.isEmpty()) {
@@ -270,8 +275,7 @@ QByteArray FormatList(const PrinterReports& reports, const QVector<const ReportF
     for (const PrinterReport& report : reports.printers) {
         TableRow row;
         for (const ReportField* field : fields) {
-            const QString text =
-                field->spoken == nullptr ? field->plain(report, now) : field->spoken(report, now, language);
+            const QString text = SpokenText(*field, report, now, language);
             const bool isState = field->spoken == StatusSpoken || field->spoken == ConditionSpoken;
             row.append({text, isState ? ColourOf(report) : Colour::None});
         }

@@ -27,6 +27,9 @@ QVector<const ReportField*> ReportFieldsNamed(const QStringList& names);
 /// The names of the columns of the table of `list`.
 QStringList ListFieldNames();
 
+/// The field as people read it; empty if unknown.
+QString SpokenText(const ReportField& field, const PrinterReport& report, const QDateTime& now, Language language);
+
 /// How urgent a printer's state is.
 Colour ColourOf(const PrinterReport& report);
 /// Why the printer is off-line; empty if it is not.

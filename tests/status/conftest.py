@@ -56,11 +56,13 @@ class Tool:
         for file in self.folder.iterdir():
             os.utime(file, (REPORT_TIME, REPORT_TIME))
 
-    def run(self, *arguments, environment=None, data=None):
+    def run(self, *arguments, environment=None, data=None, **options):
         """Runs the tool on the folder. The result's texts are bytes."""
         variables = {"LANG": "en_US.UTF-8", "TZ": "UTC", **(environment or {})}
-        return subprocess.run([self.program, "--directory", self.folder, *arguments], env=variables, input=data,
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False, timeout=60)
+        if data is not None:
+            options["input"] = data
+        return subprocess.run([self.program, "--directory", self.folder, *arguments], env=variables,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False, timeout=60, **options)
 
     def lines(self, *arguments):
         """The lines of a run without errors."""
@@ -68,9 +70,9 @@ class Tool:
         assert (result.returncode, result.stderr) == (0, b"")
         return result.stdout.decode().splitlines()
 
-    def json(self, *arguments, code=0):
+    def json(self, *arguments, code=0, **options):
         """The valid JSON of a run."""
-        result = self.run(*arguments, "--format", "json")
+        result = self.run(*arguments, "--format", "json", **options)
         assert result.returncode == code, result.stderr
         document = json.loads(result.stdout)
         error = jsonschema.exceptions.best_match(self.schema.iter_errors(document))
