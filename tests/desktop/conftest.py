@@ -9,6 +9,7 @@ import pytest
 from rig import accessibility
 from rig.assistant import Assistant
 from rig.launcher import Launcher
+from rig.menu_reads import MenuReads
 from rig.notifications import Notifications
 from rig.printers import Printers
 from rig.screen import Screen
@@ -31,11 +32,14 @@ class Desktop:
         self.screen = Screen(config.getoption("screen"), config.getoption("pictures"))
         self.notifications = Notifications()
         self.accessibility_bus = accessibility.connect()
+        self.menu_reads = MenuReads()
 
 
-@pytest.fixture(scope="session")
-def desktop(pytestconfig):
-    return Desktop(pytestconfig)
+@pytest.fixture(scope="session", name="desktop")
+def fixture_desktop(pytestconfig):
+    desktop = Desktop(pytestconfig)
+    yield desktop
+    desktop.menu_reads.end()
 
 
 @pytest.fixture

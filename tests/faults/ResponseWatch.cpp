@@ -35,6 +35,7 @@ ResponseWatch::ResponseWatch()
     : m_scheduling(open("/proc/thread-self/schedstat", O_RDONLY | O_CLOEXEC))
 {
     m_clock.start();
+    m_controlDueNs = BeatMs * NanosecondsPerMs;
     m_timer.setTimerType(Qt::PreciseTimer);
     m_timer.setInterval(BeatMs);
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { beat(); });
@@ -83,6 +84,7 @@ void ResponseWatch::beat()
 // Includes the time by which the control thread is overdue at this moment.
 qint64 ResponseWatch::lostByOthersNs() const
 {
+    const std::lock_guard<std::mutex> lock(m_controlMutex);
     const qint64 overdueNs = std::max<qint64>(0, m_clock.nsecsElapsed() - m_controlDueNs);
     return WaitedForProcessorNs(m_scheduling) + m_controlLateNs + overdueNs;
 }
@@ -90,9 +92,10 @@ qint64 ResponseWatch::lostByOthersNs() const
 void ResponseWatch::sleepAndCompare()
 {
     while (!m_isEnding) {
-        const qint64 dueNs = m_clock.nsecsElapsed() + BeatMs * NanosecondsPerMs;
-        m_controlDueNs = dueNs;
         std::this_thread::sleep_for(std::chrono::milliseconds(BeatMs));
-        m_controlLateNs += std::max<qint64>(0, m_clock.nsecsElapsed() - dueNs);
+        const std::lock_guard<std::mutex> lock(m_controlMutex);
+        const qint64 nowNs = m_clock.nsecsElapsed();
+        m_controlLateNs += std::max<qint64>(0, nowNs - m_controlDueNs);
+        m_controlDueNs = nowNs + BeatMs * NanosecondsPerMs;
     }
 }

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include <atomic>
+#include <mutex>
 #include <thread>
 
 /// Measures how long due events wait in the event loop of the constructing thread.
@@ -47,8 +48,9 @@ private:
     qint64 m_lastLostNs = 0;
     double m_worstMs = 0;
     double m_worstUncorrectedMs = 0;
-    std::atomic<qint64> m_controlLateNs{0}; ///< sum of all delays of the control thread
-    std::atomic<qint64> m_controlDueNs{0}; ///< when it should wake next
+    mutable std::mutex m_controlMutex; ///< guards the two times, so that no delay is counted twice
+    qint64 m_controlLateNs = 0; ///< sum of all delays of the control thread
+    qint64 m_controlDueNs = 0; ///< when it should wake next
     std::atomic<bool> m_isEnding{false};
     std::thread m_control;
 };

@@ -9,7 +9,7 @@ import dbus
 
 from rig.accessibility import ShownMenus, program_called
 from rig.screen import Box, output_of
-from rig.waiting import eventually, happens
+from rig.waiting import eventually
 
 _WATCHER = "org.kde.StatusNotifierWatcher"
 _ITEM = "org.kde.StatusNotifierItem"
@@ -19,7 +19,6 @@ _ICON_WIDTH = 20
 _MENU_HEIGHT = 80
 # Qt's delay of 100 ms plus the tolerance of a coarse timer.
 _FOCUS_PAUSE_S = 0.15
-_MENU_CLOSES_S = 2
 
 
 class _Icon:
@@ -70,6 +69,8 @@ class ItemIcon(_Icon):
         self._watcher = bus.get_object(_WATCHER, "/StatusNotifierWatcher", introspect=False)
         self._service = f"{_ITEM}-{assistant.pid}-1"
         self._accessibility_bus = desktop.accessibility_bus
+        self._menu_reads = desktop.menu_reads
+        self._bus = bus
         super().__init__(desktop, assistant)
         self._item = bus.get_object(self._service, "/StatusNotifierItem", introspect=False)
         self._menu = bus.get_object(self._service, "/MenuBar", introspect=False)
@@ -83,6 +84,16 @@ class ItemIcon(_Icon):
         # The tray is the panel's only content.
         tray = panel.descendants()[-1].box if panel else None
         return tray if tray and tray.width >= _ICON_WIDTH else None
+
+    # While the panel is still loading the menu, a right click can open one that takes no click.
+    def open_menu(self):
+        program = self._bus.get_name_owner(self._service)
+        eventually(lambda: self._menu_reads.has_read(program), "the panel loads the menu")
+        # Two calls in order: the program has answered the panel before the first is answered, and the panel has handled
+        # that before the second is.
+        self._item.Get(_ITEM, "Id", dbus_interface=dbus.PROPERTIES_IFACE)
+        program_called(self._accessibility_bus, "xfce4-panel").descendants()
+        return super().open_menu()
 
     def property(self, name):
         """A property of the item."""
@@ -113,13 +124,8 @@ class ItemIcon(_Icon):
         labels = self.entries()
         menu = self.open_menu()
         height = menu.height / len(labels)
-        entry = Box(menu.x, menu.y + int(height * labels.index(label)), menu.width, int(height))
-        eventually(lambda: self._menu_takes_click(entry), f"the menu closes after a click on {label}")
-
-    # On a busy machine the panel's menu can miss a click: it stays open and takes the next one.
-    def _menu_takes_click(self, entry):
-        self._screen.click(entry)
-        return happens(lambda: not self._screen.popup_menu(), _MENU_CLOSES_S)
+        top = menu.y + int(height * labels.index(label))
+        self._screen.click(Box(menu.x, top, menu.width, int(height)))
 
     def _layout(self):
         _, (_, _, children) = self._menu.GetLayout(dbus.Int32(0), dbus.Int32(-1), dbus.Array([], signature="s"),

@@ -20,14 +20,6 @@ def eventually(check, what, timeout=TIMEOUT_S):
         time.sleep(_PAUSE_S)
 
 
-def happens(check, timeout):
-    """Calls check() until its result is true or the timeout (seconds) has passed. Returns the last result as a bool."""
-    end = time.monotonic() + timeout
-    while not (result := check()) and time.monotonic() <= end:
-        time.sleep(_PAUSE_S)
-    return bool(result)
-
-
 def eventually_equals(read, expected, timeout=TIMEOUT_S):
     """Calls read() until it returns `expected`. Fails after the timeout."""
     end = time.monotonic() + timeout
