@@ -263,6 +263,7 @@ CommandLine ParseCommandLine(const QStringList& arguments, const QProcessEnviron
     parser.addOptions(CommonOptions());
     parser.addOptions(CommandOptions());
     const bool isParsed = parser.parse(QStringList(QStringLiteral("tolmar-q727-status")) + arguments);
+    line.command = parser.positionalArguments().value(0, line.command);
     line.error = isParsed ? Reader(parser, line).read(isTerminal, environment)
                           : parser.errorText() + QStringLiteral(" See --help.");
     return line;

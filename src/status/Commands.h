@@ -39,6 +39,11 @@ const Command* FindCommand(const QString& name);
 int RunList(const CommandLine& line);
 int RunShow(const CommandLine& line);
 int RunDecode(const CommandLine& line);
+int RunMetrics(const CommandLine& line);
+/// Returns an exit code of monitoring plug-ins.
+int RunCheck(const CommandLine& line);
+/// Says why there is no check, and returns the exit code.
+int RefuseCheck(const QString& reason);
 
 /// Reads the folder that the command line chooses, without serial numbers if it says so. Says on the standard error
 /// what cannot be read, and then sets `exitCode`.

@@ -17,6 +17,9 @@ int main(int argc, char** argv)
     const CommandLine line = ParseCommandLine(QCoreApplication::arguments().mid(1),
                                               QProcessEnvironment::systemEnvironment(), isatty(STDOUT_FILENO) != 0);
     if (!line.error.isEmpty()) {
+        if (line.command == QLatin1String("check")) {
+            return RefuseCheck(line.error);
+        }
         Complain(line.error);
         return ExitUsage;
     }
