@@ -5,6 +5,7 @@
 #include "FloorCheck.h"
 #include "Floors.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "StatusWorker.h"
 #include "WalkedReply.h"
 

@@ -4,6 +4,7 @@
 #include "infrastructure/UtilLog.h"
 #include "LogFolder.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 
@@ -97,9 +98,9 @@ void JobCancelTest::transition_data()
     QTest::addColumn<int>("calls");
 
     for (const int listed : {0, 1, 2, 3, 4, 5, 7, 8, 9, 10, 11}) {
-        QTest::newRow(qPrintable(QStringLiteral("from %1 to 6").arg(listed))) << listed << int(RawCancelingJob) << 1;
+        QTest::newRow(qPrintable(QStringLiteral("from %1 to 6").arg(listed))) << listed << int(RawCancelling) << 1;
     }
-    QTest::newRow("6 stays") << 6 << int(RawCancelingJob) << 0;
+    QTest::newRow("6 stays") << 6 << int(RawCancelling) << 0;
     QTest::newRow("from 6 to 3") << 6 << int(RawReady) << 0;
     QTest::newRow("from 3 to 8") << 3 << int(RawPrinting) << 0;
 }
@@ -110,7 +111,7 @@ void JobCancelTest::transition()
     QFETCH(int, sent);
     const FakeCommand cancel(QStringLiteral("cancel"));
     Setting setting(Name, listed);
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(static_cast<RawStatus>(sent)));
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(static_cast<quint8>(sent)));
     QCOMPARE(setting.worker.runCycle(), 1); // the toner always differs
     QTEST(cancel.calls().size(), "calls");
     QTEST(LogLines().size(), "calls");
@@ -126,22 +127,22 @@ void JobCancelTest::oncePerEntering()
     };
     QCOMPARE(cycleWith(RawReady, 100), 1);
     QCOMPARE(cancel.calls().size(), 0);
-    QCOMPARE(cycleWith(RawCancelingJob, 100), 1);
+    QCOMPARE(cycleWith(RawCancelling, 100), 1);
     QCOMPARE(cancel.calls(), QList<QStringList>{QStringList{Name}});
     QCOMPARE(setting.status(), 6);
     // The printer stays in the status, with an unchanged file and with a changed one.
     QCOMPARE(setting.worker.runCycle(), 0);
     QCOMPARE(setting.worker.runCycle(), 0);
-    QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
+    QCOMPARE(cycleWith(RawCancelling, 99), 1);
     QCOMPARE(cancel.calls().size(), 1);
     // The printer leaves the status and enters it again.
     QCOMPARE(cycleWith(RawBusy, 99), 1);
     QCOMPARE(cancel.calls().size(), 1);
-    QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
+    QCOMPARE(cycleWith(RawCancelling, 99), 1);
     QCOMPARE(cancel.calls().size(), 2);
     // The list may hold the error status meanwhile, which no reply of this family can cause.
     setting.list[0].stState.enCurrentStatus = PS_ERROR;
-    QCOMPARE(cycleWith(RawCancelingJob, 99), 1);
+    QCOMPARE(cycleWith(RawCancelling, 99), 1);
     QCOMPARE(cancel.calls().size(), 3);
     QCOMPARE(LogLines(), (QList<QByteArray>{CancelLogLine(Name), CancelLogLine(Name), CancelLogLine(Name)}));
 }
@@ -153,7 +154,7 @@ void JobCancelTest::logLineComesFirst()
         QStringLiteral("cancel"),
         QStringLiteral("cat %1* >%2").arg(QString::fromLatin1(PrinterFolder::ToolDirectory), seen));
     Setting setting;
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelling));
     QCOMPARE(setting.worker.runCycle(), 1);
     QCOMPARE(LogFolder::WithoutTime(PrinterFolder::ReadFile(seen).trimmed()), CancelLogLine(Name));
     QCOMPARE(LogLines(), QList<QByteArray>{CancelLogLine(Name)});
@@ -172,7 +173,7 @@ void JobCancelTest::exitCodeIsIgnored()
     QFETCH(QString, body);
     const FakeCommand cancel(QStringLiteral("cancel"), body);
     Setting setting;
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelling));
     QCOMPARE(setting.worker.runCycle(), 1);
     QCOMPARE(setting.status(), 6);
     QCOMPARE(cancel.calls().size(), 1);
@@ -198,7 +199,7 @@ void JobCancelTest::command()
     QFETCH(QStringList, arguments);
     const FakeCommand cancel(QStringLiteral("cancel"));
     Setting setting(name);
-    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelling));
     QCOMPARE(setting.worker.runCycle(), 1);
     QCOMPARE(cancel.calls(), QList<QStringList>{arguments});
     QCOMPARE(LogLines(), QList<QByteArray>{CancelLogLine(name)});
@@ -232,7 +233,7 @@ void JobCancelTest::refusedNames()
     const FakeCommand cancel(QStringLiteral("cancel"));
     const FakeCommand other(QStringLiteral("x"));
     Setting setting(name);
-    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelling));
     QCOMPARE(setting.worker.runCycle(), 1);
     QCOMPARE(cancel.calls().size(), 0);
     QCOMPARE(other.calls().size(), 0);
@@ -267,7 +268,7 @@ void JobCancelTest::refusedBytes()
     const FakeCommand cancel(QStringLiteral("cancel"));
     const FakeCommand other(QStringLiteral("x"));
     Setting setting(name);
-    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawCancelling));
     const int changes = setting.worker.runCycle();
     const QByteArray bytes = name.toLocal8Bit();
     PrinterFolder::RemoveStatusFile(name);
@@ -296,7 +297,7 @@ void JobCancelTest::commandLength()
     // The name is too long for a temporary file beside the status file, so write the file in place.
     QFile file(PrinterFolder::StatusFilePath(name));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(StandardBytes(RawCancelingJob));
+    file.write(StandardBytes(RawCancelling));
     file.close();
     Setting setting(name);
     QCOMPARE(setting.worker.runCycle(), 1);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 
@@ -47,13 +48,37 @@ QString LongCancel()
     return QStringLiteral("touch %1; while [ ! -e %2 ]; do sleep 0.02; done").arg(CancelRuns, CancelMayEnd);
 }
 
+void EndCommand()
+{
+    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+}
+
+// The worker of the last of these printers, which cancels a job.
+struct CancellingWorker
+{
+    explicit CancellingWorker(const QList<stPrinterManager>& printers = {FilledPrinter(Name)})
+        : list(printers)
+    {
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelling));
+        running.start();
+    }
+    static bool waitForTheCommand()
+    {
+        return QTest::qWaitFor([] { return QFile::exists(CancelRuns); }, TimeoutMs);
+    }
+
+    const FakeCommand cancel{QStringLiteral("cancel"), LongCancel()};
+    QList<stPrinterManager> list;
+    RunningStatusWorker running{list.size() - 1, &list};
+};
+
 // Replaces the list while the command runs. Returns false if the list was locked during the command.
 bool ReplaceMeanwhile(QList<stPrinterManager>& list, const QList<stPrinterManager>& newList)
 {
     const auto replaced = std::async(std::launch::async, [&] { ReplaceList(list, newList); });
     const bool isInTime = replaced.wait_for(std::chrono::milliseconds(TimeoutMs)) == std::future_status::ready;
     if (!isInTime) {
-        PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+        EndCommand();
     }
     return isInTime;
 }
@@ -84,85 +109,65 @@ void LongJobCancelTest::listChangedMeanwhile_data()
 void LongJobCancelTest::listChangedMeanwhile()
 {
     QFETCH(ListChange, change);
-    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
-    QList<stPrinterManager> list{FilledPrinter(Name)};
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
-    RunningStatusWorker running(0, &list);
-    running.start();
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
+    CancellingWorker worker;
+    QVERIFY(worker.waitForTheCommand());
     stPrinterManager expected = FilledPrinter(Name);
     change(expected);
-    QVERIFY(ReplaceMeanwhile(list, {expected}));
-    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    QVERIFY(ReplaceMeanwhile(worker.list, {expected}));
+    EndCommand();
     // The next cycle finds no file for the listed printer: one more failure, and nothing else changes.
     ++expected.stState.iFailCount;
-    QTRY_VERIFY_WITH_TIMEOUT(Listed(list, 0).stState.iFailCount != expected.stState.iFailCount - 1, TimeoutMs);
-    QCOMPARE(Words(Listed(list, 0)), Words(expected));
-    QCOMPARE(running.signalledIndices(), QList<int>());
+    QTRY_VERIFY_WITH_TIMEOUT(Listed(worker.list, 0).stState.iFailCount != expected.stState.iFailCount - 1, TimeoutMs);
+    QCOMPARE(Words(Listed(worker.list, 0)), Words(expected));
+    QCOMPARE(worker.running.signalledIndices(), QList<int>());
 }
 
 void LongJobCancelTest::listUnchangedMeanwhile()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
-    QList<stPrinterManager> list{FilledPrinter(Name)};
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
-    RunningStatusWorker running(0, &list);
-    running.start();
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
+    CancellingWorker worker;
+    QVERIFY(worker.waitForTheCommand());
     // Nothing is written back before the command has ended.
-    QCOMPARE(Words(Listed(list, 0)), Words(FilledPrinter(Name)));
-    QCOMPARE(running.signalledIndices(), QList<int>());
-    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
-    QTRY_COMPARE_WITH_TIMEOUT(running.signalledIndices(), QList<int>{0}, TimeoutMs);
-    QCOMPARE(Listed(list, 0).stState.enCurrentStatus, 6);
+    QCOMPARE(Words(Listed(worker.list, 0)), Words(FilledPrinter(Name)));
+    QCOMPARE(worker.running.signalledIndices(), QList<int>());
+    EndCommand();
+    QTRY_COMPARE_WITH_TIMEOUT(worker.running.signalledIndices(), QList<int>{0}, TimeoutMs);
+    QCOMPARE(Listed(worker.list, 0).stState.enCurrentStatus, 6);
 }
 
 // A worker finishes the cycle that it has begun: it checks for stop requests only while it pauses.
 void LongJobCancelTest::stopMeanwhile()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
-    QList<stPrinterManager> list{FilledPrinter(Name)};
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
-    RunningStatusWorker running(0, &list);
-    running.start();
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
-    running.worker().SlotThreadQuit();
-    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
-    QVERIFY(running.stop());
-    QCOMPARE(list.first().stState.enCurrentStatus, 6);
-    QCOMPARE(running.signalledIndices(), QList<int>{0});
+    CancellingWorker worker;
+    QVERIFY(worker.waitForTheCommand());
+    worker.running.worker().SlotThreadQuit();
+    EndCommand();
+    QVERIFY(worker.running.stop());
+    QCOMPARE(worker.list.first().stState.enCurrentStatus, 6);
+    QCOMPARE(worker.running.signalledIndices(), QList<int>{0});
 }
 
 void LongJobCancelTest::letGoMeanwhile()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
-    QList<stPrinterManager> list{FilledPrinter(Name)};
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
-    RunningStatusWorker running(0, &list);
-    running.start();
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
-    running.worker().Init(-1, nullptr);
-    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
-    QVERIFY(running.stop());
-    QCOMPARE(Words(list.first()), Words(FilledPrinter(Name)));
-    QCOMPARE(running.signalledIndices(), QList<int>());
+    CancellingWorker worker;
+    QVERIFY(worker.waitForTheCommand());
+    worker.running.worker().Init(-1, nullptr);
+    EndCommand();
+    QVERIFY(worker.running.stop());
+    QCOMPARE(Words(worker.list.first()), Words(FilledPrinter(Name)));
+    QCOMPARE(worker.running.signalledIndices(), QList<int>());
 }
 
 void LongJobCancelTest::listShrunkMeanwhile()
 {
-    const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
-    QList<stPrinterManager> list{FilledPrinter(QStringLiteral("first")), FilledPrinter(Name)};
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
-    RunningStatusWorker running(1, &list);
-    running.start();
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
-    QVERIFY(ReplaceMeanwhile(list, {FilledPrinter(QStringLiteral("first"))}));
-    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    CancellingWorker worker({FilledPrinter(QStringLiteral("first")), FilledPrinter(Name)});
+    QVERIFY(worker.waitForTheCommand());
+    QVERIFY(ReplaceMeanwhile(worker.list, {FilledPrinter(QStringLiteral("first"))}));
+    EndCommand();
     QTest::qWait(SettleMs); // gives unwanted effects time to appear
-    QVERIFY(running.stop());
-    QCOMPARE(list.size(), 1);
-    QCOMPARE(Words(list.first()), Words(FilledPrinter(QStringLiteral("first"))));
-    QCOMPARE(running.signalledIndices(), QList<int>());
+    QVERIFY(worker.running.stop());
+    QCOMPARE(worker.list.size(), 1);
+    QCOMPARE(Words(worker.list.first()), Words(FilledPrinter(QStringLiteral("first"))));
+    QCOMPARE(worker.running.signalledIndices(), QList<int>());
 }
 
 // A list that has shrunk and grown again gives a printer two workers. The second worker's cycles during the command
@@ -176,10 +181,10 @@ void LongJobCancelTest::secondWorkerOfThePrinter()
     first.start();
     second.start();
     for (int round = 1; round <= 2; ++round) { // the second round cancels a later job
-        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelling));
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(CancelRuns), TimeoutMs);
         QTest::qWait(SeveralCyclesMs);
-        PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+        EndCommand();
         QTRY_COMPARE_WITH_TIMEOUT(Listed(list, 0).stState.enCurrentStatus, 6, TimeoutMs);
         QTest::qWait(SeveralCyclesMs);
         QCOMPARE(cancel.calls().size(), round);
@@ -196,13 +201,13 @@ void LongJobCancelTest::secondPrinterOfTheName()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), LongCancel());
     QList<stPrinterManager> list{FilledPrinter(Name), FilledPrinter(Name)};
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelling));
     RunningStatusWorker first(0, &list);
     RunningStatusWorker second(1, &list);
     first.start();
     second.start();
     QTRY_COMPARE_WITH_TIMEOUT(cancel.calls().size(), 2, TimeoutMs);
-    PrinterFolder::WriteFile(CancelMayEnd, QByteArray());
+    EndCommand();
     QTRY_COMPARE_WITH_TIMEOUT(Listed(list, 0).stState.enCurrentStatus, 6, TimeoutMs);
     QTRY_COMPARE_WITH_TIMEOUT(Listed(list, 1).stState.enCurrentStatus, 6, TimeoutMs);
 }

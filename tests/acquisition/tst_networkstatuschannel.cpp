@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "SocketCalls.h"
 #include "StatusWorker.h"

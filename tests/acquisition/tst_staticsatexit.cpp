@@ -7,6 +7,7 @@
 #include "infrastructure/UtilLog.h"
 #include "PrinterFolder.h"
 #include "records/ModelCatalogue.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 

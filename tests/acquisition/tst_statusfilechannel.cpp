@@ -4,6 +4,7 @@
 #include "infrastructure/UtilLog.h"
 #include "LogFolder.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 

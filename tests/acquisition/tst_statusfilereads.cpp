@@ -3,6 +3,7 @@
 
 #include "PrinterFolder.h"
 #include "ReadHook.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 
@@ -120,7 +121,7 @@ void StatusFileReadsTest::secondWorkerCancels()
     TwoWorkers both;
     PrinterFolder::WriteStatusFile(Name, StandardBytes(RawReady, 100));
     ReadHook::AfterNextFile([&both] {
-        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob, 100));
+        PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelling, 100));
         QCOMPARE(both.second.runCycle(), 1);
     });
     QCOMPARE(both.first.runCycle(), 0);

@@ -3,6 +3,7 @@
 
 #include "PrinterFolder.h"
 #include "records/SharedPrinterList.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 
@@ -91,7 +92,7 @@ void WriteFirstFiles()
 {
     RewriteChangingFile();
     PrinterFolder::WriteStatusFile(NameOf(Steady), EncodeStandardReply(FullReply()));
-    PrinterFolder::WriteStatusFile(NameOf(Cancelling), StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(NameOf(Cancelling), StandardBytes(RawCancelling));
     PrinterFolder::WriteStatusFile(NameOf(Rejected), RejectedBytes());
     PrinterFolder::WriteStatusFile(NameOf(QZFamily), QZBytes(55));
 }
@@ -168,7 +169,7 @@ void StatusPollingLoopTest::vanishedFileGoesOfflineAfterElevenCycles()
     QVERIFY2(times.first() - s_run.startMs >= 10 * CycleMs, qPrintable(QString::number(times.first() - s_run.startMs)));
     const stPrinterState state = Listed(s_run.list, Vanished).stState;
     QCOMPARE(state.enCurrentStatus, 2);
-    QCOMPARE(state.dwRemainingToner, 4567UL);
+    QCOMPARE(state.dwRemainingToner, FilledState().dwRemainingToner);
     QCOMPARE(state.strProductName, QStringLiteral("old product"));
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "MetaMethods.h"
+#include "SampleRecords.h"
 #include "StatusWorker.h"
 
 #include <QtTest>

@@ -6,20 +6,14 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <memory>
 
 namespace {
+
+constexpr int QZUnreadBytes = 36;
 
 template <typename Member> DecoderField Field(const char* name, const Member& member)
 {
     return {name, reinterpret_cast<const unsigned char*>(&member), sizeof member};
-}
-
-std::unique_ptr<unsigned char[]> ExactCopy(const QByteArray& bytes)
-{
-    auto copy = std::make_unique<unsigned char[]>(static_cast<std::size_t>(bytes.size()));
-    std::copy(bytes.begin(), bytes.end(), copy.get());
-    return copy;
 }
 
 DecoderField FieldByName(const UtilPrinterStatus& status, const QString& name)
@@ -160,16 +154,21 @@ QByteArray Hex(const char* digits)
     return QByteArray::fromHex(digits);
 }
 
+QByteArray QZReplyOf(int count, const QByteArray& items)
+{
+    return QByteArray(QZUnreadBytes, '\xEE') + static_cast<char>(count) + items;
+}
+
 unsigned int ParseStandard(UtilPrinterStatus& status, const QByteArray& reply)
 {
-    const auto copy = ExactCopy(reply);
-    return status.parseRecvBuf(copy.get(), static_cast<unsigned long>(reply.size()));
+    std::vector<unsigned char> copy(reply.begin(), reply.end());
+    return status.parseRecvBuf(copy.data(), copy.size());
 }
 
 unsigned int ParseQZ(UtilPrinterStatus& status, const QByteArray& reply)
 {
-    const auto copy = ExactCopy(reply);
-    return status.parseRecvBuf_QZ(copy.get(), static_cast<unsigned long>(reply.size()));
+    std::vector<unsigned char> copy(reply.begin(), reply.end());
+    return status.parseRecvBuf_QZ(copy.data(), copy.size());
 }
 
 unsigned int ParseStandardCut(UtilPrinterStatus& status, QByteArray reply, int length)

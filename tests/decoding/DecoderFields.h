@@ -39,6 +39,9 @@ QList<unsigned long> Codes(const std::vector<unsigned long>& codes);
 /// Converts hexadecimal digits to bytes and ignores blanks.
 QByteArray Hex(const char* digits);
 
+/// A reply of the QZ family: bytes that are not read, the announced number of items, and the items.
+QByteArray QZReplyOf(int count, const QByteArray& items);
+
 // Parse the reply from a heap block of exactly its size, so that an address sanitizer detects any read beyond it.
 unsigned int ParseStandard(UtilPrinterStatus& status, const QByteArray& reply);
 unsigned int ParseQZ(UtilPrinterStatus& status, const QByteArray& reply);

@@ -29,24 +29,18 @@ private slots:
 
 namespace {
 
-constexpr int UnreadBytes = 36;
 constexpr int SmallestReplyBytes = 40;
 constexpr int WholeReplyBytes = 61;
-
-QByteArray Reply(int count, const QByteArray& items)
-{
-    return QByteArray(UnreadBytes, '\xEE') + static_cast<char>(count) + items;
-}
 
 // One item of each kind.
 QByteArray WholeReply()
 {
-    return Reply(5,
-                 Hex("0006 01 01" // 37: ready
-                     "0007 01 02" // 41: printing
-                     "0009 02 1106" // 45
-                     "000C 02 110D" // 50
-                     "001D 03 000050")); // 55
+    return QZReplyOf(5,
+                     Hex("0006 01 01" // 37: ready
+                         "0007 01 02" // 41: printing
+                         "0009 02 1106" // 45
+                         "000C 02 110D" // 50
+                         "001D 03 000050")); // 55
 }
 
 } // namespace
@@ -58,9 +52,9 @@ void QZItemListTest::repliesThatSayNothing_data()
     for (int bytes = 0; bytes < SmallestReplyBytes; ++bytes) {
         QTest::addRow("%d bytes", bytes) << WholeReply().left(bytes);
     }
-    QTest::newRow("no items") << Reply(0, Hex("000000"));
-    QTest::newRow("no items, but bytes") << Reply(0, Hex("0006 01 02 0009 02 1106"));
-    QTest::newRow("no items, broken one") << Reply(0, Hex("0009 FF 11"));
+    QTest::newRow("no items") << QZReplyOf(0, Hex("000000"));
+    QTest::newRow("no items, but bytes") << QZReplyOf(0, Hex("0006 01 02 0009 02 1106"));
+    QTest::newRow("no items, broken one") << QZReplyOf(0, Hex("0009 FF 11"));
 }
 
 // The decoder accepts such replies.
@@ -108,7 +102,7 @@ void QZItemListTest::skipping()
     QFETCH(const unsigned long, statusCode);
 
     UtilPrinterStatus status;
-    QCOMPARE(ParseQZ(status, Reply(count, items)), 1U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(count, items)), 1U);
     QCOMPARE(status.dwStatus, statusCode);
 }
 
@@ -137,14 +131,14 @@ void QZItemListTest::dataBeyondTheEnd()
     QFETCH(const QByteArray, items);
 
     UtilPrinterStatus status;
-    QCOMPARE(ParseQZ(status, Reply(count, items)), 0U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(count, items)), 0U);
     QCOMPARE(FilledFields(status), QStringList());
     QVERIFY(status.vecErrorCode.empty());
     QVERIFY(status.vecWarningCode.empty());
 
     // Values decoded before these items stay.
     UtilPrinterStatus after;
-    QCOMPARE(ParseQZ(after, Reply(count + 2, Hex("0006 01 02  0009 02 1106") + items)), 0U);
+    QCOMPARE(ParseQZ(after, QZReplyOf(count + 2, Hex("0006 01 02  0009 02 1106") + items)), 0U);
     QCOMPARE(after.dwStatus, 4UL);
     QCOMPARE(Codes(after.vecErrorCode), (QList<unsigned long>{0x1106}));
 }
@@ -175,7 +169,7 @@ void QZItemListTest::itemCount()
     QFETCH(const unsigned long, statusCode);
 
     UtilPrinterStatus status;
-    QCOMPARE(ParseQZ(status, Reply(count, items)), 1U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(count, items)), 1U);
     QCOMPARE(status.dwStatus, statusCode);
     QVERIFY(status.vecErrorCode.empty());
 }
@@ -236,7 +230,7 @@ void QZItemListTest::bytesBeyondTheEnd()
     QFETCH(const QByteArray, items);
     QFETCH(const QList<unsigned long>, errors);
     QFETCH(const QList<unsigned long>, warnings);
-    const QByteArray reply = Reply(9, items);
+    const QByteArray reply = QZReplyOf(9, items);
 
     UtilPrinterStatus status;
     QCOMPARE(ParseQZCut(status, reply + QByteArray(16, '\x01'), reply.size()), 1U);
@@ -249,7 +243,7 @@ void QZItemListTest::secondParseAppendsCodes()
 {
     UtilPrinterStatus status;
     QCOMPARE(ParseQZ(status, WholeReply()), 1U);
-    QCOMPARE(ParseQZ(status, Reply(2, Hex("0009 02 0000  000C 01 07"))), 1U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(2, Hex("0009 02 0000  000C 01 07"))), 1U);
     QCOMPARE(Codes(status.vecErrorCode), (QList<unsigned long>{0x1106, 0}));
     QCOMPARE(status.dwErrorCount, 0UL);
     QCOMPARE(Codes(status.vecWarningCode), (QList<unsigned long>{0x110D, 7}));

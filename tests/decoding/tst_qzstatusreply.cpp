@@ -24,17 +24,6 @@ private slots:
     void tonerItems();
 };
 
-namespace {
-
-constexpr int UnreadBytes = 36;
-
-QByteArray Reply(int count, const QByteArray& items)
-{
-    return QByteArray(UnreadBytes, '\xEE') + static_cast<char>(count) + items;
-}
-
-} // namespace
-
 void QZStatusReplyTest::stateItems_data()
 {
     QTest::addColumn<QByteArray>("item");
@@ -57,7 +46,7 @@ void QZStatusReplyTest::stateItems()
     QFETCH(const int, mapped);
 
     UtilPrinterStatus status;
-    QCOMPARE(ParseQZ(status, Reply(1, item)), 1U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(1, item)), 1U);
     QCOMPARE(status.dwStatus, code);
     QCOMPARE(RawField(status, QStringLiteral("byStatus")), QByteArray(1, static_cast<char>(code)) + '\0');
     QCOMPARE(FilledFields(status), Names("byStatus dwStatus"));
@@ -82,16 +71,16 @@ void QZStatusReplyTest::statesWithoutMeaning()
     QFETCH(const QByteArray, item);
 
     UtilPrinterStatus status;
-    QCOMPARE(ParseQZ(status, Reply(1, item)), 1U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(1, item)), 1U);
     QCOMPARE(FilledFields(status), QStringList());
 
     UtilPrinterStatus before;
-    QCOMPARE(ParseQZ(before, Reply(2, Hex("0007 01 03") + item)), 1U);
+    QCOMPARE(ParseQZ(before, QZReplyOf(2, Hex("0007 01 03") + item)), 1U);
     QCOMPARE(before.dwStatus, 9UL);
 
     // The item's data are skipped nevertheless.
     UtilPrinterStatus after;
-    QCOMPARE(ParseQZ(after, Reply(2, item + Hex("0006 01 02"))), 1U);
+    QCOMPARE(ParseQZ(after, QZReplyOf(2, item + Hex("0006 01 02"))), 1U);
     QCOMPARE(after.dwStatus, 4UL);
 }
 
@@ -127,7 +116,7 @@ void QZStatusReplyTest::codeItems()
     QFETCH(const unsigned long, flag);
 
     UtilPrinterStatus error;
-    QCOMPARE(ParseQZ(error, Reply(1, Hex("0009") + data)), 1U);
+    QCOMPARE(ParseQZ(error, QZReplyOf(1, Hex("0009") + data)), 1U);
     QCOMPARE(Codes(error.vecErrorCode), (QList<unsigned long>{code}));
     QVERIFY(error.vecWarningCode.empty());
     QCOMPARE(RawField(error, QStringLiteral("byErrorCode")), raw);
@@ -135,7 +124,7 @@ void QZStatusReplyTest::codeItems()
     QCOMPARE(FilledFieldsBut(error, "byErrorCode dwErrorCount"), QStringList());
 
     UtilPrinterStatus warning;
-    QCOMPARE(ParseQZ(warning, Reply(1, Hex("000C") + data)), 1U);
+    QCOMPARE(ParseQZ(warning, QZReplyOf(1, Hex("000C") + data)), 1U);
     QCOMPARE(Codes(warning.vecWarningCode), (QList<unsigned long>{code}));
     QVERIFY(warning.vecErrorCode.empty());
     QCOMPARE(RawField(warning, QStringLiteral("byWarningCode")), raw);
@@ -177,7 +166,7 @@ void QZStatusReplyTest::codeItemsInSequence()
     QFETCH(const unsigned long, flag);
 
     UtilPrinterStatus status;
-    QCOMPARE(ParseQZ(status, Reply(count, items)), 1U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(count, items)), 1U);
     QCOMPARE(Codes(status.vecErrorCode), codes);
     QCOMPARE(RawField(status, QStringLiteral("byErrorCode")), raw);
     QCOMPARE(status.dwErrorCount, flag);
@@ -186,7 +175,7 @@ void QZStatusReplyTest::codeItemsInSequence()
 void QZStatusReplyTest::errorsAndWarningsAreApart()
 {
     UtilPrinterStatus status;
-    QCOMPARE(ParseQZ(status, Reply(4, Hex("0009 02 1106  000C 01 00  0009 02 0000  000C 02 110D"))), 1U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(4, Hex("0009 02 1106  000C 01 00  0009 02 0000  000C 02 110D"))), 1U);
     QCOMPARE(Codes(status.vecErrorCode), (QList<unsigned long>{0x1106, 0}));
     QCOMPARE(status.dwErrorCount, 0UL);
     QCOMPARE(Codes(status.vecWarningCode), (QList<unsigned long>{0, 0x110D}));
@@ -225,7 +214,7 @@ void QZStatusReplyTest::tonerItems()
     QFETCH(const unsigned long, statusCode);
 
     UtilPrinterStatus status;
-    QCOMPARE(ParseQZ(status, Reply(count, items)), 1U);
+    QCOMPARE(ParseQZ(status, QZReplyOf(count, items)), 1U);
     QCOMPARE(status.dwRemainingToner, level);
     QCOMPARE(RawField(status, QStringLiteral("byRemainingToner")),
              QByteArray(1, static_cast<char>(level)) + QByteArray(2, '\0'));

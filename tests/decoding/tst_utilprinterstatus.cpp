@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
 #include <new>
 
 // Tests the decoder object: its members, its integer reader and the effect of a second parse.
@@ -153,9 +152,8 @@ void UtilPrinterStatusTest::byteToDWORD()
     QFETCH(const unsigned long, value);
 
     // A block of exactly these bytes, so that an address sanitizer detects any read beyond them.
-    const auto exact = std::make_unique<unsigned char[]>(static_cast<std::size_t>(bytes.size()));
-    std::copy(bytes.begin(), bytes.end(), exact.get());
-    QCOMPARE(UtilPrinterStatus::byteToDWORD(exact.get(), n), value);
+    std::vector<unsigned char> exact(bytes.begin(), bytes.end());
+    QCOMPARE(UtilPrinterStatus::byteToDWORD(exact.data(), n), value);
 }
 
 void UtilPrinterStatusTest::statusAccessor()

@@ -3,6 +3,7 @@
 
 #include "discovery/TrdDeviceManage.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 
 #include <QtTest>
 
@@ -48,12 +49,6 @@ QList<stPrinterInfo> Read(const QByteArray& text)
 QList<stPrinterInfo> ReadOnePrinter(const QByteArray& keys)
 {
     return Read("[Main]\nCount=1\n\n[printer_0]\n" + keys + '\n');
-}
-
-QString Words(const stPrinterInfo& info)
-{
-    return QStringLiteral("name '%1' model '%2' type %3 port '%4' uri '%5'")
-        .arg(info.strPrinterName, info.enType, QString::number(info.iConnectType), info.strPort, info.strURI);
 }
 
 // A list as QSettings stores it. It announces 2147483647 elements, which fit into no memory.

@@ -4,6 +4,7 @@
 #include "discovery/TrdDeviceManage.h"
 #include "MetaMethods.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 
 #include <QtTest>
 
@@ -11,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// Tests the worker without its loop: the default records, and which list files are read at all. tst_printerlistfile
+// Tests the worker without its loop: the initial list, and which list files are read at all. tst_printerlistfile
 // tests the content of list files.
 class TrdDeviceManageTest : public QObject
 {
@@ -22,8 +23,6 @@ private slots:
     void metaObject();
     void freshWorker();
     void stopSlotOnlySetsTheFlag();
-    void infoDefaults();
-    void stateDefaults();
     void initialListKeepsInfosAndOrder();
     void readsTheFileEachTime();
     void readsAFileOfTheSameSizeAndTime();
@@ -64,37 +63,6 @@ void WriteThreePrinters()
         {PrinterFolder::Printer(name(0)), PrinterFolder::Printer(name(1)), PrinterFolder::Printer(name(2))});
 }
 
-stPrinterState FilledState()
-{
-    const QList<enErrorStatus> conditions{ERR_FIXER, ERR_COOLING};
-    const QString text = QStringLiteral("text");
-    return {text, PS_ERROR, text, text, text, 2, 3, conditions, conditions, text, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13};
-}
-
-void CompareWithDefaults(const stPrinterState& state)
-{
-    QCOMPARE(state.strPrinterSerialNumber, QString());
-    QCOMPARE(state.enCurrentStatus, 2);
-    QCOMPARE(state.strFWVersion, QString());
-    QCOMPARE(state.strVenderName, QString());
-    QCOMPARE(state.strProductName, QString());
-    QCOMPARE(state.iNumberOfError, 0);
-    QCOMPARE(state.iNumberOfWarning, 0);
-    QVERIFY(state.listError.isEmpty());
-    QVERIFY(state.listWarning.isEmpty());
-    QCOMPARE(state.strSupplySerialNumber, QString());
-    QCOMPARE(state.enSpplyType, 0);
-    QCOMPARE(state.dwRemainingToner, 0UL);
-    QCOMPARE(state.dwWasteToner, 0UL);
-    QCOMPARE(state.dwOPCRotation, 0UL);
-    QCOMPARE(state.dwNumberOfPages, 0UL);
-    QCOMPARE(state.dwNumberOfPrint, 0UL);
-    QCOMPARE(state.dwPrintDotsCount, 0UL);
-    QCOMPARE(state.dwPrinterNumOfPages, 0UL);
-    QCOMPARE(state.dwPrinterNumOfPrint, 0UL);
-    QCOMPARE(state.iFailCount, 0);
-}
-
 } // namespace
 
 void TrdDeviceManageTest::init()
@@ -129,25 +97,6 @@ void TrdDeviceManageTest::stopSlotOnlySetsTheFlag()
     QCOMPARE(worker.bTaskStarted, false);
 }
 
-void TrdDeviceManageTest::infoDefaults()
-{
-    const QString text = QStringLiteral("text");
-    stPrinterInfo info{text, text, 7, text, text};
-    TrdDeviceManage(nullptr).InitStPrinterInfo(info);
-    QCOMPARE(info.strPrinterName, QString());
-    QCOMPARE(info.enType, QStringLiteral("-1"));
-    QCOMPARE(info.iConnectType, 0);
-    QCOMPARE(info.strPort, QString());
-    QCOMPARE(info.strURI, QString());
-}
-
-void TrdDeviceManageTest::stateDefaults()
-{
-    stPrinterState state = FilledState();
-    TrdDeviceManage(nullptr).InitStPrinterState(state);
-    CompareWithDefaults(state);
-}
-
 void TrdDeviceManageTest::initialListKeepsInfosAndOrder()
 {
     const stPrinterInfo first =
@@ -161,8 +110,8 @@ void TrdDeviceManageTest::initialListKeepsInfosAndOrder()
     QCOMPARE(list.at(0).stInfo.strPort, QStringLiteral("10.0.0.7"));
     QCOMPARE(list.at(0).stInfo.strURI, QStringLiteral("socket://10.0.0.7"));
     QCOMPARE(list.at(1).stInfo.strPrinterName, QStringLiteral("A"));
-    CompareWithDefaults(list.at(0).stState);
-    CompareWithDefaults(list.at(1).stState);
+    QCOMPARE(Words(list.at(0).stState), Words(stPrinterState()));
+    QCOMPARE(Words(list.at(1).stState), Words(stPrinterState()));
     QVERIFY(TrdDeviceManage(nullptr).GetInitPrinterList({}).isEmpty());
 }
 

@@ -115,7 +115,7 @@ bool CancelFaultsTest::cancelsAgain(int times)
 {
     bool isShown = true;
     for (int i = 0; i < times && isShown; ++i) {
-        PrinterFolder::WriteStatusFile(CancellingName, StandardBytes(RawCancelingJob));
+        PrinterFolder::WriteStatusFile(CancellingName, StandardBytes(RawCancelling));
         isShown = m_rig->waitUntilShown(CancellingRow, Cancelling);
         PrinterFolder::WriteStatusFile(CancellingName, StandardBytes(RawReady));
         isShown = isShown && m_rig->waitUntilShown(CancellingRow, Ready);
@@ -161,7 +161,7 @@ void CancelFaultsTest::hanging()
 {
     const FakeCommand cancel(QStringLiteral("cancel"), HangForAMinute);
     startWindow();
-    PrinterFolder::WriteStatusFile(CancellingName, StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(CancellingName, StandardBytes(RawCancelling));
     QVERIFY(m_rig->waitUntil([&cancel] { return !cancel.calls().isEmpty(); }, CommandTimeoutMs));
     const ProcessUse use = ProcessUse::now();
     for (const quint32 percent : {81, 82, 83}) {
@@ -187,7 +187,7 @@ void CancelFaultsTest::hangingAtTheEnd()
     const int threads = ProcessUse::now().threads;
     const FakeCommand cancel(QStringLiteral("cancel"), HangForAMinute);
     startWindow();
-    PrinterFolder::WriteStatusFile(CancellingName, StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(CancellingName, StandardBytes(RawCancelling));
     QVERIFY(m_rig->waitUntil([&cancel] { return !cancel.calls().isEmpty(); }, CommandTimeoutMs));
     const QString thirdName = QStringLiteral("Attic");
     PrinterFolder::WriteStatusFile(thirdName, StandardBytes(RawReady));

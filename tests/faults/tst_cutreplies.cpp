@@ -5,6 +5,7 @@
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 
@@ -13,7 +14,6 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
-#include <vector>
 
 namespace {
 
@@ -46,20 +46,10 @@ std::optional<int> ReadableItems(const QVector<ReplyRecord>& items, int length)
     return items.size();
 }
 
-// Evaluates the first `length` bytes, from memory of exactly that size.
-template <typename Check> int Evaluate(StatusWorker& worker, Check check, const QByteArray& reply, int length)
-{
-    std::vector<unsigned char> bytes(reply.begin(), reply.begin() + length);
-    return (worker.*check)(bytes.data(), bytes.size());
-}
-
 stPrinterState StateOf(const QVector<ReplyRecord>& items)
 {
-    QZReply reply;
-    reply.items = items;
-    const QByteArray bytes = EncodeQZReply(reply);
     StatusWorker worker;
-    Evaluate(worker, &StatusWorker::CheckPrinterStatus_QZ, bytes, bytes.size());
+    worker.evaluate(&StatusWorker::CheckPrinterStatus_QZ, QZItems(items));
     return worker.stCurrent.stState;
 }
 
@@ -83,7 +73,7 @@ void CutRepliesTest::standardReply()
         StatusWorker worker;
         worker.stCurrent = FilledPrinter(QStringLiteral("Office"));
         const bool isWhole = length == reply.size();
-        QCOMPARE(Evaluate(worker, &StatusWorker::CheckPrinterStatus, reply, length), isWhole ? 0 : -1);
+        QCOMPARE(worker.evaluate(&StatusWorker::CheckPrinterStatus, reply.left(length)), isWhole ? 0 : -1);
         QCOMPARE(Words(worker.stCurrent.stState), Words(isWhole ? FullReplyState() : FilledState()));
     }
 }
@@ -92,15 +82,13 @@ void CutRepliesTest::qzReply()
 {
     const QVector<ReplyRecord> items{QZToner(55),       QZMachineState(3), QZError(0x1106),
                                      QZWarning(0x110D), QZJobState(2),     QZError(0x11A0)};
-    QZReply whole;
-    whole.items = items;
-    const QByteArray reply = EncodeQZReply(whole);
+    const QByteArray reply = QZItems(items);
     int rejected = 0;
     for (int length = 0; length <= reply.size(); ++length) {
         StatusWorker worker;
         worker.stCurrent = FilledPrinter(QStringLiteral("J4990E"));
         const std::optional<int> readable = ReadableItems(items, length);
-        QCOMPARE(Evaluate(worker, &StatusWorker::CheckPrinterStatus_QZ, reply, length), readable ? 0 : -1);
+        QCOMPARE(worker.evaluate(&StatusWorker::CheckPrinterStatus_QZ, reply.left(length)), readable ? 0 : -1);
         const stPrinterState expected = readable ? StateOf(items.mid(0, *readable)) : FilledState();
         QCOMPARE(Words(worker.stCurrent.stState), Words(expected));
         rejected += readable ? 0 : 1;

@@ -140,7 +140,7 @@ bool LogFaultsTest::shows(quint32 percent)
 
 bool LogFaultsTest::cancels(quint32 percent)
 {
-    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelingJob, percent * 100));
+    PrinterFolder::WriteStatusFile(Name, StandardBytes(RawCancelling, percent * 100));
     return m_rig->waitUntilShown(0, QStringLiteral("%1.00% 正在取消任务").arg(percent));
 }
 

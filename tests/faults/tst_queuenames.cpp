@@ -169,7 +169,7 @@ void QueueNamesTest::initTestCase()
                                      [](const QueueName& queue) { return queue.command != Command::NeverDue; });
     QVERIFY(m_rig->waitUntil([this, known] { return m_rig->shown().count(Ready) == known; }));
     m_rig->startRecord();
-    writeStatus(RawCancelingJob);
+    writeStatus(RawCancelling);
     QVERIFY(m_rig->waitUntil([this, known] { return m_rig->shown().count(Cancelling) == known; }, CommandTimeoutMs));
     m_rig->run(CyclesMs);
 }

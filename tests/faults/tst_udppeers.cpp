@@ -5,6 +5,7 @@
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 #include "UdpPeer.h"

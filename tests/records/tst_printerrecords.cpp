@@ -3,6 +3,7 @@
 
 #include "discovery/TrdDeviceManage.h"
 #include "records/PrinterRecords.h"
+#include "SampleRecords.h"
 #include "texts/UtilLanguageCtrl.h"
 
 #include <QtTest>
@@ -107,12 +108,6 @@ constexpr Named c_enumerators[] = {
 
 static_assert(sizeof(enPrinterStatus) == 4 && sizeof(enErrorStatus) == 4, "32 bits wherever they are held");
 
-// Different counters, all above 2^32.
-constexpr unsigned long c_counters[] = {
-    0x100000000,        0x1FFFFFFFF,        0x123456789ABC,     0x7FFFFFFFFFFFFFFF,
-    0x8000000000000000, 0xFFFFFFFF00000000, 0xFEDCBA9876543210, 0xFFFFFFFFFFFFFFFF,
-};
-
 stPrinterInfo FilledInfo()
 {
     stPrinterInfo info;
@@ -122,32 +117,6 @@ stPrinterInfo FilledInfo()
     info.strPort = QStringLiteral("192.168.1.20");
     info.strURI = QStringLiteral("usb://Tolmar/K4510A?serial=1");
     return info;
-}
-
-stPrinterState FilledState()
-{
-    stPrinterState state;
-    state.strPrinterSerialNumber = QStringLiteral("SN-1");
-    state.enCurrentStatus = PS_PRINTING;
-    state.strFWVersion = QStringLiteral("1.02");
-    state.strVenderName = QStringLiteral("Tolmar");
-    state.strProductName = QStringLiteral("K4510A");
-    state.iNumberOfError = -3;
-    state.iNumberOfWarning = 255;
-    state.listError = {ERR_JAM_TRAY, ERR_FRONT_COVER_OPEN, ERR_JAM_TRAY};
-    state.listWarning = {ERR_TONER_LOW, ERR_PRINTING};
-    state.strSupplySerialNumber = QStringLiteral("TN-1");
-    state.enSpplyType = 7;
-    state.dwRemainingToner = c_counters[0];
-    state.dwWasteToner = c_counters[1];
-    state.dwOPCRotation = c_counters[2];
-    state.dwNumberOfPages = c_counters[3];
-    state.dwNumberOfPrint = c_counters[4];
-    state.dwPrintDotsCount = c_counters[5];
-    state.dwPrinterNumOfPages = c_counters[6];
-    state.dwPrinterNumOfPrint = c_counters[7];
-    state.iFailCount = 9;
-    return state;
 }
 
 void CompareInfo(const stPrinterInfo& actual, const stPrinterInfo& expected)
@@ -195,17 +164,17 @@ void CompareDefaultState(const stPrinterState& state)
 // Compares with the literal values of FilledState().
 void CompareFilledState(const stPrinterState& state)
 {
-    QCOMPARE(state.strPrinterSerialNumber, QStringLiteral("SN-1"));
-    QCOMPARE(state.enCurrentStatus, 8);
-    QCOMPARE(state.strFWVersion, QStringLiteral("1.02"));
-    QCOMPARE(state.strVenderName, QStringLiteral("Tolmar"));
-    QCOMPARE(state.strProductName, QStringLiteral("K4510A"));
+    QCOMPARE(state.strPrinterSerialNumber, QStringLiteral("old serial"));
+    QCOMPARE(state.enCurrentStatus, 3);
+    QCOMPARE(state.strFWVersion, QStringLiteral("old firmware"));
+    QCOMPARE(state.strVenderName, QStringLiteral("old vendor"));
+    QCOMPARE(state.strProductName, QStringLiteral("old product"));
     QCOMPARE(state.iNumberOfError, -3);
     QCOMPARE(state.iNumberOfWarning, 255);
-    QCOMPARE(state.listError, (QList<enErrorStatus>{ERR_JAM_TRAY, ERR_FRONT_COVER_OPEN, ERR_JAM_TRAY}));
-    QCOMPARE(state.listWarning, (QList<enErrorStatus>{ERR_TONER_LOW, ERR_PRINTING}));
-    QCOMPARE(state.strSupplySerialNumber, QStringLiteral("TN-1"));
-    QCOMPARE(state.enSpplyType, 7);
+    QCOMPARE(state.listError, (QList<enErrorStatus>{ERR_FRONT_COVER_OPEN, ERR_TRAY_EMPTY}));
+    QCOMPARE(state.listWarning, QList<enErrorStatus>{ERR_TONER_LOW});
+    QCOMPARE(state.strSupplySerialNumber, QStringLiteral("old supply"));
+    QCOMPARE(state.enSpplyType, -5);
     QCOMPARE(state.dwRemainingToner, 0x100000000UL);
     QCOMPARE(state.dwWasteToner, 0x1FFFFFFFFUL);
     QCOMPARE(state.dwOPCRotation, 0x123456789ABCUL);
@@ -214,7 +183,7 @@ void CompareFilledState(const stPrinterState& state)
     QCOMPARE(state.dwPrintDotsCount, 0xFFFFFFFF00000000UL);
     QCOMPARE(state.dwPrinterNumOfPages, 0xFEDCBA9876543210UL);
     QCOMPARE(state.dwPrinterNumOfPrint, 0xFFFFFFFFFFFFFFFFUL);
-    QCOMPARE(state.iFailCount, 9);
+    QCOMPARE(state.iFailCount, 7);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 #include "AssistantProcess.h"
 #include "DesktopMessages.h"
 #include "PrinterFolder.h"
-#include "StatusReplyEncoder.h"
+#include "SampleReplies.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr quint16 TonerLow = 0x110D;
 constexpr int ManyPrinters = 50;
 // A stop takes one slice of half a second. The rest is a margin for a busy machine.
 constexpr qint64 StopLimitMs = 1500;
@@ -44,9 +43,7 @@ void WritePrinters(int count)
         const int networkType = 2;
         printers.append(PrinterFolder::Printer(name, QStringLiteral("127.0.0.1"), QStringLiteral("socket://127.0.0.1"),
                                                i % 2 == 0 ? CONNECT_TYPE_USB : networkType));
-        StandardReply reply;
-        reply.warningCodes = {TonerLow};
-        PrinterFolder::WriteStatusFile(name, EncodeStandardReply(reply));
+        PrinterFolder::WriteStatusFile(name, StandardBytes(RawReady, 0, {}, {TonerLow}));
     }
     PrinterFolder::WritePrinterList(printers);
 }
@@ -229,12 +226,9 @@ void AssistantTest::stopsAtOnce()
 
 void AssistantTest::stopsInSpiteOfAHangingCommand()
 {
-    constexpr quint8 rawCancelling = 3;
     const FakeCommand cancel(QStringLiteral("cancel"), QStringLiteral("exec sleep 20"));
     WritePrinters(2);
-    StandardReply reply;
-    reply.status = rawCancelling;
-    PrinterFolder::WriteStatusFile(QStringLiteral("Prn1"), EncodeStandardReply(reply));
+    PrinterFolder::WriteStatusFile(QStringLiteral("Prn1"), StandardBytes(RawCancelling));
     AssistantProcess assistant;
     QVERIFY(assistant.startIntoTray());
     QTRY_COMPARE(cancel.calls(), (QList<QStringList>{{QStringLiteral("Prn1")}}));

@@ -2,16 +2,16 @@
 // SPDX-License-Identifier: MIT
 
 #include "infrastructure/UtilLog.h"
+#include "LogFolder.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "TestWindow.h"
 
-#include <QDir>
 #include <QRegularExpression>
 #include <QTableWidget>
 #include <QTextCodec>
 #include <QtTest>
 
-#include <limits>
 #include <memory>
 
 namespace {
@@ -26,12 +26,6 @@ struct LogLine
     QString function;
     QString message;
 };
-
-QDir LogFolder()
-{
-    QDir folder(QString::fromLatin1(PrinterFolder::ToolDirectory));
-    return folder;
-}
 
 QList<stPrinterInfo> ListedPrinters()
 {
@@ -142,19 +136,13 @@ void DiagnosticDumpsTest::cleanup()
 QVector<LogLine> DiagnosticDumpsTest::takeLog()
 {
     QVector<LogLine> lines;
-    const QStringList files = LogFolder().entryList(QDir::Files);
-    if (files.isEmpty()) {
-        return lines;
-    }
-    const QString path = LogFolder().filePath(files.first());
-    QStringList texts = QString::fromLocal8Bit(PrinterFolder::ReadFile(path)).split(QLatin1Char('\n'));
-    texts.removeLast(); // the rest after the last line
-    QFile::remove(path);
-    const QRegularExpression pattern(QStringLiteral(R"(^\[[-: .\d]{23}\] \((\S+)@(\d+) (\S+)\) (.*)$)"));
-    for (const QString& text : qAsConst(texts)) {
-        const QRegularExpressionMatch match = pattern.match(text);
+    const QRegularExpression pattern(QStringLiteral(R"(^\((\S+)@(\d+) (\S+)\) (.*)$)"));
+    const QList<QByteArray> texts = LogFolder::Lines();
+    for (const QByteArray& text : texts) {
+        const QRegularExpressionMatch match = pattern.match(QString::fromLocal8Bit(LogFolder::WithoutTime(text)));
         lines.append({match.captured(1), match.captured(2).toInt(), match.captured(3), match.captured(4)});
     }
+    QFile::remove(LogFolder::Path(LogFolder::Names().value(0)));
     return lines;
 }
 
@@ -228,47 +216,28 @@ void DiagnosticDumpsTest::freshState()
 
 void DiagnosticDumpsTest::fullState()
 {
-    stPrinterState state;
-    state.strPrinterSerialNumber = QStringLiteral("SN-1");
-    state.enCurrentStatus = PS_PRINTING;
-    state.strFWVersion = QStringLiteral("1.2.3");
-    state.strVenderName = QStringLiteral("Tolmar");
-    state.strProductName = QStringLiteral("QV K4510A");
-    state.listError = {ERR_TONER_LOW, ERR_WASTE_TONER_FULL};
-    state.listWarning = {ERR_PRINTING};
-    state.strSupplySerialNumber = QStringLiteral("SUP-9");
-    state.enSpplyType = -5;
-    state.dwRemainingToner = 8750;
-    state.dwWasteToner = 4294967296UL;
-    state.dwOPCRotation = std::numeric_limits<unsigned long>::max();
-    state.dwNumberOfPages = 4;
-    state.dwNumberOfPrint = 5;
-    state.dwPrintDotsCount = 6;
-    state.dwPrinterNumOfPages = 7;
-    state.dwPrinterNumOfPrint = 8;
-    state.iFailCount = 9;
-    QCOMPARE(Messages(dumpStatus(1, state)),
+    QCOMPARE(Messages(dumpStatus(1, FilledState())),
              (QStringList{
                  QStringLiteral("printer[1]=50%s%n%d"),
-                 QStringLiteral("50%s%n%d: strPrinterSerialNumber=SN-1"),
-                 QStringLiteral("50%s%n%d: enCurrentStatus=8"),
-                 QStringLiteral("50%s%n%d: strFWVersion=1.2.3"),
-                 QStringLiteral("50%s%n%d: strVenderName=Tolmar"),
-                 QStringLiteral("50%s%n%d: strProductName=QV K4510A"),
+                 QStringLiteral("50%s%n%d: strPrinterSerialNumber=old serial"),
+                 QStringLiteral("50%s%n%d: enCurrentStatus=3"),
+                 QStringLiteral("50%s%n%d: strFWVersion=old firmware"),
+                 QStringLiteral("50%s%n%d: strVenderName=old vendor"),
+                 QStringLiteral("50%s%n%d: strProductName=old product"),
                  QStringLiteral("50%s%n%d: iNumberOfError=2"),
                  QStringLiteral("50%s%n%d: iNumberOfWarning=1"),
-                 QStringLiteral("50%s%n%d: error code=11,19"),
-                 QStringLiteral("50%s%n%d: warning code=50"),
-                 QStringLiteral("50%s%n%d: strSupplySerialNumber=SUP-9"),
+                 QStringLiteral("50%s%n%d: error code=6,30"),
+                 QStringLiteral("50%s%n%d: warning code=11"),
+                 QStringLiteral("50%s%n%d: strSupplySerialNumber=old supply"),
                  QStringLiteral("50%s%n%d: enSpplyType=-5"),
-                 QStringLiteral("50%s%n%d: dwRemainingToner=8750"),
-                 QStringLiteral("50%s%n%d: dwWasteToner=4294967296"),
-                 QStringLiteral("50%s%n%d: dwOPCRotation=18446744073709551615"),
-                 QStringLiteral("50%s%n%d: dwNumberOfPages=4"),
-                 QStringLiteral("50%s%n%d: dwNumberOfPrint=5"),
-                 QStringLiteral("50%s%n%d: dwPrintDotsCount=6"),
-                 QStringLiteral("50%s%n%d: dwPrinterNumOfPages=7"),
-                 QStringLiteral("50%s%n%d: dwPrinterNumOfPrint=8"),
+                 QStringLiteral("50%s%n%d: dwRemainingToner=4294967296"),
+                 QStringLiteral("50%s%n%d: dwWasteToner=8589934591"),
+                 QStringLiteral("50%s%n%d: dwOPCRotation=20015998343868"),
+                 QStringLiteral("50%s%n%d: dwNumberOfPages=9223372036854775807"),
+                 QStringLiteral("50%s%n%d: dwNumberOfPrint=9223372036854775808"),
+                 QStringLiteral("50%s%n%d: dwPrintDotsCount=18446744069414584320"),
+                 QStringLiteral("50%s%n%d: dwPrinterNumOfPages=18364758544493064720"),
+                 QStringLiteral("50%s%n%d: dwPrinterNumOfPrint=18446744073709551615"),
              }));
 }
 
@@ -329,7 +298,7 @@ void DiagnosticDumpsTest::lastStepOfTheSlots()
     QVector<bool> wasLogEmpty;
     QObject observer; // ends the connections with the test
     const auto look = [&wasLogEmpty] {
-        wasLogEmpty.append(LogFolder().entryList(QDir::Files).isEmpty());
+        wasLogEmpty.append(LogFolder::Names().isEmpty());
     };
     connect(m_window.get(), &BrelPrinterToolWidget::SgnStatusThreadStart, &observer, look);
     connect(&m_window->table(), &QTableWidget::itemChanged, &observer, look);
@@ -367,7 +336,7 @@ void DiagnosticDumpsTest::localEncoding()
     QTextCodec::setCodecForLocale(gbk);
     m_window->DebugOutputPrinterInfo();
     m_window->DebugOutputPrinterStatus(0);
-    const QByteArray bytes = PrinterFolder::ReadFile(LogFolder().filePath(LogFolder().entryList(QDir::Files).value(0)));
+    const QByteArray bytes = LogFolder::Lines().join('\n');
     const QStringList messages = Messages(takeLog());
     QTextCodec::setCodecForLocale(before);
     QVERIFY(bytes.contains("printer[0] \xC8\xFD\xC2\xA5 K4510A=usb0"));
@@ -391,7 +360,7 @@ void DiagnosticDumpsTest::switchedOff()
     m_window->DebugOutputPrinterInfo();
     m_window->DebugOutputPrinterStatus(0);
     const int conversionsWhileOff = codec->conversions();
-    const QStringList filesWhileOff = LogFolder().entryList(QDir::Files);
+    const QStringList filesWhileOff = LogFolder::Names();
     SetLogEnable(true);
     m_window->DebugOutputPrinterStatus(0);
     const int conversions = codec->conversions();

@@ -5,37 +5,13 @@
 
 #include "DesktopMessages.h"
 #include "PrinterFolder.h"
-#include "StatusReplyEncoder.h"
+#include "SampleReplies.h"
 #include "TestWindow.h"
 
 #include <QTableWidget>
 #include <QtTest>
 
 namespace {
-
-constexpr quint16 FrontCoverOpen = 0x1106;
-constexpr quint16 TonerLow = 0x110D;
-constexpr quint16 NoCartridge = 0x1110;
-constexpr quint8 RawReady = 0;
-constexpr quint8 RawPrinting = 16;
-
-QByteArray Reply(quint8 status, int tonerHundredths, const QVector<quint16>& errors = {},
-                 const QVector<quint16>& warnings = {})
-{
-    StandardReply reply;
-    reply.status = status;
-    reply.errorCodes = errors;
-    reply.warningCodes = warnings;
-    reply.supplies = {SupplyValue(SupplyField::RemainingToner, static_cast<quint32>(tonerHundredths))};
-    return EncodeStandardReply(reply);
-}
-
-QByteArray QZReplyOf(const QVector<ReplyRecord>& items)
-{
-    QZReply reply;
-    reply.items = items;
-    return EncodeQZReply(reply);
-}
 
 struct StatusCase
 {
@@ -53,33 +29,54 @@ QVector<StatusCase> StatusCases()
     const QString cover = QStringLiteral("前盖已打开");
     const QString cartridge = QStringLiteral("没有检测到碳粉盒");
     return {
-        {QStringLiteral("ready"), Reply(0, 8750), QStringLiteral("87.50%"), QStringLiteral("就绪"), {}, 0},
-        {QStringLiteral("initialize"), Reply(1, 1), QStringLiteral("0.01%"), QStringLiteral("初始化"), {}, 0},
-        {QStringLiteral("busy"), Reply(2, 10000), QStringLiteral("100.00%"), QStringLiteral("忙碌"), {}, 0},
-        {QStringLiteral("unknown4"), Reply(4, 5), QStringLiteral("0.05%"), QStringLiteral("未知"), {}, 0},
-        {QStringLiteral("unknown200"), Reply(200, 10), QStringLiteral("0.10%"), QStringLiteral("未知"), {}, 0},
-        {QStringLiteral("printing"), Reply(16, 100), QStringLiteral("1.00%"), QStringLiteral("正在打印"), {}, 0},
-        {QStringLiteral("scanning"), Reply(17, 999), QStringLiteral("9.99%"), QStringLiteral("正在扫描"), {}, 0},
-        {QStringLiteral("copying"), Reply(18, 65535), QStringLiteral("655.35%"), QStringLiteral("正在复印"), {}, 0},
-        {QStringLiteral("reporting"), Reply(19, 0), QStringLiteral("0.00%"), QStringLiteral("正在打印报告"), {}, 0},
-        {QStringLiteral("one error"), Reply(RawReady, 100, {FrontCoverOpen}), QStringLiteral("1.00%"), cover, cover, 2},
-        {QStringLiteral("two errors"), Reply(RawReady, 100, {NoCartridge, FrontCoverOpen}), QStringLiteral("1.00%"),
-         cartridge, cartridge, 2},
-        {QStringLiteral("error beside warning"), Reply(RawPrinting, 100, {FrontCoverOpen}, {TonerLow}),
+        {QStringLiteral("ready"), StandardBytes(0, 8750), QStringLiteral("87.50%"), QStringLiteral("就绪"), {}, 0},
+        {QStringLiteral("initialize"), StandardBytes(1, 1), QStringLiteral("0.01%"), QStringLiteral("初始化"), {}, 0},
+        {QStringLiteral("busy"), StandardBytes(2, 10000), QStringLiteral("100.00%"), QStringLiteral("忙碌"), {}, 0},
+        {QStringLiteral("unknown4"), StandardBytes(4, 5), QStringLiteral("0.05%"), QStringLiteral("未知"), {}, 0},
+        {QStringLiteral("unknown200"), StandardBytes(200, 10), QStringLiteral("0.10%"), QStringLiteral("未知"), {}, 0},
+        {QStringLiteral("printing"),
+         StandardBytes(16, 100),
+         QStringLiteral("1.00%"),
+         QStringLiteral("正在打印"),
+         {},
+         0},
+        {QStringLiteral("scanning"),
+         StandardBytes(17, 999),
+         QStringLiteral("9.99%"),
+         QStringLiteral("正在扫描"),
+         {},
+         0},
+        {QStringLiteral("copying"),
+         StandardBytes(18, 65535),
+         QStringLiteral("655.35%"),
+         QStringLiteral("正在复印"),
+         {},
+         0},
+        {QStringLiteral("reporting"),
+         StandardBytes(19, 0),
+         QStringLiteral("0.00%"),
+         QStringLiteral("正在打印报告"),
+         {},
+         0},
+        {QStringLiteral("one error"), StandardBytes(RawReady, 100, {FrontCoverOpen}), QStringLiteral("1.00%"), cover,
+         cover, 2},
+        {QStringLiteral("two errors"), StandardBytes(RawReady, 100, {NoCartridge, FrontCoverOpen}),
+         QStringLiteral("1.00%"), cartridge, cartridge, 2},
+        {QStringLiteral("error beside warning"), StandardBytes(RawPrinting, 100, {FrontCoverOpen}, {TonerLow}),
          QStringLiteral("1.00%"), cover, cover, 2},
-        {QStringLiteral("warning while ready"), Reply(RawReady, 100, {}, {TonerLow, NoCartridge}),
+        {QStringLiteral("warning while ready"), StandardBytes(RawReady, 100, {}, {TonerLow, NoCartridge}),
          QStringLiteral("1.00%"), QStringLiteral("就绪"), toner, 1},
-        {QStringLiteral("warning while printing"), Reply(RawPrinting, 100, {}, {TonerLow, NoCartridge}),
+        {QStringLiteral("warning while printing"), StandardBytes(RawPrinting, 100, {}, {TonerLow, NoCartridge}),
          QStringLiteral("1.00%"), QStringLiteral("正在打印(碳粉不足)"), toner, 1},
         {QStringLiteral("J4990E ready"),
-         QZReplyOf({QZMachineState(1), QZToner(87)}),
+         QZItems({QZMachineState(1), QZToner(87)}),
          QStringLiteral("87.00%"),
          QStringLiteral("就绪"),
          {},
          0},
-        {QStringLiteral("J4990E printing, toner low"), QZReplyOf({QZJobState(2), QZToner(9), QZWarning(TonerLow)}),
+        {QStringLiteral("J4990E printing, toner low"), QZItems({QZJobState(2), QZToner(9), QZWarning(TonerLow)}),
          QStringLiteral("9.00%"), QStringLiteral("正在打印(碳粉不足)"), toner, 1},
-        {QStringLiteral("J4990E 前盖"), QZReplyOf({QZMachineState(3), QZToner(100), QZError(FrontCoverOpen)}),
+        {QStringLiteral("J4990E 前盖"), QZItems({QZMachineState(3), QZToner(100), QZError(FrontCoverOpen)}),
          QStringLiteral("100.00%"), cover, cover, 2},
     };
 }
@@ -189,7 +186,7 @@ void PrinterTableTest::statusChangesLive()
 {
     const QString name = QStringLiteral("PrnA");
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(name)});
-    PrinterFolder::WriteStatusFile(name, Reply(RawReady, 5000));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawReady, 5000));
     const TestWindow window;
     const auto toner = [&window]() {
         return window.row(0).at(2);
@@ -200,12 +197,12 @@ void PrinterTableTest::statusChangesLive()
     QTRY_COMPARE(window.table().rowCount(), 1);
     QTRY_COMPARE(status(), QStringLiteral("就绪"));
     QCOMPARE(toner(), QStringLiteral("50.00%"));
-    PrinterFolder::WriteStatusFile(name, Reply(RawPrinting, 4900, {}, {TonerLow}));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawPrinting, 4900, {}, {TonerLow}));
     QTRY_COMPARE(status(), QStringLiteral("正在打印(碳粉不足)"));
     QCOMPARE(toner(), QStringLiteral("49.00%"));
-    PrinterFolder::WriteStatusFile(name, Reply(RawPrinting, 4900, {NoCartridge}));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawPrinting, 4900, {NoCartridge}));
     QTRY_COMPARE(status(), QStringLiteral("没有检测到碳粉盒"));
-    PrinterFolder::WriteStatusFile(name, Reply(RawReady, 4900));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(RawReady, 4900));
     QTRY_COMPARE(status(), QStringLiteral("就绪"));
     QTRY_COMPARE(DesktopMessages().size(), 2);
     QCOMPARE(DesktopMessages().at(0).body, QStringLiteral("碳粉不足"));
@@ -217,11 +214,11 @@ void PrinterTableTest::cancellingRunsCancelOnce()
     const FakeCommand cancel(QStringLiteral("cancel"));
     const QString name = QStringLiteral("PrnA");
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(name)});
-    PrinterFolder::WriteStatusFile(name, Reply(3, 5000));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(3, 5000));
     const TestWindow window;
     QTRY_COMPARE(window.table().rowCount(), 1);
     QTRY_COMPARE(window.row(0).at(3), QStringLiteral("正在取消任务"));
-    PrinterFolder::WriteStatusFile(name, Reply(3, 4000));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(3, 4000));
     QTRY_COMPARE(window.row(0).at(2), QStringLiteral("40.00%"));
     QCOMPARE(cancel.calls(), (QList<QStringList>{{name}}));
 }
@@ -253,7 +250,7 @@ void PrinterTableTest::listVanishes()
 void PrinterTableTest::rebuiltRowsStartOffline()
 {
     PrinterFolder::WritePrinterList({PrinterFolder::Printer(QStringLiteral("PrnA"))});
-    PrinterFolder::WriteStatusFile(QStringLiteral("PrnA"), Reply(RawPrinting, 5000));
+    PrinterFolder::WriteStatusFile(QStringLiteral("PrnA"), StandardBytes(RawPrinting, 5000));
     TestWindow window;
     QTRY_COMPARE(window.table().rowCount(), 1);
     QTRY_COMPARE(window.row(0).at(3), QStringLiteral("正在打印"));

@@ -281,9 +281,9 @@ void SurplusWorkersTest::twoHangingWorkers()
         QStringLiteral("cancel"),
         QStringLiteral("while [ ! -e %1 ]; do sleep 0.05; done; touch %2$1").arg(commandMayEnd, commandHasEnded));
     WritePrinters(3);
-    PrinterFolder::WriteStatusFile(NameOf(0), StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(NameOf(0), StandardBytes(RawCancelling));
     PrinterFolder::WriteStatusFile(NameOf(1), StandardBytes(RawReady));
-    PrinterFolder::WriteStatusFile(NameOf(2), StandardBytes(RawCancelingJob));
+    PrinterFolder::WriteStatusFile(NameOf(2), StandardBytes(RawCancelling));
     ObservedWindow observed;
     QVERIFY(HasRows(observed.window(), 3));
     QTRY_COMPARE_WITH_TIMEOUT(cancel.calls().size(), 2, TimeoutMs);

@@ -4,12 +4,11 @@
 #include "HeapBytes.h"
 #include "infrastructure/FreeMemory.h"
 #include "PrinterFolder.h"
-#include "StatusReplyEncoder.h"
+#include "ProcessSample.h"
+#include "SampleReplies.h"
 #include "TestWindow.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QRegularExpression>
 #include <QTableWidget>
 #include <QtTest>
 
@@ -23,7 +22,6 @@
 
 namespace {
 
-constexpr quint8 RawCancelling = 3;
 constexpr int ManyPrinters = 50;
 // A stop takes one slice of half a second. The rest is a margin for a busy machine.
 constexpr qint64 StopLimitMs = 1500;
@@ -44,37 +42,9 @@ bool HasRows(const TestWindow& window, int count)
     return QTest::qWaitFor([&window, count]() { return window.table().rowCount() == count; }, 10000);
 }
 
-// The threads of this process with the default name: those of the workers and a few of Qt's.
-int PlainThreadCount()
-{
-    int count = 0;
-    const QDir tasks(QStringLiteral("/proc/self/task"));
-    const QStringList entries = tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    for (const QString& entry : entries) {
-        QFile file(tasks.filePath(entry) + QStringLiteral("/comm"));
-        if (file.open(QIODevice::ReadOnly) && file.readAll() == "QThread\n") {
-            ++count;
-        }
-    }
-    return count;
-}
-
-qint64 PrivateDirtyKiB()
-{
-    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return -1;
-    }
-    const QString text = QString::fromLatin1(file.readAll());
-    const QRegularExpression line(QStringLiteral("Private_Dirty: +([0-9]+) kB"));
-    return line.match(text).captured(1).toLongLong();
-}
-
 void WriteStatus(const QString& name, quint8 status)
 {
-    StandardReply reply;
-    reply.status = status;
-    PrinterFolder::WriteStatusFile(name, EncodeStandardReply(reply));
+    PrinterFolder::WriteStatusFile(name, StandardBytes(status, 0));
 }
 
 } // namespace
@@ -114,12 +84,12 @@ void WorkerControlTest::initTestCase()
         const QSystemTrayIcon icon;
         QTest::qWait(100);
     }
-    m_otherThreads = PlainThreadCount();
+    m_otherThreads = OwnProcess().workerThreads;
 }
 
 int WorkerControlTest::workerThreads() const
 {
-    return PlainThreadCount() - m_otherThreads;
+    return OwnProcess().workerThreads - m_otherThreads;
 }
 
 void WorkerControlTest::init()
@@ -263,11 +233,12 @@ void WorkerControlTest::roomOfStartSignalsIsReturned()
 #endif
     constexpr int printers = 1000;
     ReturnFreeMemory(); // free memory of other tests
-    const qint64 limitKiB = PrivateDirtyKiB() + qint64{45} * 1024;
+    const double limitKib = OwnProcess().privateKib + 45 * 1024;
     WritePrinters(printers);
     const TestWindow window;
     QTRY_COMPARE_WITH_TIMEOUT(window.startedWorkers(), printers, 10000);
-    QTRY_VERIFY2_WITH_TIMEOUT(PrivateDirtyKiB() <= limitKiB, qPrintable(QString::number(PrivateDirtyKiB())), 20000);
+    QTRY_VERIFY2_WITH_TIMEOUT(OwnProcess().privateKib <= limitKib, qPrintable(QString::number(OwnProcess().privateKib)),
+                              20000);
 }
 
 void WorkerControlTest::stopsAtOnce_data()

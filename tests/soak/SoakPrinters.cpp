@@ -4,12 +4,11 @@
 #include "SoakPrinters.h"
 
 #include "records/PrinterRecords.h"
+#include "SampleReplies.h"
 #include "texts/UtilLanguageCtrl.h"
 
 namespace {
 
-constexpr quint8 RawReady = 0;
-constexpr quint8 RawCancelling = 3;
 constexpr quint8 RawReadyQZ = 3;
 constexpr int FullTonerPercent = 100;
 constexpr int FullTonerHundredths = 10000;

@@ -18,15 +18,6 @@ constexpr int KibPerMib = 1024;
 constexpr int BytesPerKib = 1024;
 constexpr int BlockMib = 16;
 
-ProcessSample Own()
-{
-    ProcessSample sample;
-    if (!ReadProcess(getpid(), sample)) {
-        qFatal("cannot inspect this process");
-    }
-    return sample;
-}
-
 } // namespace
 
 class ProcessSampleTest : public QObject
@@ -44,12 +35,12 @@ private slots:
 
 void ProcessSampleTest::memory()
 {
-    const ProcessSample before = Own();
+    const ProcessSample before = OwnProcess();
     QVERIFY(before.privateKib > 0);
     QVERIFY(before.rssKib > before.privateKib);
     QVERIFY(before.pssKib >= before.pssAnonymousKib);
     const QByteArray block(BlockMib * KibPerMib * BytesPerKib, 'x');
-    const ProcessSample after = Own();
+    const ProcessSample after = OwnProcess();
     // The share shrinks if other programs begin to share memory meanwhile.
     QVERIFY(after.pssKib - before.pssKib > (BlockMib - 8) * KibPerMib);
     QVERIFY(after.pssKib - before.pssKib < (BlockMib + 8) * KibPerMib);
@@ -63,43 +54,43 @@ void ProcessSampleTest::memory()
 
 void ProcessSampleTest::descriptors()
 {
-    const int before = Own().descriptors;
+    const int before = OwnProcess().descriptors;
     int ends[2] = {};
     QCOMPARE(pipe(ends), 0);
-    QCOMPARE(Own().descriptors, before + 2);
+    QCOMPARE(OwnProcess().descriptors, before + 2);
     close(ends[0]);
     close(ends[1]);
-    QCOMPARE(Own().descriptors, before);
+    QCOMPARE(OwnProcess().descriptors, before);
 }
 
 void ProcessSampleTest::threads()
 {
-    const ProcessSample before = Own();
+    const ProcessSample before = OwnProcess();
     QThread named;
     named.setObjectName(QStringLiteral("named"));
     named.start();
     QThread plain;
     plain.start();
-    QTRY_COMPARE(Own().workerThreads, before.workerThreads + 1);
-    QTRY_COMPARE(Own().threads, before.threads + 2);
+    QTRY_COMPARE(OwnProcess().workerThreads, before.workerThreads + 1);
+    QTRY_COMPARE(OwnProcess().threads, before.threads + 2);
     for (QThread* thread : {&named, &plain}) {
         thread->quit();
         thread->wait();
     }
-    QTRY_COMPARE(Own().threads, before.threads);
-    QCOMPARE(Own().workerThreads, before.workerThreads);
+    QTRY_COMPARE(OwnProcess().threads, before.threads);
+    QCOMPARE(OwnProcess().workerThreads, before.workerThreads);
 }
 
 void ProcessSampleTest::processorTime()
 {
-    const ProcessSample before = Own();
+    const ProcessSample before = OwnProcess();
     QThread::msleep(600); // sleeping does not count
     std::thread([]() {
         QElapsedTimer timer;
         timer.start();
         while (timer.elapsed() < 200) { }
     }).join();
-    const double used = Own().cpuSeconds - before.cpuSeconds;
+    const double used = OwnProcess().cpuSeconds - before.cpuSeconds;
     QVERIFY2(used > 0.02 && used < 0.5, qPrintable(QString::number(used)));
 }
 

@@ -3,6 +3,8 @@
 
 #include "PrinterFolder.h"
 
+#include "SimulatedPrinter.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -32,17 +34,6 @@ qint64 NextModificationTime()
     static qint64 s_lastMs = 0;
     s_lastMs = std::max(s_lastMs + 1, QDateTime::currentMSecsSinceEpoch());
     return s_lastMs;
-}
-
-// Quotes a text for an INI file. Double quotes keep commas, semicolons and blanks. QSettings strips the first of two
-// leading @ signs and takes a single one for a stored value.
-QString Quoted(QString text)
-{
-    text.replace(QLatin1Char('\\'), QStringLiteral("\\\\"));
-    text.replace(QLatin1Char('"'), QStringLiteral("\\\""));
-    text.replace(QLatin1Char('\n'), QStringLiteral("\\n"));
-    const QString escape = text.startsWith(QLatin1Char('@')) ? QStringLiteral("@") : QString();
-    return QLatin1Char('"') + escape + text + QLatin1Char('"');
 }
 
 void PutFirstInPath(const QString& directory)
@@ -79,17 +70,11 @@ void Remove()
 
 void WritePrinterList(const QList<stPrinterInfo>& printers)
 {
-    QString text = QStringLiteral("[Main]\nCount=%1\n").arg(printers.size());
-    for (int i = 0; i < printers.size(); ++i) {
-        const stPrinterInfo& printer = printers.at(i);
-        text += QStringLiteral("\n[printer_%1]\n").arg(i);
-        text += QStringLiteral("Name=") + Quoted(printer.strPrinterName) + QLatin1Char('\n');
-        text += QStringLiteral("Model=") + Quoted(printer.enType) + QLatin1Char('\n');
-        text += QStringLiteral("ConnectType=") + QString::number(printer.iConnectType) + QLatin1Char('\n');
-        text += QStringLiteral("Port=") + Quoted(printer.strPort) + QLatin1Char('\n');
-        text += QStringLiteral("URI=") + Quoted(printer.strURI) + QLatin1Char('\n');
+    QVector<SimulatedPrinter> listed;
+    for (const stPrinterInfo& printer : printers) {
+        listed.append({printer.strPrinterName, printer.enType, printer.iConnectType, printer.strPort, printer.strURI});
     }
-    WritePrinterListText(text.toUtf8());
+    WritePrinterListText(EncodePrinterList(listed));
 }
 
 void WritePrinterListText(const QByteArray& text)

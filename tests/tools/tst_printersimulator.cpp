@@ -1,18 +1,17 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
-#include <QDir>
-#include <QFile>
+#include "FolderTest.h"
+
 #include <QFileInfo>
 #include <QProcess>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <csignal>
 #include <sys/stat.h>
 
 // Runs the simulator as a user does.
-class PrinterSimulatorTest : public QObject
+class PrinterSimulatorTest : public FolderTest
 {
     Q_OBJECT
 
@@ -36,19 +35,12 @@ private slots:
     void everydayScenarioPlays();
 
 private:
-    QString Path(const QString& name) const
-    {
-        return m_directory->filePath(name);
-    }
     QString WriteScenario(const QByteArray& text) const;
-    QByteArray Content(const QString& name) const;
-    QStringList Files() const;
     void Start(const QStringList& arguments);
     void PlayToTheEnd(const QByteArray& scenario);
     void Stop();
 
     QScopedPointer<QTemporaryDir> m_sources; // holds the scenario
-    QScopedPointer<QTemporaryDir> m_directory; // takes the files
     QScopedPointer<QProcess> m_process;
 };
 
@@ -73,10 +65,9 @@ QByteArray BareReply(char status)
 void PrinterSimulatorTest::init()
 {
     m_sources.reset(new QTemporaryDir);
-    m_directory.reset(new QTemporaryDir);
     m_process.reset(new QProcess);
     QVERIFY(m_sources->isValid());
-    QVERIFY(m_directory->isValid());
+    QVERIFY(MakeFolder());
 }
 
 void PrinterSimulatorTest::cleanup()
@@ -91,17 +82,6 @@ QString PrinterSimulatorTest::WriteScenario(const QByteArray& text) const
         qWarning("cannot write %s", qPrintable(file.fileName()));
     }
     return file.fileName();
-}
-
-QByteArray PrinterSimulatorTest::Content(const QString& name) const
-{
-    QFile file(Path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-}
-
-QStringList PrinterSimulatorTest::Files() const
-{
-    return QDir(m_directory->path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
 }
 
 void PrinterSimulatorTest::Start(const QStringList& arguments)

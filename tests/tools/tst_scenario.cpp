@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
-#include "ScenarioParser.h"
+#include "ScenarioTexts.h"
 
 #include <QFile>
 #include <QtTest>
@@ -37,25 +37,6 @@ private slots:
 };
 
 namespace {
-
-// For scenarios that must be accepted: a refusal ends the test program.
-Scenario Parse(const QByteArray& text)
-{
-    const ParsedScenario parsed = ParseScenario(text);
-    if (!parsed.errors.isEmpty()) {
-        qFatal("line %d: %s", parsed.errors.first().line, qPrintable(parsed.errors.first().reason));
-    }
-    return parsed.scenario;
-}
-
-QString ErrorTexts(const ParsedScenario& parsed)
-{
-    QStringList texts;
-    for (const ScenarioError& error : parsed.errors) {
-        texts.append(QStringLiteral("%1: %2").arg(QString::number(error.line), error.reason));
-    }
-    return texts.join(QLatin1Char('\n'));
-}
 
 // The listed printers in the form "A B C".
 QString ListOf(const ScenarioFrame& frame)

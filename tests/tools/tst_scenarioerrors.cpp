@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
-#include "ScenarioParser.h"
+#include "ScenarioTexts.h"
 
 #include <QtTest>
 
@@ -14,19 +14,6 @@ private slots:
     void badLines();
     void everyBadLineIsReported();
 };
-
-namespace {
-
-QString ErrorTexts(const ParsedScenario& parsed)
-{
-    QStringList texts;
-    for (const ScenarioError& error : parsed.errors) {
-        texts.append(QStringLiteral("%1: %2").arg(QString::number(error.line), error.reason));
-    }
-    return texts.join(QLatin1Char('\n'));
-}
-
-} // namespace
 
 void ScenarioErrorsTest::badLines_data()
 {

@@ -1,15 +1,14 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
-#include "ScenarioParser.h"
+#include "FolderTest.h"
 #include "ScenarioPlayer.h"
+#include "ScenarioTexts.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QtTest>
 
 // Tests the player without waiting: the tests inspect the folder whenever the player would wait.
-class ScenarioPlayerTest : public QObject
+class ScenarioPlayerTest : public FolderTest
 {
     Q_OBJECT
 
@@ -29,30 +28,12 @@ private slots:
     void failureTellsTheFile();
 
 private:
-    QString Path(const QString& name) const
-    {
-        return m_directory->filePath(name);
-    }
-    QByteArray Content(const QString& name) const;
-    QStringList Files() const;
     void PutFile(const QString& name, const QDateTime& timeStamp) const;
-
-    QScopedPointer<QTemporaryDir> m_directory;
 };
 
 namespace {
 
 using std::chrono::milliseconds;
-
-// For scenarios that must be accepted: a refusal ends the test program.
-Scenario Parse(const QByteArray& text)
-{
-    const ParsedScenario parsed = ParseScenario(text);
-    if (!parsed.errors.isEmpty()) {
-        qFatal("line %d: %s", parsed.errors.first().line, qPrintable(parsed.errors.first().reason));
-    }
-    return parsed.scenario;
-}
 
 qint64 TimeStampMSec(const QString& path)
 {
@@ -63,19 +44,7 @@ qint64 TimeStampMSec(const QString& path)
 
 void ScenarioPlayerTest::init()
 {
-    m_directory.reset(new QTemporaryDir);
-    QVERIFY(m_directory->isValid());
-}
-
-QByteArray ScenarioPlayerTest::Content(const QString& name) const
-{
-    QFile file(Path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-}
-
-QStringList ScenarioPlayerTest::Files() const
-{
-    return QDir(m_directory->path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    QVERIFY(MakeFolder());
 }
 
 void ScenarioPlayerTest::PutFile(const QString& name, const QDateTime& timeStamp) const

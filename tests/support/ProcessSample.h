@@ -20,3 +20,5 @@ struct ProcessSample
 
 /// Returns false if the process does not exist or must not be inspected.
 bool ReadProcess(qint64 pid, ProcessSample& sample);
+/// What the test program itself uses.
+ProcessSample OwnProcess();

@@ -23,6 +23,11 @@ public:
     /// at once. Returns the number of signals.
     int runCycle();
 
+    /// CheckPrinterStatus or CheckPrinterStatus_QZ.
+    using Evaluation = int (TrdGetPrinterStatus::*)(unsigned char*, unsigned long);
+    /// Evaluates memory of exactly these bytes, so that a memory checker detects reads beyond them.
+    int evaluate(Evaluation evaluation, const QByteArray& bytes);
+
 private:
     int m_signals = 0;
 };
@@ -59,15 +64,6 @@ private:
 
 /// The time in ms on the monotonic clock.
 qint64 MonotonicMs();
-
-/// Every field on its own line, so that a failed comparison is readable.
-QString Words(const stPrinterInfo& info);
-QString Words(const stPrinterState& state);
-QString Words(const stPrinterManager& printer);
-
-/// A state in which every field differs from its default. Its status is ready, so that no file is read twice.
-stPrinterState FilledState();
-stPrinterManager FilledPrinter(const QString& name);
 
 /// A copy of the element at `index`, made as workers make it.
 stPrinterManager Listed(QList<stPrinterManager>& list, int index);

@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include <ctime>
+#include <unistd.h>
 
 namespace {
 
@@ -75,4 +76,13 @@ bool ReadProcess(qint64 pid, ProcessSample& sample)
     const QDir descriptors(folder + QStringLiteral("/fd"));
     sample.descriptors = descriptors.entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Unsorted).size();
     return true;
+}
+
+ProcessSample OwnProcess()
+{
+    ProcessSample sample;
+    if (!ReadProcess(getpid(), sample)) {
+        qFatal("cannot inspect this process");
+    }
+    return sample;
 }

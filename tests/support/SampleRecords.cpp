@@ -1,18 +1,13 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "StatusWorker.h"
+#include "SampleRecords.h"
 
 #include "PrinterFolder.h"
-#include "records/SharedPrinterList.h"
 
 #include <QStringList>
 
-#include <chrono>
-
 namespace {
-
-constexpr unsigned long StopTimeoutMs = 15000;
 
 QString Numbers(const QList<enErrorStatus>& conditions)
 {
@@ -24,68 +19,6 @@ QString Numbers(const QList<enErrorStatus>& conditions)
 }
 
 } // namespace
-
-StatusWorker::StatusWorker()
-    : TrdGetPrinterStatus(nullptr)
-{
-    connect(this, &TrdGetPrinterStatus::SgnUpdatePrinterStatus, this, [this] { ++m_signals; });
-}
-
-int StatusWorker::runCycle()
-{
-    m_signals = 0;
-    bTaskStarted = false;
-    bThreadQuit = true;
-    SlotTaskStart();
-    return m_signals;
-}
-
-RunningStatusWorker::RunningStatusWorker(int index, QList<stPrinterManager>* list)
-{
-    m_worker->Init(index, list);
-    m_worker->moveToThread(&m_thread);
-    QObject::connect(m_worker.get(), &TrdGetPrinterStatus::SgnUpdatePrinterStatus, m_worker.get(), [this](int i) {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_indices.append(i);
-        m_timesMs.append(MonotonicMs());
-    });
-    m_thread.start();
-}
-
-RunningStatusWorker::~RunningStatusWorker()
-{
-    stop();
-}
-
-void RunningStatusWorker::start()
-{
-    QMetaObject::invokeMethod(m_worker.get(), &TrdGetPrinterStatus::SlotTaskStart, Qt::QueuedConnection);
-}
-
-bool RunningStatusWorker::stop()
-{
-    m_worker->bThreadQuit = true;
-    m_thread.quit();
-    return m_thread.wait(StopTimeoutMs);
-}
-
-QList<int> RunningStatusWorker::signalledIndices() const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_indices;
-}
-
-QList<qint64> RunningStatusWorker::signalTimesMs() const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_timesMs;
-}
-
-qint64 MonotonicMs()
-{
-    const auto time = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
-}
 
 QString Words(const stPrinterInfo& info)
 {
@@ -130,20 +63,20 @@ stPrinterState FilledState()
     state.strFWVersion = QStringLiteral("old firmware");
     state.strVenderName = QStringLiteral("old vendor");
     state.strProductName = QStringLiteral("old product");
-    state.iNumberOfError = 2;
-    state.iNumberOfWarning = 1;
+    state.iNumberOfError = -3;
+    state.iNumberOfWarning = 255;
     state.listError = {ERR_FRONT_COVER_OPEN, ERR_TRAY_EMPTY};
     state.listWarning = {ERR_TONER_LOW};
     state.strSupplySerialNumber = QStringLiteral("old supply");
-    state.enSpplyType = 9;
-    state.dwRemainingToner = 4567;
-    state.dwWasteToner = 11;
-    state.dwOPCRotation = 12;
-    state.dwNumberOfPages = 13;
-    state.dwNumberOfPrint = 14;
-    state.dwPrintDotsCount = 15;
-    state.dwPrinterNumOfPages = 16;
-    state.dwPrinterNumOfPrint = 17;
+    state.enSpplyType = -5;
+    state.dwRemainingToner = 0x100000000;
+    state.dwWasteToner = 0x1FFFFFFFF;
+    state.dwOPCRotation = 0x123456789ABC;
+    state.dwNumberOfPages = 0x7FFFFFFFFFFFFFFF;
+    state.dwNumberOfPrint = 0x8000000000000000;
+    state.dwPrintDotsCount = 0xFFFFFFFF00000000;
+    state.dwPrinterNumOfPages = 0xFEDCBA9876543210;
+    state.dwPrinterNumOfPrint = 0xFFFFFFFFFFFFFFFF;
     state.iFailCount = 7;
     return state;
 }
@@ -151,31 +84,4 @@ stPrinterState FilledState()
 stPrinterManager FilledPrinter(const QString& name)
 {
     return {PrinterFolder::Printer(name), FilledState()};
-}
-
-stPrinterManager Listed(QList<stPrinterManager>& list, int index)
-{
-    stPrinterManager printer;
-    if (!SharedPrinterList(&list).copy(index, printer)) {
-        qFatal("the list has no printer %d", index);
-    }
-    return printer;
-}
-
-void ReplaceList(QList<stPrinterManager>& list, const QList<stPrinterManager>& newList)
-{
-    QList<stPrinterInfo> infos;
-    for (const stPrinterManager& printer : newList) {
-        infos.append(printer.stInfo);
-    }
-    SharedPrinterList shared(&list);
-    const auto replace = [&] {
-        return shared.replaceIfChanged(
-            infos, [&newList] { return newList; }, [] {});
-    };
-    if (!replace()) {
-        shared.replaceIfChanged(
-            {}, [] { return QList<stPrinterManager>(); }, [] {});
-        replace();
-    }
 }

@@ -53,11 +53,12 @@ stPrinterState FullReplyState()
     return state;
 }
 
-QByteArray StandardBytes(RawStatus status, quint32 toner, const QVector<quint16>& errors)
+QByteArray StandardBytes(quint8 status, quint32 toner, const QVector<quint16>& errors, const QVector<quint16>& warnings)
 {
     StandardReply reply;
     reply.status = status;
     reply.errorCodes = errors;
+    reply.warningCodes = warnings;
     reply.supplies = {SupplyValue(SupplyField::RemainingToner, toner)};
     return EncodeStandardReply(reply);
 }
@@ -70,11 +71,16 @@ QByteArray StandardBytesOfSize(int bytes)
     return EncodeStandardReply(reply);
 }
 
-QByteArray QZBytes(quint8 tonerPercent)
+QByteArray QZItems(const QVector<ReplyRecord>& items)
 {
     QZReply reply;
-    reply.items = {QZMachineState(1), QZToner(tonerPercent)};
+    reply.items = items;
     return EncodeQZReply(reply);
+}
+
+QByteArray QZBytes(quint8 tonerPercent)
+{
+    return QZItems({QZMachineState(1), QZToner(tonerPercent)});
 }
 
 QByteArray RejectedBytes()
