@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "Descriptors.h"
 #include "PrinterFolder.h"
 #include "SampleRecords.h"
 #include "SampleReplies.h"
@@ -64,13 +65,6 @@ StatusWorker& FilledWorker(StatusWorker& worker)
 QString UntouchedWords()
 {
     return Words(FilledPrinter(QStringLiteral("Office")));
-}
-
-int LowestFreeDescriptor()
-{
-    const int descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    close(descriptor);
-    return descriptor;
 }
 
 } // namespace

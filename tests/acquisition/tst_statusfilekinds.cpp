@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "Descriptors.h"
 #include "PrinterFolder.h"
 #include "SampleRecords.h"
 #include "SampleReplies.h"
@@ -42,13 +43,6 @@ const QString Name = QStringLiteral("Office_K4510A");
 QByteArray LocalPath(const QString& name = Name)
 {
     return QFile::encodeName(PrinterFolder::StatusFilePath(name));
-}
-
-int LowestFreeDescriptor()
-{
-    const int descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    close(descriptor);
-    return descriptor;
 }
 
 } // namespace

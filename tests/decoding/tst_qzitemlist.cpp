@@ -99,11 +99,10 @@ void QZItemListTest::skipping()
 {
     QFETCH(const int, count);
     QFETCH(const QByteArray, items);
-    QFETCH(const unsigned long, statusCode);
 
     UtilPrinterStatus status;
     QCOMPARE(ParseQZ(status, QZReplyOf(count, items)), 1U);
-    QCOMPARE(status.dwStatus, statusCode);
+    QTEST(status.dwStatus, "statusCode");
 }
 
 void QZItemListTest::dataBeyondTheEnd_data()
@@ -166,11 +165,10 @@ void QZItemListTest::itemCount()
 {
     QFETCH(const int, count);
     QFETCH(const QByteArray, items);
-    QFETCH(const unsigned long, statusCode);
 
     UtilPrinterStatus status;
     QCOMPARE(ParseQZ(status, QZReplyOf(count, items)), 1U);
-    QCOMPARE(status.dwStatus, statusCode);
+    QTEST(status.dwStatus, "statusCode");
     QVERIFY(status.vecErrorCode.empty());
 }
 

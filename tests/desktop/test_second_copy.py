@@ -63,18 +63,3 @@ def test_copy_under_another_name(printers, start, program, tmp_path):
     assert other.icon.is_present()
     printers.report("Office", toner="49.5")
     other.wait_for_rows(("Office", "USB", "49.50%", "就绪"))
-
-
-@pytest.mark.parametrize("arguments", [["-hide"], ["-HIDE"], ["x", "-hide"]], ids=" ".join)
-def test_hides(start, arguments):
-    copy = start(*arguments)
-    # The answer comes from the event loop. A window would have been shown before that.
-    assert len(copy.icon.entries()) == 4
-    assert copy.program.children() == []
-    assert copy.windows() == []
-
-
-@pytest.mark.parametrize("arguments", [[], ["--hide"], ["hide"], ["-hidden"], ["-hide=1"]],
-                         ids=lambda arguments: " ".join(arguments) or "nothing")
-def test_does_not_hide(start, arguments):
-    start(*arguments).window()

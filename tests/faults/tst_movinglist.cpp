@@ -7,17 +7,15 @@
 #include "FaultRig.h"
 #include "PrinterFolder.h"
 #include "SampleReplies.h"
+#include "StoppableThread.h"
 
 #include <QTableWidget>
 #include <QtTest>
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <chrono>
 #include <fcntl.h>
-#include <functional>
-#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -63,38 +61,6 @@ QSet<QString> NamesInAnyPart(const QByteArray& text)
     }
     return names;
 }
-
-// Something that another program does repeatedly.
-class OtherProgram
-{
-public:
-    explicit OtherProgram(const std::function<void()>& action)
-        : m_thread([this, action] {
-            while (!m_isEnding) {
-                action();
-            }
-        })
-    {
-    }
-    ~OtherProgram()
-    {
-        stop();
-    }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-    void stop()
-    {
-        m_isEnding = true;
-        if (m_thread.joinable()) {
-            m_thread.join();
-        }
-    }
-
-private:
-    std::atomic<bool> m_isEnding{false};
-    std::thread m_thread;
-};
 
 // Writes the file in place, byte by byte.
 void WriteSlowly(const QByteArray& text)
@@ -201,7 +167,11 @@ void MovingListTest::rewrittenSlowly()
     QVERIFY(rig.waitUntil([&rig] { return rig.shown().count(Ready) == 4; }));
     ShownLists shown(rig);
     Start start{ProcessUse::now(), shown.workers()};
-    OtherProgram writer([&text] { WriteSlowly(text); });
+    StoppableThread writer([&text](const std::atomic<bool>& isEnding) {
+        while (!isEnding) {
+            WriteSlowly(text);
+        }
+    });
     const auto hasShown = [&rig, &shown](int lists) {
         return rig.waitUntil(
             [&shown, lists] {
@@ -236,11 +206,11 @@ void MovingListTest::changingTenTimesASecond()
     QVERIFY(rig.waitUntil([&rig] { return rig.shown().count(Ready) == 3; }));
     ShownLists shown(rig);
     Start start{ProcessUse::now(), shown.workers()};
-    std::size_t turn = 0;
-    OtherProgram writer([&turn, &sizes] {
-        PrinterFolder::WritePrinterList(Printers(sizes.at(turn % sizes.size())));
-        ++turn;
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    StoppableThread writer([&sizes](const std::atomic<bool>& isEnding) {
+        for (std::size_t turn = 0; !isEnding; ++turn) {
+            PrinterFolder::WritePrinterList(Printers(sizes.at(turn % sizes.size())));
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
     });
     const auto hasGrown = [&rig, &shown](int times) {
         return rig.waitUntil(

@@ -6,12 +6,13 @@
 
 #include "FaultRig.h"
 #include "PrinterFolder.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
+#include "StoppableThread.h"
 
 #include <QtTest>
 
-#include <atomic>
 #include <chrono>
 #include <fcntl.h>
 #include <functional>
@@ -119,7 +120,7 @@ QByteArray Cut(QByteArray bytes)
     return bytes;
 }
 
-// FilesThatNeverRest adds two more faults to those of this table.
+// NeverRest adds two more faults to those of this table.
 QVector<Fault> Faults()
 {
     const auto standard = Family::Standard;
@@ -162,47 +163,28 @@ QVector<Fault> Faults()
     };
 }
 
-// Two files that another thread writes all the time, alternately with 10 % and 20 % of toner. One is replaced. The
-// other is rewritten in place, so that readers mostly find it truncated.
-class FilesThatNeverRest
+// Rewrites the file in place, slowly, so that readers mostly find it truncated.
+void Rewrite(const QString& printer, const QByteArray& bytes)
 {
-public:
-    ~FilesThatNeverRest()
-    {
-        stop();
+    const int file = open(LocalPath(printer).constData(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+    Require(file >= 0);
+    for (const char byte : bytes) {
+        Require(write(file, &byte, 1) == 1);
+        std::this_thread::sleep_for(std::chrono::microseconds(100));
     }
-    void start(const QString& replaced, const QString& rewritten)
-    {
-        m_thread = std::thread([this, replaced, rewritten] {
-            for (quint8 percent = 10; !m_isEnding; percent = 30 - percent) {
-                PrinterFolder::WriteStatusFile(replaced, Ready(Family::Standard, percent));
-                rewrite(rewritten, Ready(Family::Standard, percent));
-            }
-        });
-    }
-    void stop()
-    {
-        m_isEnding = true;
-        if (m_thread.joinable()) {
-            m_thread.join();
-        }
-    }
+    close(file);
+}
 
-private:
-    static void rewrite(const QString& printer, const QByteArray& bytes)
-    {
-        const int file = open(LocalPath(printer).constData(), O_WRONLY | O_TRUNC | O_CLOEXEC);
-        Require(file >= 0);
-        for (const char byte : bytes) {
-            Require(write(file, &byte, 1) == 1);
-            std::this_thread::sleep_for(std::chrono::microseconds(100));
+// Writes two files all the time, with 10 % and 20 % of toner in turn: one is replaced, the other rewritten in place.
+std::unique_ptr<StoppableThread> NeverRest(const QString& replaced, const QString& rewritten)
+{
+    return std::make_unique<StoppableThread>([replaced, rewritten](const std::atomic<bool>& isEnding) {
+        for (quint8 percent = 10; !isEnding; percent = 30 - percent) {
+            PrinterFolder::WriteStatusFile(replaced, Ready(Family::Standard, percent));
+            Rewrite(rewritten, Ready(Family::Standard, percent));
         }
-        close(file);
-    }
-
-    std::atomic<bool> m_isEnding{false};
-    std::thread m_thread;
-};
+    });
+}
 
 } // namespace
 
@@ -233,7 +215,7 @@ private:
     const int m_replacedRow = m_faults.size();
     const int m_rewrittenRow = m_faults.size() + 1;
     const int m_rows = m_faults.size() + 2;
-    FilesThatNeverRest m_restless;
+    std::unique_ptr<StoppableThread> m_restless;
     std::unique_ptr<FaultRig> m_rig;
     QList<stPrinterManager> m_before;
     QList<stPrinterManager> m_after;
@@ -267,12 +249,12 @@ void StatusFileFaultsTest::strike()
     for (int row = 0; row < m_faults.size(); ++row) {
         m_faults.at(row).strike(printer(row));
     }
-    m_restless.start(printer(m_replacedRow), printer(m_rewrittenRow));
+    m_restless = NeverRest(printer(m_replacedRow), printer(m_rewrittenRow));
 }
 
 void StatusFileFaultsTest::heal()
 {
-    m_restless.stop();
+    m_restless.reset();
     for (int row = 0; row < m_rows; ++row) {
         rmdir(LocalPath(printer(row)).constData());
         const Family family = row < m_faults.size() ? m_faults.at(row).family : Family::Standard;
@@ -407,7 +389,7 @@ void StatusFileFaultsTest::thousandCycles()
 
 void StatusFileFaultsTest::cleanupTestCase()
 {
-    m_restless.stop();
+    m_restless.reset();
     m_rig.reset();
 }
 

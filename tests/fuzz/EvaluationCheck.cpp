@@ -5,6 +5,7 @@
 
 #include "decoding/UtilPrinterStatus.h"
 #include "Requirement.h"
+#include "SampleRecords.h"
 #include "StatusWorker.h"
 
 #include <algorithm>

@@ -137,25 +137,15 @@ Seeds QZReplies()
     return seeds;
 }
 
-SimulatedPrinter ListedPrinter(const QString& name, int connectType, const QString& port, const QString& uri)
-{
-    SimulatedPrinter printer;
-    printer.name = name;
-    printer.model = QStringLiteral("K4510A");
-    printer.connectType = connectType;
-    printer.port = port;
-    printer.uri = uri;
-    return printer;
-}
-
 Seeds PrinterLists()
 {
-    const auto usb = ListedPrinter(QStringLiteral("办公室_K4510A"), ConnectTypeUsb, QStringLiteral("USB001"),
-                                   QStringLiteral("usb://Tolmar/QV%20K4510A?serial=QVK451A000173"));
-    const auto network = ListedPrinter(QStringLiteral("Lab_J4990E"), ConnectTypeNetwork, QStringLiteral("10.0.0.9"),
-                                       QStringLiteral("socket://10.0.0.9:9100"));
-    const auto awkward = ListedPrinter(QStringLiteral("@Variant(\\x41, \"b\"; c)"), -1, QStringLiteral("  a,b;c  "),
-                                       QStringLiteral("@@[Main]=%s"));
+    const QString model = QStringLiteral("K4510A");
+    const SimulatedPrinter usb{QStringLiteral("办公室_K4510A"), model, ConnectTypeUsb, QStringLiteral("USB001"),
+                               QStringLiteral("usb://Tolmar/QV%20K4510A?serial=QVK451A000173")};
+    const SimulatedPrinter network{QStringLiteral("Lab_J4990E"), model, ConnectTypeNetwork, QStringLiteral("10.0.0.9"),
+                                   QStringLiteral("socket://10.0.0.9:9100")};
+    const SimulatedPrinter awkward{QStringLiteral("@Variant(\\x41, \"b\"; c)"), model, -1, QStringLiteral("  a,b;c  "),
+                                   QStringLiteral("@@[Main]=%s")};
     return {
         {QStringLiteral("printer-list/no-printers.ini"), EncodePrinterList({})},
         {QStringLiteral("printer-list/two-printers.ini"), EncodePrinterList({usb, network})},

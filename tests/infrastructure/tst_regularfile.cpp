@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "Descriptors.h"
 #include "infrastructure/RegularFile.h"
 #include "PrinterFolder.h"
 
@@ -72,13 +73,6 @@ bool MakeSocket(const char* name)
     const bool isBound = bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
     close(descriptor);
     return isBound;
-}
-
-int LowestFreeDescriptor()
-{
-    const int descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    close(descriptor);
-    return descriptor;
 }
 
 } // namespace

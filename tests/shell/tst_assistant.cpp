@@ -13,8 +13,6 @@
 #include <QStandardPaths>
 #include <QtTest>
 
-#include <csignal>
-
 namespace {
 
 constexpr int ManyPrinters = 50;
@@ -91,14 +89,9 @@ private slots:
 
     void startsHidden_data();
     void startsHidden();
-    void trayItem();
-    void trayItemStaysWhenWindowIsClosed();
     void windowOfFixedSize();
-    void exitByTrayMenu();
-    void exitClosesAnOpenDialog();
     void stopsAtOnce();
     void stopsInSpiteOfAHangingCommand();
-    void firmwareToolOutlivesTheProgram();
     void sideEffects();
     void steadyState();
 };
@@ -145,31 +138,6 @@ void AssistantTest::startsHidden()
     QVERIFY(assistant.isRunning());
 }
 
-void AssistantTest::trayItem()
-{
-    AssistantProcess assistant;
-    QVERIFY(assistant.startIntoTray({QStringLiteral("-hide")}));
-    QCOMPARE(assistant.toolTip(), Title());
-    QCOMPARE(assistant.menu(),
-             (QStringList{QStringLiteral("显示主界面"), QStringLiteral("打印机更新助手"), QStringLiteral("设置"),
-                          QStringLiteral("退出")}));
-    QVERIFY(!IsWindowVisible());
-    assistant.activate();
-    QTRY_VERIFY(IsWindowVisible());
-}
-
-void AssistantTest::trayItemStaysWhenWindowIsClosed()
-{
-    AssistantProcess assistant;
-    QVERIFY(assistant.startIntoTray());
-    QTRY_VERIFY(IsWindowVisible());
-    QVERIFY(PressUntilGone(Title(), QStringLiteral("alt+F4")));
-    QVERIFY(assistant.hasTrayItem());
-    QVERIFY(assistant.chooseFromMenu(QStringLiteral("显示主界面")));
-    QTRY_VERIFY(IsWindowVisible());
-    QVERIFY(assistant.isRunning());
-}
-
 void AssistantTest::windowOfFixedSize()
 {
     AssistantProcess assistant;
@@ -185,28 +153,6 @@ void AssistantTest::windowOfFixedSize()
     QVERIFY(!properties().contains(QStringLiteral("_NET_WM_ACTION_MAXIMIZE")));
     QVERIFY(properties().contains(QStringLiteral("minimum size: 600 by 300")));
     QVERIFY(properties().contains(QStringLiteral("maximum size: 600 by 300")));
-}
-
-void AssistantTest::exitByTrayMenu()
-{
-    AssistantProcess assistant;
-    QVERIFY(assistant.startIntoTray());
-    QTRY_VERIFY(IsWindowVisible());
-    QVERIFY(assistant.chooseFromMenu(QStringLiteral("退出")));
-    QCOMPARE(assistant.waitForExit(), 0);
-    QVERIFY(!IsWindowVisible());
-    QTRY_VERIFY(!assistant.hasTrayItem());
-}
-
-void AssistantTest::exitClosesAnOpenDialog()
-{
-    AssistantProcess assistant;
-    QVERIFY(assistant.startIntoTray({QStringLiteral("-hide")}));
-    QVERIFY(assistant.chooseFromMenu(QStringLiteral("设置")));
-    QTRY_COMPARE(VisibleWindows(QStringLiteral("设置")).size(), 1);
-    QVERIFY(!IsWindowVisible());
-    QVERIFY(assistant.chooseFromMenu(QStringLiteral("退出")));
-    QCOMPARE(assistant.waitForExit(), 0);
 }
 
 void AssistantTest::stopsAtOnce()
@@ -239,24 +185,6 @@ void AssistantTest::stopsInSpiteOfAHangingCommand()
     const qint64 elapsedMs = timer.elapsed();
     qInfo("with a hanging command the program ended in %lld ms", elapsedMs);
     QVERIFY2(elapsedMs < HangingThreadMs + StopLimitMs, qPrintable(QString::number(elapsedMs)));
-}
-
-void AssistantTest::firmwareToolOutlivesTheProgram()
-{
-    const QString tool = QStringLiteral("/opt/tolmar/tolmar-printer-q727/bin/tolmarQ727FW");
-    const QString record = QStringLiteral("/tmp/firmware-tool");
-    QVERIFY(QDir().mkpath(QStringLiteral("/opt/tolmar/tolmar-printer-q727/bin")));
-    PrinterFolder::WriteFile(tool, "#!/bin/sh\necho $$ $# >/tmp/firmware-tool\nexec sleep 60\n");
-    QVERIFY(QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    AssistantProcess assistant;
-    QVERIFY(assistant.startIntoTray({QStringLiteral("-hide")}));
-    QVERIFY(assistant.chooseFromMenu(QStringLiteral("打印机更新助手")));
-    QTRY_VERIFY(QFileInfo(record).size() > 0);
-    const QStringList call = QString::fromLatin1(PrinterFolder::ReadFile(record)).trimmed().split(QLatin1Char(' '));
-    QVERIFY(assistant.chooseFromMenu(QStringLiteral("退出")));
-    QCOMPARE(assistant.waitForExit(), 0);
-    QCOMPARE(call.last(), QStringLiteral("0"));
-    QCOMPARE(kill(call.first().toInt(), SIGKILL), 0); // the tool was still running
 }
 
 void AssistantTest::sideEffects()

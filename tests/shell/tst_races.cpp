@@ -4,17 +4,17 @@
 #include "discovery/TrdDeviceManage.h"
 #include "PrinterFolder.h"
 #include "records/SharedPrinterList.h"
+#include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
+#include "StoppableThread.h"
 #include "TestWindow.h"
 
 #include <QTableWidget>
 #include <QtTest>
 
-#include <atomic>
 #include <chrono>
 #include <memory>
-#include <thread>
 #include <vector>
 
 // Runs everything that shares the printer list at once, while the list is replaced many times a second. The thread
@@ -95,28 +95,22 @@ public:
 
     /// If there is a `window`, it receives the signals of its device manager from here, too.
     ListReplacer(QList<stPrinterManager>* list, ListOfRound listOfRound, BrelPrinterToolWidget* window = nullptr)
-        : m_thread([this, list, listOfRound, window] { run(list, listOfRound, window); })
+        : m_thread([this, list, listOfRound, window](const std::atomic<bool>& isEnding) {
+            run(isEnding, list, listOfRound, window);
+        })
     {
     }
-    ~ListReplacer()
-    {
-        stop();
-    }
-    ListReplacer(const ListReplacer&) = delete;
-    ListReplacer& operator=(const ListReplacer&) = delete;
 
     /// Stops the thread. Returns how often the list was replaced.
     int stop()
     {
-        m_isEnding = true;
-        if (m_thread.joinable()) {
-            m_thread.join();
-        }
+        m_thread.stop();
         return m_replacements;
     }
 
 private:
-    void run(QList<stPrinterManager>* list, ListOfRound listOfRound, BrelPrinterToolWidget* window)
+    void run(const std::atomic<bool>& isEnding, QList<stPrinterManager>* list, ListOfRound listOfRound,
+             BrelPrinterToolWidget* window)
     {
         TrdDeviceManage manager(nullptr);
         manager.Init(list);
@@ -126,7 +120,7 @@ private:
                              &BrelPrinterToolWidget::SlotUpdatePrinterList);
         }
         auto next = std::chrono::steady_clock::now();
-        for (int round = 1; !m_isEnding; ++round) {
+        for (int round = 1; !isEnding; ++round) {
             PrinterFolder::WritePrinterList(listOfRound(round));
             // The stop is requested beforehand, so that the pass ends before the pause.
             manager.bThreadQuit = true;
@@ -138,9 +132,8 @@ private:
         }
     }
 
-    std::atomic<bool> m_isEnding{false};
     int m_replacements = 0; ///< owned by the thread until it has ended
-    std::thread m_thread; ///< the last member: it uses the others
+    StoppableThread m_thread; ///< the last member: it uses the others
 };
 
 // Copies the list repeatedly, as the window does, and checks that each printer has its own toner level or none.
@@ -148,27 +141,18 @@ class ListReader
 {
 public:
     explicit ListReader(QList<stPrinterManager>& list)
-        : m_thread([this, &list] {
-            while (!m_isEnding) {
+        : m_thread([this, &list](const std::atomic<bool>& isEnding) {
+            while (!isEnding) {
                 for (int i = 0; i < LongestList && look(list, i); ++i) { }
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
             }
         })
     {
     }
-    ~ListReader()
-    {
-        stop();
-    }
-    ListReader(const ListReader&) = delete;
-    ListReader& operator=(const ListReader&) = delete;
 
     void stop()
     {
-        m_isEnding = true;
-        if (m_thread.joinable()) {
-            m_thread.join();
-        }
+        m_thread.stop();
     }
     /// Only valid after stop(): the number of records that a worker had filled, and the last wrong one.
     int filledRecords() const
@@ -195,10 +179,9 @@ private:
         return true;
     }
 
-    std::atomic<bool> m_isEnding{false};
     int m_filledRecords = 0; ///< like the next member, owned by the thread until it has ended
     QString m_mixedUp;
-    std::thread m_thread;
+    StoppableThread m_thread;
 };
 
 bool HasEveryRowItsToner(const TestWindow& window)

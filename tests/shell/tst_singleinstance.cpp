@@ -3,7 +3,6 @@
 
 // Tests the real program beside others of its name.
 
-#include "Accessibility.h"
 #include "AssistantProcess.h"
 #include "PrinterFolder.h"
 
@@ -101,11 +100,8 @@ public:
 private slots:
     void init();
 
-    void boxOfASecondCopy();
     void looksOfTheBox();
     void boxClosedByItsTitleBar();
-    void secondCopyIgnoresHide();
-    void copyUnderAnotherName();
     void namesAreCutTo15Characters();
     void otherProcesses_data();
     void otherProcesses();
@@ -122,36 +118,6 @@ void SingleInstanceTest::init()
 {
     PrinterFolder::Create();
     QTRY_COMPARE(VisibleWindows(Title()), QStringList());
-}
-
-void SingleInstanceTest::boxOfASecondCopy()
-{
-    if (!IsAccessibilityAvailable()) {
-        QSKIP("this machine has no accessibility bus (package at-spi2-core)");
-    }
-    AssistantProcess first;
-    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
-    AssistantProcess second;
-    second.setEnvironment(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
-    QVERIFY(second.start());
-    QVERIFY(ShowsBoxAlone(second));
-    QList<AccessibleObject> objects;
-    QTRY_VERIFY(!(objects = AccessibleObjects(AssistantProcess::fileName())).isEmpty());
-    QStringList texts;
-    AccessibleObject button;
-    for (const AccessibleObject& object : qAsConst(objects)) {
-        if (!object.name.isEmpty()) {
-            texts.append(object.name);
-            button = object; // the last object with a text
-        }
-    }
-    QCOMPARE(texts,
-             (QStringList{QStringLiteral("拓玛激光打印助手"), QStringLiteral("拓玛激光打印助手已经处于运行中！"),
-                          QStringLiteral("确  定")}));
-    QVERIFY(DoAction(button));
-    QCOMPARE(second.waitForExit(), 0);
-    QVERIFY(first.isRunning());
-    QVERIFY(first.hasTrayItem());
 }
 
 // Compares icon, text and button pixel by pixel.
@@ -190,27 +156,6 @@ void SingleInstanceTest::boxClosedByItsTitleBar()
     QVERIFY(PressUntilGone(Title(), QStringLiteral("alt+F4")));
     QCOMPARE(second.waitForExit(), 0);
     QVERIFY(first.isRunning());
-}
-
-void SingleInstanceTest::secondCopyIgnoresHide()
-{
-    AssistantProcess first;
-    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
-    AssistantProcess second;
-    QVERIFY(second.start({QStringLiteral("-hide")}));
-    QVERIFY(ShowsBoxAlone(second));
-    QVERIFY(PressUntilGone(Title(), QStringLiteral("Return")));
-    QCOMPARE(second.waitForExit(), 0);
-}
-
-void SingleInstanceTest::copyUnderAnotherName()
-{
-    AssistantProcess first;
-    QVERIFY(first.startIntoTray({QStringLiteral("-hide")}));
-    AssistantProcess other(CopyOfAssistant(QStringLiteral("Assistant")));
-    QVERIFY(other.startIntoTray({QStringLiteral("-hide")}));
-    QVERIFY(first.hasTrayItem());
-    QVERIFY(other.hasTrayItem());
 }
 
 void SingleInstanceTest::namesAreCutTo15Characters()

@@ -96,7 +96,7 @@ void ReportCancelling(SimulatedPrinter& printer)
 void ReportReady(SimulatedPrinter& printer, int index)
 {
     const bool isQZ = printer.family == PrinterFamily::QZ;
-    printer.status = isQZ ? RawReadyQZ : RawReady;
+    printer.status = isQZ ? RawReadyQZ : quint8{RawReady};
     printer.errorCodes.clear();
     printer.warningCodes.clear();
     printer.supplies[SupplyField::RemainingToner] =

@@ -93,14 +93,9 @@ void AssistantProcess::traceTo(const QString& tracePath)
 {
     m_tracePath = tracePath;
     // A leak checker in the program fails under strace.
-    const QString options = m_process.processEnvironment().value(QStringLiteral("ASAN_OPTIONS"));
-    setEnvironment(QStringLiteral("ASAN_OPTIONS"), options + QStringLiteral(":detect_leaks=0"));
-}
-
-void AssistantProcess::setEnvironment(const QString& name, const QString& value)
-{
+    const QString options = QStringLiteral("ASAN_OPTIONS");
     QProcessEnvironment environment = m_process.processEnvironment();
-    environment.insert(name, value);
+    environment.insert(options, environment.value(options) + QStringLiteral(":detect_leaks=0"));
     m_process.setProcessEnvironment(environment);
 }
 
@@ -233,13 +228,6 @@ bool AssistantProcess::chooseFromMenu(const QString& label) const
         }
     }
     return false;
-}
-
-void AssistantProcess::activate() const
-{
-    QDBusInterface item(m_trayItem, QStringLiteral("/StatusNotifierItem"),
-                        QStringLiteral("org.kde.StatusNotifierItem"));
-    item.call(QStringLiteral("Activate"), 0, 0);
 }
 
 QString AssistantProcess::fileName()

@@ -19,7 +19,6 @@ public:
 
     /// Makes start() run the program under strace, which writes to `tracePath`.
     void traceTo(const QString& tracePath);
-    void setEnvironment(const QString& name, const QString& value);
     /// Returns false if the program's tray item, or its window unless `arguments` hide it, does not appear in time.
     bool startIntoTray(const QStringList& arguments = {});
     /// Starts the program and waits only for the process.
@@ -35,8 +34,6 @@ public:
     /// The labels of the tray menu. An entry with further properties has them after its label.
     QStringList menu() const;
     bool chooseFromMenu(const QString& label) const;
-    /// Clicks on the tray item.
-    void activate() const;
 
     static QString fileName();
 

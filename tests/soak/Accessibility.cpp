@@ -78,11 +78,6 @@ void AppendDescendants(const AccessibleObject& parent, QList<AccessibleObject>& 
 
 } // namespace
 
-bool IsAccessibilityAvailable()
-{
-    return AccessibilityBus().isConnected();
-}
-
 QList<AccessibleObject> AccessibleObjects(const QString& name)
 {
     const AccessibleObject desktop{
@@ -95,11 +90,4 @@ QList<AccessibleObject> AccessibleObjects(const QString& name)
         }
     }
     return objects;
-}
-
-bool DoAction(const AccessibleObject& object)
-{
-    const QDBusReply<bool> reply =
-        Call(AccessibilityBus(), object, QStringLiteral("org.a11y.atspi.Action"), QStringLiteral("DoAction"), {0});
-    return reply.value();
 }

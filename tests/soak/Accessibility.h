@@ -15,9 +15,5 @@ struct AccessibleObject
     QString name; ///< the text
 };
 
-/// Whether the machine has an accessibility bus.
-bool IsAccessibilityAvailable();
 /// All objects of the program called `name`, each window before its content. Empty until the program is registered.
 QList<AccessibleObject> AccessibleObjects(const QString& name);
-/// Performs an object's first action, for example presses a button.
-bool DoAction(const AccessibleObject& object);
