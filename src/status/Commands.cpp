@@ -50,6 +50,26 @@ const QVector<Command>& Commands()
          "逐字节解释状态文件（--family standard|qz）",
          RunDecode,
          {{"family", "FAMILY", "standard,qz"}}},
+        {"watch",
+         "",
+         0,
+         0,
+         "table,json",
+         false,
+         "a line for each change, until Ctrl-C",
+         "每次变化输出一行，直到按 Ctrl-C",
+         RunWatch,
+         {}},
+        {"record",
+         "FILE",
+         1,
+         1,
+         "table",
+         false,
+         "what happens until Ctrl-C, for printer-simulator",
+         "记录到按 Ctrl-C 为止，供 printer-simulator 回放",
+         RunRecord,
+         {}},
         {"metrics",
          "",
          0,
@@ -88,8 +108,7 @@ PrinterReports ReadReports(const CommandLine& line, int& exitCode)
 {
     PrinterReports reports = StatusFolder(line.directory).read();
     if (!reports.isListReadable) {
-        Complain(Pick(line.language, "cannot read the printer list in %1", "无法读取 %1 中的打印机列表")
-                     .arg(line.directory));
+        ComplainAboutList(line);
         exitCode = ExitNotRead;
     }
     for (PrinterReport& report : reports.printers) {
@@ -119,4 +138,10 @@ bool Print(const QByteArray& text)
 void Complain(const QString& message)
 {
     std::fprintf(stderr, "tolmar-q727-status: %s\n", SafeText(message).toUtf8().constData());
+}
+
+void ComplainAboutList(const CommandLine& line)
+{
+    Complain(
+        Pick(line.language, "cannot read the printer list in %1", "无法读取 %1 中的打印机列表").arg(line.directory));
 }

@@ -39,6 +39,8 @@ const Command* FindCommand(const QString& name);
 int RunList(const CommandLine& line);
 int RunShow(const CommandLine& line);
 int RunDecode(const CommandLine& line);
+int RunWatch(const CommandLine& line);
+int RunRecord(const CommandLine& line);
 int RunMetrics(const CommandLine& line);
 /// Returns an exit code of monitoring plug-ins.
 int RunCheck(const CommandLine& line);
@@ -52,3 +54,4 @@ PrinterReports ReadReports(const CommandLine& line, int& exitCode);
 bool Print(const QByteArray& text);
 /// Writes a line to the standard error, with escaped control characters.
 void Complain(const QString& message);
+void ComplainAboutList(const CommandLine& line);

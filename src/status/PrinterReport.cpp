@@ -110,10 +110,17 @@ void HideSerialNumbers(DecodedReply& reply)
 {
     reply.state.strPrinterSerialNumber.clear();
     reply.state.strSupplySerialNumber.clear();
-    for (const PlacedField& placed : qAsConst(reply.layout.fields)) {
-        if (placed.field == ReplyField::SerialNumber || placed.field == ReplyField::SupplySerialNumber) {
-            reply.bytes.replace(placed.offset, placed.size, QByteArray(placed.size, '\0'));
+    const auto hide = [&reply](ReplyField field, int offset, int size) {
+        const int header = field == ReplyField::SupplySerialNumber ? static_cast<int>(SupplyHeaderBytes) : 0;
+        if (size > header && (field == ReplyField::SerialNumber || field == ReplyField::SupplySerialNumber)) {
+            reply.bytes.replace(offset + header, size - header, QByteArray(size - header, '*'));
         }
+    };
+    for (const PlacedField& placed : qAsConst(reply.layout.fields)) {
+        hide(placed.field, placed.offset, placed.size);
+    }
+    if (reply.layout.fault) {
+        hide(reply.layout.fault->field, reply.layout.fault->offset, reply.layout.fault->left);
     }
     if (reply.fields) {
         const auto fields = std::make_shared<UtilPrinterStatus>(*reply.fields);

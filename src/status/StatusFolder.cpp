@@ -65,29 +65,32 @@ void StatusFolder::readList()
     }
 }
 
+// Writes to the list of reports only when something has changed: a copy that a caller keeps is then still shared.
 void StatusFolder::readReport(int index)
 {
-    PrinterReport& report = m_reports.printers[index];
+    const PrinterReport& old = m_reports.printers.at(index);
     StatusFile& file = m_files.at(static_cast<std::size_t>(index));
-    const PrinterFamily& family = FamilyOf(report.info.strPrinterName);
+    const QString& name = old.info.strPrinterName;
     std::array<unsigned char, ReplyLimitBytes> buffer{};
     unsigned long length = 0;
     // Like the assistant: the file of an off-line printer is read again even if its timestamp is the same.
-    const auto result = file.read(report.info.strPrinterName, !report.isOnline(), buffer.data(), buffer.size(), length);
-    report.modified = file.lastModified();
-    switch (result) {
-    case StatusFile::Read::Unchanged:
+    const auto result = file.read(name, !old.isOnline(), buffer.data(), buffer.size(), length);
+    if (result == StatusFile::Read::Unchanged) {
         return;
-    case StatusFile::Read::Missing:
-    case StatusFile::Read::Unreadable:
-        report.reply = DecodedReply();
-        report.result = result == StatusFile::Read::Missing ? ReportResult::Missing : ReportResult::Unreadable;
-        break;
-    case StatusFile::Read::Done:
-        report.reply =
-            DecodeReply(family, QByteArray(reinterpret_cast<const char*>(buffer.data()), static_cast<int>(length)));
-        report.result = report.reply.isAccepted ? ReportResult::Accepted : ReportResult::Rejected;
-        break;
     }
-    report.reply.family = &family;
+    PrinterReport report;
+    report.info = old.info;
+    report.modified = file.lastModified();
+    if (result == StatusFile::Read::Done) {
+        const QByteArray bytes(reinterpret_cast<const char*>(buffer.data()), static_cast<int>(length));
+        report.reply = DecodeReply(FamilyOf(name), bytes);
+        report.result = report.reply.isAccepted ? ReportResult::Accepted : ReportResult::Rejected;
+    } else {
+        report.reply.family = &FamilyOf(name);
+        report.result = result == StatusFile::Read::Missing ? ReportResult::Missing : ReportResult::Unreadable;
+    }
+    if (report.result != old.result || report.modified != old.modified || report.reply.bytes != old.reply.bytes ||
+        report.reply.family != old.reply.family) {
+        m_reports.printers[index] = report;
+    }
 }

@@ -274,7 +274,7 @@ void PrinterSimulatorTest::wrongUse_data()
                                         << QByteArray("printer-simulator: cannot read /: ");
     QTest::newRow("endless scenario")
         << QStringList(QStringLiteral("/dev/zero"))
-        << QByteArray("printer-simulator: /dev/zero is longer than a scenario may be (1048576 bytes)\n");
+        << QByteArray("printer-simulator: /dev/zero is longer than a scenario may be (16777216 bytes)\n");
 }
 
 void PrinterSimulatorTest::wrongUse()

@@ -85,11 +85,11 @@ void ScenarioErrorsTest::badLines_data()
     row("long supply serial", "printer P\nsupply-serial " + QByteArray(65, 's'),
         "2: the text has 65 bytes, more than 64");
     row("standard property of qz", "printer P qz\nserial S\n", "2: a QZ printer does not report \"serial\"");
-    row("garbage odd digits", "printer P\ngarbage 0 1 2\n", "2: garbage must be pairs of hexadecimal digits");
-    row("garbage no digits", "printer P\ngarbage xy\n", "2: garbage must be pairs of hexadecimal digits");
-    row("garbage not latin", "printer P\ngarbage 办公\n", "2: garbage must be pairs of hexadecimal digits");
+    row("garbage odd digits", "printer P\ngarbage 0 1 2\n", "2: the bytes must be pairs of hexadecimal digits");
+    row("garbage no digits", "printer P\ngarbage xy\n", "2: the bytes must be pairs of hexadecimal digits");
+    row("garbage not latin", "printer P\ngarbage 办公\n", "2: the bytes must be pairs of hexadecimal digits");
     row("garbage too long", "printer P\ngarbage " + QByteArray("00").repeated(65537),
-        "2: garbage may have at most 65536 bytes");
+        "2: a status file may have at most 65536 bytes");
     row("truncate to the full size", "printer P qz\ntruncate 57\n",
         "2: the current reply has 57 bytes; truncate needs a smaller number");
     row("truncate by no number", "printer P qz\ntruncate all\n",

@@ -119,10 +119,10 @@ QString SetGarbage(SimulatedPrinter& printer, const QStringList& values)
     const QByteArray digits = values.join(QString()).toLatin1();
     const QByteArray bytes = QByteArray::fromHex(digits);
     if (bytes.toHex() != digits.toLower()) {
-        return QStringLiteral("garbage must be pairs of hexadecimal digits");
+        return QStringLiteral("the bytes must be pairs of hexadecimal digits");
     }
     if (bytes.size() > MaximumGarbageBytes) {
-        return QStringLiteral("garbage may have at most %1 bytes").arg(MaximumGarbageBytes);
+        return QStringLiteral("a status file may have at most %1 bytes").arg(MaximumGarbageBytes);
     }
     printer.content = StatusFileContent::Raw;
     printer.rawContent = values.isEmpty() ? RejectedReply() : bytes;
@@ -230,6 +230,7 @@ const QHash<QString, PrinterProperty>& Properties()
         {QStringLiteral("printer-prints"), ReportNumber(SupplyField::PrinterPrints)},
         {QStringLiteral("vanish"), {PropertyKind::File, 0, 0, Vanish}},
         {QStringLiteral("garbage"), {PropertyKind::File, 0, MaximumGarbageBytes, SetGarbage}},
+        {QStringLiteral("reply"), {PropertyKind::File, 1, MaximumGarbageBytes, SetGarbage}},
         {QStringLiteral("truncate"), {PropertyKind::File, 1, 1, Truncate}},
         {QStringLiteral("refresh"), {PropertyKind::File, 0, 0, Refresh}},
     };

@@ -1,14 +1,15 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
+#include "infrastructure/StopSignals.h"
 #include "ScenarioParser.h"
 #include "ScenarioPlayer.h"
-#include "StopSignals.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -17,7 +18,9 @@ constexpr int ExitDone = 0;
 constexpr int ExitFailure = 1; // wrong arguments, or a file that cannot be read or written
 constexpr int ExitBadScenario = 2;
 
-constexpr qint64 LargestScenarioBytes = 1 << 20;
+constexpr qint64 LargestScenarioBytes = 16 << 20; // a recorded day
+constexpr double SlowestSpeed = 0.01;
+constexpr double FastestSpeed = 1000;
 
 const char* const DriverDirectory = "/opt/tolmar/tolmar-printer-q727/cfg";
 
@@ -35,7 +38,7 @@ int ReportErrors(const QString& fileName, const QVector<ScenarioError>& errors)
     return ExitBadScenario;
 }
 
-int PlayFile(const QString& fileName, const QString& directory, const StopSignals& stopSignals)
+int PlayFile(const QString& fileName, const QString& directory, double speed, const StopSignals& stopSignals)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -57,8 +60,8 @@ int PlayFile(const QString& fileName, const QString& directory, const StopSignal
         return Fail(QStringLiteral("cannot create the folder %1").arg(directory));
     }
     ScenarioPlayer player(parsed.scenario, QDir(directory));
-    const auto wait = [&stopSignals](std::chrono::milliseconds time) {
-        return stopSignals.sleep(time);
+    const auto wait = [&stopSignals, speed](std::chrono::milliseconds time) {
+        return stopSignals.sleep(std::chrono::milliseconds(std::llround(static_cast<double>(time.count()) / speed)));
     };
     return player.play(wait) ? ExitDone : Fail(player.errorText());
 }
@@ -80,6 +83,10 @@ int main(int argc, char* argv[])
                                        QStringLiteral("Write into <folder>, which is created if it is missing."),
                                        QStringLiteral("folder"), QLatin1String(DriverDirectory));
     parser.addOption(directory);
+    const QCommandLineOption speed(QStringLiteral("speed"),
+                                   QStringLiteral("Play <factor> times as fast: 0.01 to 1000."),
+                                   QStringLiteral("factor"), QStringLiteral("1"));
+    parser.addOption(speed);
     if (!parser.parse(QCoreApplication::arguments())) {
         return Fail(parser.errorText());
     }
@@ -91,5 +98,10 @@ int main(int argc, char* argv[])
     if (scenarios.size() != 1) {
         return Fail(QStringLiteral("give one scenario file; see --help"));
     }
-    return PlayFile(scenarios.first(), parser.value(directory), stopSignals);
+    bool isNumber = false;
+    const double factor = parser.value(speed).toDouble(&isNumber);
+    if (!isNumber || !(factor >= SlowestSpeed && factor <= FastestSpeed)) {
+        return Fail(QStringLiteral("--speed needs a number from 0.01 to 1000"));
+    }
+    return PlayFile(scenarios.first(), parser.value(directory), factor, stopSignals);
 }

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
-#include "StopSignals.h"
+
+#include "infrastructure/StopSignals.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
+// SPDX-License-Identifier: MIT
+
+#include "infrastructure/StopSignals.h"
+#include "status/Commands.h"
+#include "status/ScenarioRecorder.h"
+#include "status/StatusFolder.h"
+
+#include <QSaveFile>
+
+namespace {
+
+using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
+
+// Shorter than the assistant's interval of a second, so that the order of changes is not lost.
+constexpr milliseconds PollingInterval(200);
+constexpr int PollsPerList = 5;
+constexpr milliseconds SavingInterval = std::chrono::minutes(1);
+// What printer-simulator reads at most, less the largest step.
+constexpr int LargestRecordBytes = 14 << 20;
+
+// The file is replaced as a whole: it is never half-written.
+bool Save(const QString& path, const ScenarioRecorder& recorder)
+{
+    QSaveFile file(path);
+    const QByteArray text = recorder.text();
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit()) {
+        return true;
+    }
+    Complain(QStringLiteral("cannot write %1: %2").arg(path, file.errorString()));
+    return false;
+}
+
+PrinterReports WithoutSerialNumbers(PrinterReports reports)
+{
+    for (PrinterReport& report : reports.printers) {
+        HideSerialNumbers(report);
+    }
+    return reports;
+}
+
+int Summarise(const ScenarioRecorder& recorder, const CommandLine& line)
+{
+    for (const QString& name : recorder.refusedNames()) {
+        Complain(Pick(line.language, "cannot record a printer called \"%1\"", "无法记录名为“%1”的打印机").arg(name));
+    }
+    Complain(Pick(line.language, "%1 steps recorded in %2", "已记录 %1 步到 %2")
+                 .arg(QString::number(recorder.stepCount()), line.arguments.first()));
+    return recorder.refusedNames().isEmpty() ? ExitDone : ExitNotRead;
+}
+
+} // namespace
+
+int RunRecord(const CommandLine& line)
+{
+    const StopSignals stopSignals;
+    StatusFolder folder(line.directory);
+    ScenarioRecorder recorder;
+    const Clock::time_point start = Clock::now();
+    Clock::time_point lastSaved;
+    int savedSteps = -1;
+    PrinterReports last;
+    for (int poll = 0;; poll = (poll + 1) % PollsPerList) {
+        const PrinterReports& reports = folder.read(poll == 0);
+        if (savedSteps < 0 && !reports.isListReadable) {
+            ComplainAboutList(line);
+        }
+        const Clock::time_point now = Clock::now();
+        if (savedSteps < 0 || !reports.printers.isSharedWith(last.printers)) {
+            last = reports;
+            recorder.record(line.hidesSerialNumbers ? WithoutSerialNumbers(reports) : reports,
+                            std::chrono::duration_cast<milliseconds>(now - start));
+        }
+        const bool isFull = recorder.sizeBytes() > LargestRecordBytes;
+        const bool isEnd = isFull || !stopSignals.sleep(PollingInterval);
+        if (isEnd || savedSteps < 0 || (recorder.stepCount() > savedSteps && now - lastSaved >= SavingInterval)) {
+            if (!Save(line.arguments.first(), recorder)) {
+                return ExitNotRead;
+            }
+            savedSteps = recorder.stepCount();
+            lastSaved = now;
+        }
+        if (isFull) {
+            Complain(Pick(line.language, "the record is full", "记录已满"));
+        }
+        if (isEnd) {
+            return Summarise(recorder, line);
+        }
+    }
+}
