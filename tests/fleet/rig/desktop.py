@@ -4,6 +4,7 @@
 import os
 import pathlib
 import subprocess
+import urllib.parse
 
 from rig.engines import Service
 
@@ -111,6 +112,7 @@ class Desktop:
         after = os.times()
         return after.children_user - before.children_user + after.children_system - before.children_system
 
-    def scrape(self):
-        """The exporter's page; None while it starts."""
-        return self.exporter.fetch(f"http://{self.address}/metrics")
+    def scrape(self, *collectors):
+        """The exporter's page, of these collectors or all; None while it starts."""
+        query = urllib.parse.urlencode([("collect[]", collector) for collector in collectors])
+        return self.exporter.fetch(f"http://{self.address}/metrics?{query}")

@@ -24,9 +24,10 @@ def hasten(rules, seconds):
 
 
 class Server:
-    """`interval` is between scrapes, `waiting` is how long an alert waits before it fires, both in seconds."""
+    """`interval` is between scrapes, `waiting` is how long an alert waits before it fires, both in seconds.
+    `collectors` are those of the exporters; default: all."""
 
-    def __init__(self, folder, engines, desktops, rules, interval, waiting):
+    def __init__(self, folder, engines, desktops, rules, interval, waiting, collectors=()):
         folder = pathlib.Path(folder)
         folder.mkdir()
         (folder / "rules.yml").write_text(hasten(rules, waiting), encoding="utf-8")
@@ -34,7 +35,7 @@ class Server:
             "global": {"scrape_interval": duration(interval), "evaluation_interval": duration(interval),
                        "scrape_timeout": duration(interval)},
             "rule_files": ["rules.yml"],
-            "scrape_configs": [{"job_name": "node",
+            "scrape_configs": [{"job_name": "node", "params": {"collect[]": list(collectors)},
                                 "static_configs": [{"targets": [desktop.address for desktop in desktops]}]}],
         }), encoding="utf-8")
         self.service = Service([engines.path("usr/bin/prometheus"), f"--config.file={folder / 'prometheus.yml'}",
