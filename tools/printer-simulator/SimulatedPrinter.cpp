@@ -52,13 +52,14 @@ QByteArray EncodeQZ(const SimulatedPrinter& printer)
     return EncodeQZReply(reply);
 }
 
-// Inside quotes, commas, semicolons and line ends have no meaning, and blanks at both ends are kept. QSettings takes a
-// leading @ for a typed value unless it is doubled.
+// Inside quotes, commas and semicolons have no meaning, and blanks at both ends are kept. QSettings takes a leading @
+// for a typed value unless it is doubled. Scenarios contain no line ends, but tests do.
 QByteArray QuotedIniValue(const QString& text)
 {
     QByteArray value = text.toUtf8();
     value.replace('\\', "\\\\");
     value.replace('"', "\\\"");
+    value.replace('\n', "\\n");
     if (value.startsWith('@')) {
         value.prepend('@');
     }
