@@ -74,6 +74,9 @@ int RunRecord(const CommandLine& line)
         }
         const bool isFull = recorder.sizeBytes() > LargestRecordBytes;
         const bool isEnd = isFull || !stopSignals.sleep(PollingInterval);
+        if (isEnd) {
+            recorder.end(std::chrono::duration_cast<milliseconds>(Clock::now() - start));
+        }
         if (isEnd || savedSteps < 0 || (recorder.stepCount() > savedSteps && now - lastSaved >= SavingInterval)) {
             if (!Save(line.arguments.first(), recorder)) {
                 return ExitNotRead;

@@ -84,7 +84,16 @@ void ScenarioRecorder::record(const PrinterReports& reports, std::chrono::millis
     if (isStart) {
         m_lastStep = now;
     } else if (!lines.isEmpty()) {
-        appendStep(lines, now);
+        appendWait(now);
+        m_steps += lines;
+        ++m_stepCount;
+    }
+}
+
+void ScenarioRecorder::end(std::chrono::milliseconds now)
+{
+    if (now > m_lastStep) {
+        appendWait(now);
     }
 }
 
@@ -173,7 +182,7 @@ QByteArray ScenarioRecorder::listChanges(const QList<PrinterReport>& printers)
     return lines;
 }
 
-void ScenarioRecorder::appendStep(const QByteArray& lines, std::chrono::milliseconds now)
+void ScenarioRecorder::appendWait(std::chrono::milliseconds now)
 {
     std::chrono::milliseconds wait = std::max(now - m_lastStep, std::chrono::milliseconds(1));
     m_lastStep = now;
@@ -181,6 +190,5 @@ void ScenarioRecorder::appendStep(const QByteArray& lines, std::chrono::millisec
     for (; wait > LongestWait; wait -= LongestWait) {
         m_steps += "wait " + Seconds(LongestWait) + '\n';
     }
-    m_steps += "wait " + Seconds(wait) + '\n' + lines;
-    ++m_stepCount;
+    m_steps += "wait " + Seconds(wait) + '\n';
 }

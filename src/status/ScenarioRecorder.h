@@ -17,6 +17,8 @@ class ScenarioRecorder
 public:
     /// Records the state at `now`, counted from any fixed point and never decreasing.
     void record(const PrinterReports& reports, std::chrono::milliseconds now);
+    /// Lets the last state stay until `now`.
+    void end(std::chrono::milliseconds now);
     /// The scenario so far: UTF-8.
     QByteArray text() const;
     int sizeBytes() const
@@ -41,7 +43,7 @@ private:
     QList<PrinterReport> recordable(const PrinterReports& reports);
     QByteArray differences(const PrinterReport& report, bool isDeclaration);
     QByteArray listChanges(const QList<PrinterReport>& printers);
-    void appendStep(const QByteArray& lines, std::chrono::milliseconds now);
+    void appendWait(std::chrono::milliseconds now);
 
     QHash<QString, Properties> m_known;
     QStringList m_listed; ///< in the order of the scenario's list

@@ -84,6 +84,8 @@ void ScenarioRecorderTest::changesOfReports()
              "\nwait 1.500\n    # PS_BUSY, toner 80.00 %\n    reply \"A\" " + busy.toHex() +
                  "\n\nwait 0.250\n    # missing\n    vanish \"A\"\n");
     QCOMPARE(recorder.stepCount(), 2);
+    recorder.end(milliseconds(3000));
+    QVERIFY(recorder.text().endsWith("vanish \"A\"\n\nwait 0.250\n"));
 }
 
 void ScenarioRecorderTest::changesOfTheList()
