@@ -15,4 +15,7 @@ target_compile_definitions(brelprintertool_warnings INTERFACE
     QT_DISABLE_DEPRECATED_BEFORE=0x050B00
     QT_NO_CAST_FROM_ASCII
     QT_NO_CAST_TO_ASCII)
-target_link_options(brelprintertool_warnings INTERFACE LINKER:-z,relro LINKER:-z,now)
+target_link_options(brelprintertool_warnings INTERFACE LINKER:-z,relro LINKER:-z,now
+    # CMake's own check_pie_supported() also gives the linker -fPIE. With link-time optimisation the program would then
+    # get copies of Qt's objects, and Qt's libraries would not see them.
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie>)
