@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "SampleReplies.h"
+#include "SampleReports.h"
 #include "status/PrinterCheck.h"
 
 #include <QtTest>
@@ -24,15 +24,6 @@ private slots:
 };
 
 namespace {
-
-PrinterReport Report(const QString& name, const QByteArray& bytes)
-{
-    PrinterReport report;
-    report.info.strPrinterName = name;
-    report.reply = DecodeReply(StandardFamily(), bytes);
-    report.result = report.reply.isAccepted ? ReportResult::Accepted : ReportResult::Rejected;
-    return report;
-}
 
 PrinterReports Reports(const QList<PrinterReport>& printers)
 {

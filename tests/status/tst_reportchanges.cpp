@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
-#include "SampleReplies.h"
+#include "SampleReports.h"
 #include "status/ReportChanges.h"
 
 #include <QtTest>
@@ -19,15 +19,6 @@ private slots:
 };
 
 namespace {
-
-PrinterReport Report(const QString& name, const QByteArray& bytes = StandardBytes(RawReady))
-{
-    PrinterReport report;
-    report.info.strPrinterName = name;
-    report.reply = DecodeReply(StandardFamily(), bytes);
-    report.result = report.reply.isAccepted ? ReportResult::Accepted : ReportResult::Rejected;
-    return report;
-}
 
 QStringList Changes(const QList<PrinterReport>& before, const QList<PrinterReport>& after)
 {
