@@ -8,70 +8,10 @@ import urllib.parse
 
 from rig.engines import Service
 
-_PRINTERS = """\
-printer Office_K4510A
-    model           K4510A
-    connection      usb
-    port            USB001
-    uri             "usb://Tolmar/QV%20K4510A?serial=QVK451A000173"
-    vendor          Tolmar
-    product         "QV K4510A"
-    serial          QVK451A000173
-    firmware        1.08.21
-    supply-serial   TC45A0009312
-    toner           87.50
-    waste           312
-    drum            1408
-    pages           1296
-    prints          1180
-    dots            4411
-    printer-pages   8230
-    printer-prints  7705
-
-printer "前台 \\"2\\" \\\\"
-    model           J4500A
-    connection      network
-    port            192.168.10.21
-    vendor          Tolmar
-    product         "QV J4500A"
-    serial          QVJ450A002240
-    firmware        1.09.03
-    supply-serial   TC45A0011875
-    status          printing
-    toner           8.32
-    warnings        0x110D
-    waste           2870
-    drum            20116
-    pages           10233
-    prints          9871
-    dots            38205
-    printer-pages   51840
-    printer-prints  50012
-
-printer Lab_J4990E
-    model           J4990E
-    connection      network
-    port            192.168.10.35
-    toner           64
-
-printer Desk_K4620A
-    model           K4620A
-    connection      usb
-    port            USB002
-    vendor          Tolmar
-    product         "QV K4620A"
-    serial          QVK462A000518
-    firmware        2.00.14
-    supply-serial   TC46A0004406
-    toner           55.27
-    waste           1024
-    drum            7019
-    pages           3580
-    prints          3399
-    dots            12966
-    printer-pages   3580
-    printer-prints  3399
-"""
+# The printers at the start of the everyday scenario, one with a name that every format must quote.
+_SCENARIO = pathlib.Path(__file__).parents[3] / "tools/printer-simulator/scenarios/everyday.scenario"
+_PRINTERS = (_SCENARIO.read_text(encoding="utf-8").split("\nwait ")[0]
+             .replace("Hall_J4500A", r'"前台 \"2\" \\"') + "\n")
 PRINTERS = ("Office_K4510A", '前台 "2" \\', "Lab_J4990E", "Desk_K4620A")
 JAM = "    status          busy\n    errors          0x11B0 0x1106\n"
 
