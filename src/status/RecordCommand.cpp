@@ -57,6 +57,8 @@ int RunRecord(const CommandLine& line)
     const StopSignals stopSignals;
     StatusFolder folder(line.directory);
     ScenarioRecorder recorder;
+    Complain(Pick(line.language, "recording in %1; Ctrl-C ends it", "正在记录到 %1，按 Ctrl-C 结束")
+                 .arg(line.arguments.first()));
     const Clock::time_point start = Clock::now();
     Clock::time_point lastSaved;
     int savedSteps = -1;
