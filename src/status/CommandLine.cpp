@@ -226,7 +226,7 @@ private:
     {
         const QList<QCommandLineOption> options = CommandOptions();
         for (const QCommandLineOption& option : options) {
-            const QString name = option.names().first();
+            const QString name = option.names().constFirst();
             if (!m_parser.isSet(name)) {
                 continue;
             }

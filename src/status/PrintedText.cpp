@@ -55,6 +55,13 @@ QString Painted(const QString& text, Colour colour)
     return colour == Colour::None ? text : QLatin1String(sequence()) + text + QLatin1String("\033[0m");
 }
 
+// A name may be as long as the printer list.
+QString Beginning(QString text, int characters)
+{
+    text.truncate(characters);
+    return text;
+}
+
 } // namespace
 
 QString Pick(Language language, const char* english, const char* chinese)
@@ -136,7 +143,7 @@ QString FormatTable(const QVector<TableRow>& rows, bool isColoured, int cellColu
     for (const TableRow& row : rows) {
         QVector<QString> cells;
         for (const TableCell& cell : row) {
-            cells.append(CutText(SafeText(cell.text.left(cellColumns * 2)), cellColumns));
+            cells.append(CutText(SafeText(Beginning(cell.text, cellColumns * 2)), cellColumns));
             const int column = cells.size() - 1;
             widths.resize(std::max(widths.size(), cells.size()));
             widths[column] = std::max(widths.at(column), ColumnsOf(cells.last()));

@@ -40,8 +40,11 @@ PrinterReports WithoutSerialNumbers(PrinterReports reports)
     return reports;
 }
 
-int Summarise(const ScenarioRecorder& recorder, const CommandLine& line)
+int Summarise(const ScenarioRecorder& recorder, bool isFull, const CommandLine& line)
 {
+    if (isFull) {
+        Complain(Pick(line.language, "the record is full", "记录已满"));
+    }
     for (const QString& name : recorder.refusedNames()) {
         Complain(Pick(line.language, "cannot record a printer called \"%1\"", "无法记录名为“%1”的打印机").arg(name));
     }
@@ -57,40 +60,39 @@ int RunRecord(const CommandLine& line)
     const StopSignals stopSignals;
     StatusFolder folder(line.directory);
     ScenarioRecorder recorder;
+    PrinterReports last;
+    const Clock::time_point start = Clock::now();
+    const auto elapsed = [start]() {
+        return std::chrono::duration_cast<milliseconds>(Clock::now() - start);
+    };
+    milliseconds lastSaved(0);
+    int savedSteps = -1; // nothing is saved yet
     Complain(Pick(line.language, "recording in %1; Ctrl-C ends it", "正在记录到 %1，按 Ctrl-C 结束")
                  .arg(line.arguments.first()));
-    const Clock::time_point start = Clock::now();
-    Clock::time_point lastSaved;
-    int savedSteps = -1;
-    PrinterReports last;
     for (int poll = 0;; poll = (poll + 1) % PollsPerList) {
         const PrinterReports& reports = folder.read(poll == 0);
         if (savedSteps < 0 && !reports.isListReadable) {
             ComplainAboutList(line);
         }
-        const Clock::time_point now = Clock::now();
         if (savedSteps < 0 || !reports.printers.isSharedWith(last.printers)) {
             last = reports;
-            recorder.record(line.hidesSerialNumbers ? WithoutSerialNumbers(reports) : reports,
-                            std::chrono::duration_cast<milliseconds>(now - start));
+            recorder.record(line.hidesSerialNumbers ? WithoutSerialNumbers(reports) : reports, elapsed());
         }
         const bool isFull = recorder.sizeBytes() > LargestRecordBytes;
         const bool isEnd = isFull || !stopSignals.sleep(PollingInterval);
         if (isEnd) {
-            recorder.end(std::chrono::duration_cast<milliseconds>(Clock::now() - start));
+            recorder.end(elapsed());
         }
-        if (isEnd || savedSteps < 0 || (recorder.stepCount() > savedSteps && now - lastSaved >= SavingInterval)) {
+        const bool isDue = recorder.stepCount() > savedSteps && elapsed() - lastSaved >= SavingInterval;
+        if (isEnd || isDue || savedSteps < 0) {
             if (!Save(line.arguments.first(), recorder)) {
                 return ExitNotRead;
             }
             savedSteps = recorder.stepCount();
-            lastSaved = now;
-        }
-        if (isFull) {
-            Complain(Pick(line.language, "the record is full", "记录已满"));
+            lastSaved = elapsed();
         }
         if (isEnd) {
-            return Summarise(recorder, line);
+            return Summarise(recorder, isFull, line);
         }
     }
 }

@@ -4,7 +4,6 @@
 #include "status/ScenarioRecorder.h"
 
 #include "status/ConditionNames.h"
-#include "status/PrintedText.h"
 
 #include <algorithm>
 

@@ -5,6 +5,7 @@ import json
 import os
 import signal
 import subprocess
+import time
 
 import jsonschema
 import pytest
@@ -87,3 +88,29 @@ def test_list_comes_later(tool, watch):
     process = watch()
     change(tool, START)
     assert process.stdout.readline().split()[1:2] == ["A"]
+
+
+def test_costs_no_more_than_the_assistant(tool):
+    """The assistant calls stat on each status file once a second, opens it when its timestamp has changed, and reads
+    the list every three seconds."""
+    change(tool, START)
+    log = tool.folder.parent / "calls"
+    start = time.monotonic()
+    with subprocess.Popen(["strace", "-f", "-e", "trace=file", "-o", log, tool.program, "watch", "--directory",
+                           tool.folder], stdout=subprocess.DEVNULL, start_new_session=True) as process:
+        end = start + 60
+        while log_lines(log, "stat", "A.dat") < 5:
+            assert time.monotonic() < end, "the tool looks at the status file"
+            time.sleep(0.1)
+        elapsed = time.monotonic() - start
+        os.killpg(process.pid, signal.SIGKILL)
+    assert log_lines(log, "stat", "A.dat") <= elapsed + 2
+    assert log_lines(log, "open", "A.dat") == 1
+    assert 2 <= log_lines(log, "open", "printerlist.ini") <= elapsed / 3 + 2
+
+
+def log_lines(log, call, name):
+    """How often a traced program made a call with a file of this name."""
+    if not log.exists():
+        return 0
+    return len([line for line in log.read_text().splitlines() if call in line.split("(")[0] and f"{name}\"" in line])

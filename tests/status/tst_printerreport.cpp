@@ -32,7 +32,7 @@ QJsonArray Codes(const QJsonValue& conditions)
 {
     QJsonArray codes;
     const QJsonArray all = conditions.toArray();
-    for (const QJsonValue condition : all) {
+    for (const QJsonValue& condition : all) {
         codes.append(condition.toObject().value(QStringLiteral("code")));
     }
     return codes;
