@@ -4,6 +4,7 @@
 import json
 import os
 import pathlib
+import subprocess
 import time
 
 import jsonschema
@@ -114,6 +115,19 @@ def test_same_bytes_in_every_locale(tool, environment, output):
     assert "前台".encode() in other.stdout
 
 
+def test_names_under_a_locale_without_unicode(tool):
+    locales = tool.folder.parent / "locales"
+    locales.mkdir()
+    # localedef returns 1 for warnings.
+    subprocess.run(["localedef", "-f", "ISO-8859-1", "-i", "en_US", locales / "en_US.ISO-8859-1"], check=False,
+                   stderr=subprocess.DEVNULL, timeout=60)
+    assert list(locales.iterdir())
+    tool.simulate('printer 前台\n    toner 50\n')
+    environment = {"LOCPATH": str(locales), "LC_ALL": "en_US.ISO-8859-1"}
+    result = tool.run("show", "前台", "--format", "terse", "--fields", "name,toner", environment=environment)
+    assert (result.stdout.decode(), result.returncode) == ("前台:0.5000\n", 0)
+
+
 def test_no_list(tool):
     result = tool.run()
     assert result.returncode == 1
@@ -189,7 +203,6 @@ def test_wrong_use(tool):
 def test_full_disk(tool):
     tool.simulate(SCENARIO)
     with open("/dev/full", "wb") as full:
-        import subprocess
         result = subprocess.run([tool.program, "--directory", tool.folder], stdout=full, stderr=subprocess.PIPE,
                                 check=False, timeout=60)
     assert result.returncode == 1
