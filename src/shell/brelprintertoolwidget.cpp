@@ -23,7 +23,9 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QImageReader>
 #include <QMenu>
+#include <QPixmap>
 #include <QProcess>
 #include <QThread>
 #include <QTimer>
@@ -39,6 +41,14 @@ constexpr int SignalsPerTurn = 10000;
 // It is volatile because a compiler would drop a variable that nobody reads.
 AppSetting* volatile s_pAppSetting = nullptr;
 
+// Qt loads all its picture plug-ins for a picture whose format it may detect itself.
+QIcon ReadProgramIcon()
+{
+    QImageReader reader(QStringLiteral(":/Icon/Resource/Tolmar.png"), "PNG");
+    reader.setAutoDetectImageFormat(false);
+    return QIcon(QPixmap::fromImageReader(&reader));
+}
+
 } // namespace
 
 BrelPrinterToolWidget::BrelPrinterToolWidget(QWidget* parent)
@@ -49,7 +59,7 @@ BrelPrinterToolWidget::BrelPrinterToolWidget(QWidget* parent)
     // linker would leave it out of a program that uses the library.
     Q_INIT_RESOURCE(images);
     ui->setupUi(this);
-    setWindowIcon(QIcon(QStringLiteral(":/Icon/Resource/Tolmar.png")));
+    setWindowIcon(ReadProgramIcon());
     if (ScreenScale::IsScaled()) {
         resize(ScreenScale::Scaled(width()), ScreenScale::Scaled(height()));
     }

@@ -46,5 +46,14 @@ def bus_names():
 
 def opengl_libraries(pid):
     """The OpenGL drivers that a process has loaded."""
+    return _mapped_files(pid, r"(?:_dri\.so|lib(?:GLX|EGL)_mesa)")
+
+
+def picture_plugins(pid):
+    """The plug-ins for picture formats that a process has loaded."""
+    return _mapped_files(pid, "/imageformats/")
+
+
+def _mapped_files(pid, pattern):
     with open(f"/proc/{pid}/maps", encoding="utf-8") as file:
-        return set(re.findall(r"\S*(?:_dri\.so|lib(?:GLX|EGL)_mesa)\S*", file.read()))
+        return set(re.findall(rf"\S*{pattern}\S*", file.read()))
