@@ -9,7 +9,7 @@ import subprocess
 import dbus.bus
 import pytest
 from rig.launcher import OLDER_TRAY, name_of
-from rig.screen import output_of
+from rig.screen import find_windows
 from rig.waiting import eventually
 from rig.watcher import Watcher
 
@@ -68,7 +68,7 @@ def fixture_older_tray(later):
 
 
 def has_older_tray():
-    return output_of("xdotool", "search", "--classname", "^panel$").split() != []
+    return find_windows("--classname", "^panel$") != []
 
 
 def expect_assistant(launcher):

@@ -9,7 +9,7 @@ import time
 
 from rig import accessibility
 from rig.assistant import TITLE
-from rig.screen import output_of
+from rig.screen import find_windows
 from rig.waiting import TIMEOUT_S, eventually
 
 OLDER_TRAY = ("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "32")
@@ -80,4 +80,4 @@ class Launcher:
         eventually(self._visible_windows, "the icon is in the XEmbed tray")
 
     def _visible_windows(self):
-        return output_of("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()
+        return find_windows("--onlyvisible", "--pid", str(self.process.pid))

@@ -19,6 +19,15 @@ def output_of(*command):
     return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False).stdout.decode()
 
 
+def find_windows(*criteria):
+    """The windows that xdotool finds."""
+    while True:
+        search = subprocess.run(["xdotool", "search", *criteria], capture_output=True, check=False)
+        # xdotool gives up if any window disappears while it searches.
+        if b"X Error" not in search.stderr:
+            return search.stdout.decode().split()
+
+
 class Screen:
     """The X server's screen with its windows, mouse and keyboard. A window is its number as a text."""
 
@@ -28,7 +37,7 @@ class Screen:
 
     def windows(self, pid, title=None):
         """The visible windows of a process; with a title, only those with exactly this title."""
-        windows = output_of("xdotool", "search", "--all", "--onlyvisible", "--pid", str(pid), "--name", ".*").split()
+        windows = find_windows("--onlyvisible", "--all", "--pid", str(pid), "--name", ".*")
         if title is None:
             return windows
         return [window for window in windows if output_of("xdotool", "getwindowname", window).rstrip("\n") == title]
@@ -41,7 +50,7 @@ class Screen:
 
     def popup_menu(self):
         """An open menu of any program; None if there is none."""
-        for window in output_of("xdotool", "search", "--onlyvisible", "--name", ".*").split():
+        for window in find_windows("--onlyvisible", "--name", ".*"):
             if "_POPUP_MENU" in self.properties(window, "_NET_WM_WINDOW_TYPE"):
                 return window
         return None

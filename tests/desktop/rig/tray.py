@@ -8,7 +8,7 @@ import time
 import dbus
 
 from rig.accessibility import ShownMenus, program_called
-from rig.screen import Box, output_of
+from rig.screen import Box, find_windows, output_of
 from rig.waiting import eventually
 
 _WATCHER = "org.kde.StatusNotifierWatcher"
@@ -136,7 +136,7 @@ class ItemIcon(_Icon):
 
 # This tray is visible only while it has icons.
 def _panels():
-    return output_of("xdotool", "search", "--onlyvisible", "--classname", "^panel$").split()
+    return find_windows("--onlyvisible", "--classname", "^panel$")
 
 
 class EmbeddedIcon(_Icon):
