@@ -45,6 +45,8 @@ QString Painted(const QString& text, Colour colour)
             return "\033[33m";
         case Colour::Green:
             return "\033[32m";
+        case Colour::Dim:
+            return "\033[2m";
         case Colour::Bold:
             return "\033[1m";
         case Colour::None:

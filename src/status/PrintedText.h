@@ -36,6 +36,7 @@ enum class Colour
     Red,
     Yellow,
     Green,
+    Dim,
     Bold
 };
 

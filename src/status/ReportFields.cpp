@@ -231,7 +231,11 @@ QString SpokenText(const ReportField& field, const PrinterReport& report, const 
 
 Colour ColourOf(const PrinterReport& report)
 {
-    if (!report.isOnline() || !report.reply.state.listError.isEmpty()) {
+    // Most off-line printers are only switched off.
+    if (!report.isOnline()) {
+        return Colour::Dim;
+    }
+    if (!report.reply.state.listError.isEmpty()) {
         return Colour::Red;
     }
     return report.reply.state.listWarning.isEmpty() ? Colour::Green : Colour::Yellow;

@@ -45,7 +45,7 @@ QByteArray ChangeLine(const ReportChange& change, const QDateTime& now, const Co
     TableRow row{{now.toLocalTime().toString(QStringLiteral("HH:mm:ss"))},
                  {change.report.info.strPrinterName.leftJustified(NameColumns)}};
     if (change.kind == ReportChange::Kind::Removed) {
-        row.append({Pick(line.language, "removed", "已移除"), Colour::Red});
+        row.append({Pick(line.language, "removed", "已移除"), Colour::Dim});
     } else {
         const auto fields =
             ReportFieldsNamed({QStringLiteral("toner"), QStringLiteral("status"), QStringLiteral("condition")});

@@ -69,7 +69,7 @@ def test_colours(tool):
         "Ready    \x1b[32mReady\x1b[0m",
         "Warning  \x1b[33mReady\x1b[0m     \x1b[33mToner low\x1b[0m",
         "Error    \x1b[31mReady\x1b[0m     \x1b[31mPaper jam inside\x1b[0m",
-        "Gone     \x1b[31mOff-line\x1b[0m  \x1b[31mno status file\x1b[0m"]
+        "Gone     \x1b[2mOff-line\x1b[0m  \x1b[2mno status file\x1b[0m"]
 
 
 @pytest.mark.parametrize("environment", [{"NO_COLOR": "1"}, {"TERM": "dumb"}])
