@@ -18,6 +18,7 @@ REPORT_TIME = 1700000000.25
 def pytest_addoption(parser):
     parser.addoption("--tool")
     parser.addoption("--simulator")
+    parser.addoption("--slowness", type=int, default=1)
 
 
 def strict(schema, is_part=False):

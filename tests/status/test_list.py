@@ -4,6 +4,7 @@
 import json
 import os
 import pathlib
+import resource
 import subprocess
 import time
 
@@ -179,19 +180,24 @@ def test_hidden_serial_numbers(tool):
     assert b"QVK451A000173" in tool.run("--json").stdout
 
 
-def test_thousand_printers(tool):
+def test_thousand_printers(tool, request):
     sections = "".join(f"[printer_{i}]\nName=P{i}\n" for i in range(1000))
     tool.simulate("printer P\n    toner 50\n")
     for i in range(1000):
         (tool.folder / f"P{i}.dat").write_bytes((tool.folder / "P.dat").read_bytes())
     (tool.folder / "printerlist.ini").write_text(f"[Main]\nCount=1000\n{sections}", encoding="utf-8")
-    durations = []
+
+    def processor_time():
+        usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+        return usage.ru_utime + usage.ru_stime
+
+    # On a busy machine only the processor time is that of the tool, and the best of several runs.
+    seconds = []
     for _ in range(5):
-        start = time.monotonic()
+        start = processor_time()
         assert len(tool.lines()) == 1001
-        durations.append(time.monotonic() - start)
-    print(min(durations))
-    assert min(durations) < 0.2
+        seconds.append(processor_time() - start)
+    assert min(seconds) < 0.2 * request.config.getoption("slowness")
 
 
 def test_wrong_use(tool):
