@@ -15,6 +15,7 @@ class MetricsTest : public QObject
 private slots:
     void everyFieldOfAStandardReply();
     void everyFieldOfAQZReply();
+    void printsWithoutTheirOwnRecord();
     void unknownValuesHaveNoSample();
     void oneStatusIsTrue_data();
     void oneStatusIsTrue();
@@ -113,6 +114,15 @@ void MetricsTest::everyFieldOfAQZReply()
     QCOMPARE(Samples(text, "printer_toner_ratio"), QList<QByteArray>{"} 0.64"});
     QCOMPARE(Samples(text, "printer_toner_raw"), QList<QByteArray>{"} 64"});
     QCOMPARE(Samples(text, "printer_pages_total"), QList<QByteArray>());
+}
+
+void MetricsTest::printsWithoutTheirOwnRecord()
+{
+    StandardReply wire;
+    wire.supplies = {SupplyValue(SupplyField::Pages, 17)};
+    QCOMPARE(Samples(Metrics(Report(EncodeStandardReply(wire))), "cartridge_prints_total"), QList<QByteArray>{"} 17"});
+    wire.supplies = {SupplyValue(SupplyField::Prints, 16)};
+    QCOMPARE(Samples(Metrics(Report(EncodeStandardReply(wire))), "cartridge_prints_total"), QList<QByteArray>{"} 16"});
 }
 
 void MetricsTest::unknownValuesHaveNoSample()
