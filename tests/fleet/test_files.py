@@ -12,6 +12,7 @@ import uuid
 import yaml
 
 UNITS = ("tolmar-q727-metrics.service", "tolmar-q727-metrics.timer")
+GOLDEN = pathlib.Path(__file__).parent / "golden" / "everyday.prom"
 HIGHEST_EXPOSURE = "20"  # in tenths
 
 
@@ -102,3 +103,16 @@ def test_zabbix_template(fleet_files):
                  for trigger in item.get("trigger_prototypes", [])]
     referenced = re.findall(r"/Tolmar Q727 printers/((?:[^\[]+)\[[^\]]*\])", " ".join(triggers))
     assert len(triggers) == 5 and set(referenced) <= keys
+
+
+def test_zabbix_items_bear_missing_values(fleet_files):
+    # A pattern or path that matches nothing is an error for Zabbix: an off-line printer has no toner.
+    template_file = yaml.safe_load((fleet_files / "tolmar-q727-zabbix.yaml").read_text(encoding="utf-8"))
+    rule = template_file["zabbix_export"]["templates"][0]["discovery_rules"][0]
+    steps = [step for item in rule["item_prototypes"] for step in item["preprocessing"]]
+    assert [step for step in steps if step["type"] in ("PROMETHEUS_PATTERN", "JSONPATH")
+            and "error_handler" not in step] == []
+    described = set(re.findall(r"^# TYPE (\S+)", GOLDEN.read_text(encoding="utf-8"), re.MULTILINE))
+    used = {re.match(r"\w+", step["parameters"][0]).group() for step in [*rule["preprocessing"], *steps]
+            if step["type"].startswith("PROMETHEUS")}
+    assert used and used <= described
