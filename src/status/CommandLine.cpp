@@ -112,8 +112,8 @@ private:
         const QString value = m_parser.value(QString::fromLatin1(option));
         const int place = valid.indexOf(value);
         if (place < 0) {
-            error = QStringLiteral("--%1 cannot be \"%2\"; valid: %3")
-                        .arg(QString::fromLatin1(option), value, valid.join(QStringLiteral(", ")));
+            error = Filled(QStringLiteral("--%1 cannot be \"%2\"; valid: %3"),
+                           {QString::fromLatin1(option), value, valid.join(QStringLiteral(", "))});
         }
         return place;
     }
@@ -150,14 +150,14 @@ private:
             for (const Command& command : Commands()) {
                 names.append(QString::fromLatin1(command.name));
             }
-            return QStringLiteral("there is no command \"%1\"; valid: %2")
-                .arg(m_line.command, names.join(QStringLiteral(", ")));
+            return Filled(QStringLiteral("there is no command \"%1\"; valid: %2"),
+                          {m_line.command, names.join(QStringLiteral(", "))});
         }
         const int count = m_line.arguments.size();
         if (count < m_command->fewestArguments || count > m_command->mostArguments) {
             return m_command->mostArguments == 0 ? QStringLiteral("%1 takes no arguments").arg(m_line.command)
-                                                 : QStringLiteral("usage: tolmar-q727-status %1 %2")
-                                                       .arg(m_line.command, QString::fromLatin1(m_command->arguments));
+                                                 : Filled(QStringLiteral("usage: tolmar-q727-status %1 %2"),
+                                                          {m_line.command, QString::fromLatin1(m_command->arguments)});
         }
         return {};
     }
@@ -165,7 +165,7 @@ private:
     QString readFormat()
     {
         static const QStringList names{QStringLiteral("table"), QStringLiteral("terse"), QStringLiteral("json")};
-        const QStringList valid = QString::fromLatin1(m_command->formats).split(QLatin1Char(','));
+        const QStringList valid = SplitAtCommas(QString::fromLatin1(m_command->formats));
         QString format = valid.first();
         if (m_parser.isSet(QStringLiteral("json"))) {
             format = QStringLiteral("json");
@@ -173,8 +173,8 @@ private:
             format = m_parser.value(QStringLiteral("format"));
         }
         if (!valid.contains(format)) {
-            return QStringLiteral("%1 has no format \"%2\"; valid: %3")
-                .arg(m_line.command, format, valid.join(QStringLiteral(", ")));
+            return Filled(QStringLiteral("%1 has no format \"%2\"; valid: %3"),
+                          {m_line.command, format, valid.join(QStringLiteral(", "))});
         }
         m_line.format = static_cast<OutputFormat>(names.indexOf(format));
         return {};
@@ -204,11 +204,12 @@ private:
         if (m_line.format == OutputFormat::Json) {
             return QStringLiteral("--fields is for table and terse; JSON always has all members");
         }
-        m_line.fields = m_parser.value(QStringLiteral("fields")).split(QLatin1Char(','));
+        m_line.fields = SplitAtCommas(m_parser.value(QStringLiteral("fields")));
         const QStringList valid = ReportFieldNames();
         for (const QString& field : qAsConst(m_line.fields)) {
             if (!valid.contains(field)) {
-                return QStringLiteral("there is no field \"%1\"; valid: %2").arg(field, valid.join(QLatin1Char(',')));
+                return Filled(QStringLiteral("there is no field \"%1\"; valid: %2"),
+                              {field, valid.join(QLatin1Char(','))});
             }
         }
         return {};
@@ -234,11 +235,11 @@ private:
                 std::find_if(m_command->options.begin(), m_command->options.end(),
                              [&name](const CommandOption& candidate) { return name == QLatin1String(candidate.name); });
             if (own == m_command->options.end()) {
-                return QStringLiteral("%1 has no --%2").arg(m_line.command, name);
+                return Filled(QStringLiteral("%1 has no --%2"), {m_line.command, name});
             }
             QString error;
             if (own->valid != nullptr) {
-                choice(own->name, QString::fromLatin1(own->valid).split(QLatin1Char(',')), error);
+                choice(own->name, SplitAtCommas(QString::fromLatin1(own->valid)), error);
             }
             if (!error.isEmpty()) {
                 return error;

@@ -60,7 +60,7 @@ QJsonValue MeaningJson(const FieldMeaning& meaning)
     if (meaning.english.isEmpty()) {
         return {};
     }
-    return QJsonObject{{QStringLiteral("en"), meaning.english}, {QStringLiteral("zh"), meaning.chinese}};
+    return JsonObject({{"en", meaning.english}, {"zh", meaning.chinese}});
 }
 
 QJsonArray FieldsJson(const MailedReply& mailed)
@@ -71,13 +71,12 @@ QJsonArray FieldsJson(const MailedReply& mailed)
         const PlacedField& placed = mailed.reply.layout.fields.at(i);
         const bool isHidden = mailed.hidesSerialNumbers && IsSerialNumber(placed.field);
         const QByteArray bytes = mailed.reply.bytes.mid(placed.offset, placed.size).toHex();
-        json.append(
-            QJsonObject{{QStringLiteral("offset"), placed.offset},
-                        {QStringLiteral("size"), placed.size},
-                        {QStringLiteral("field"), QLatin1String(NameOf(placed.field).key)},
-                        {QStringLiteral("bytes"), isHidden ? QJsonValue() : QJsonValue(QString::fromLatin1(bytes))},
-                        {QStringLiteral("value"), isHidden ? QJsonValue() : meanings.at(i).value},
-                        {QStringLiteral("meaning"), MeaningJson(meanings.at(i))}});
+        json.append(JsonObject({{"offset", placed.offset},
+                                {"size", placed.size},
+                                {"field", QLatin1String(NameOf(placed.field).key)},
+                                {"bytes", isHidden ? QJsonValue() : QJsonValue(QString::fromLatin1(bytes))},
+                                {"value", isHidden ? QJsonValue() : QJsonValue::fromVariant(meanings.at(i).value)},
+                                {"meaning", MeaningJson(meanings.at(i))}}));
     }
     return json;
 }
@@ -87,22 +86,22 @@ QJsonValue FaultJson(const std::optional<ReplyFault>& fault)
     if (!fault) {
         return {};
     }
-    return QJsonObject{{QStringLiteral("field"), QLatin1String(NameOf(fault->field).key)},
-                       {QStringLiteral("offset"), fault->offset},
-                       {QStringLiteral("needed"), fault->needed},
-                       {QStringLiteral("left"), fault->left}};
+    return JsonObject({{"field", QLatin1String(NameOf(fault->field).key)},
+                       {"offset", fault->offset},
+                       {"needed", fault->needed},
+                       {"left", fault->left}});
 }
 
 QJsonObject MailedJson(const MailedReply& mailed)
 {
     const DecodedReply& reply = mailed.reply;
-    return {{QStringLiteral("file"), mailed.file},
-            {QStringLiteral("size"), static_cast<double>(mailed.size)},
-            {QStringLiteral("family"), QLatin1String(FamilyName(*reply.family))},
-            {QStringLiteral("accepted"), reply.isAccepted},
-            {QStringLiteral("fault"), FaultJson(reply.layout.fault)},
-            {QStringLiteral("fields"), FieldsJson(mailed)},
-            {QStringLiteral("reply"), reply.isAccepted ? QJsonValue(ReplyJson(reply)) : QJsonValue()}};
+    return JsonObject({{"file", mailed.file},
+                       {"size", static_cast<double>(mailed.size)},
+                       {"family", QLatin1String(FamilyName(*reply.family))},
+                       {"accepted", reply.isAccepted},
+                       {"fault", FaultJson(reply.layout.fault)},
+                       {"fields", FieldsJson(mailed)},
+                       {"reply", reply.isAccepted ? QJsonValue(ReplyJson(reply)) : QJsonValue()}});
 }
 
 QString Verdict(const MailedReply& mailed, Language language)
@@ -112,10 +111,10 @@ QString Verdict(const MailedReply& mailed, Language language)
         return Pick(language, "accepted", "有效");
     }
     const FieldName& name = NameOf(fault->field);
-    return Pick(language, "rejected: at offset %1, \"%2\" needs %3 bytes, but %4 are left",
-                "无效：偏移 %1 处的“%2”需要 %3 字节，但只剩 %4 字节")
-        .arg(QString::number(fault->offset), Pick(language, name.english, name.chinese), QString::number(fault->needed),
-             QString::number(fault->left));
+    return Filled(Pick(language, "rejected: at offset %1, \"%2\" needs %3 bytes, but %4 are left",
+                       "无效：偏移 %1 处的“%2”需要 %3 字节，但只剩 %4 字节"),
+                  {QString::number(fault->offset), Pick(language, name.english, name.chinese),
+                   QString::number(fault->needed), QString::number(fault->left)});
 }
 
 QString Headline(const MailedReply& mailed, Language language)
@@ -131,9 +130,9 @@ QString Headline(const MailedReply& mailed, Language language)
 
 QString MeaningText(const FieldMeaning& meaning, Language language)
 {
-    const QString value = meaning.value.isString() ? meaning.value.toString()
-        : meaning.value.isDouble()                 ? QString::number(meaning.value.toDouble(), 'f', 0)
-                                                   : QString();
+    const QString value = meaning.value.userType() == QMetaType::QString ? meaning.value.toString()
+        : meaning.value.isValid() ? QString::number(meaning.value.toDouble(), 'f', 0)
+                                  : QString();
     const QString text = language == Language::Chinese ? meaning.chinese : meaning.english;
     return text.isEmpty() ? value : value + QStringLiteral(" = ") + text;
 }
@@ -200,7 +199,7 @@ int RunDecode(const CommandLine& line)
         }
     }
     const QByteArray text = line.format == OutputFormat::Json
-        ? JsonText({{QStringLiteral("format_version"), FormatVersion()}, {QStringLiteral("replies"), replies}}, true)
+        ? JsonText(JsonObject({{"format_version", FormatVersion()}, {"replies", replies}}), true)
         : table.toUtf8();
     return Print(text) ? exitCode : ExitNotRead;
 }

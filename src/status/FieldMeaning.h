@@ -6,7 +6,7 @@
 #include "status/PrintedText.h"
 #include "status/PrinterReport.h"
 
-#include <QJsonValue>
+#include <QVariant>
 
 /// What a field of a reply is called: for programs, in English and in Chinese.
 struct FieldName
@@ -23,7 +23,7 @@ bool IsSerialNumber(ReplyField field);
 /// What the decoder makes of one field.
 struct FieldMeaning
 {
-    QJsonValue value; ///< a number or a text; null if the decoder does not read the field
+    QVariant value; ///< a number (double) or a text; invalid if the decoder does not read the field
     QString english; ///< explains the value, if there is something to explain
     QString chinese;
 };

@@ -18,7 +18,7 @@ bool Save(const QString& name, const QByteArray& text)
                             QSaveFile::ReadOther) &&
         file.commit();
     if (!isSaved) {
-        Complain(QStringLiteral("cannot write %1: %2").arg(name, file.errorString()));
+        Complain(Filled(QStringLiteral("cannot write %1: %2"), {name, file.errorString()}));
     }
     return isSaved;
 }

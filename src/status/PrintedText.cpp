@@ -71,6 +71,32 @@ QString Pick(Language language, const char* english, const char* chinese)
     return QString::fromUtf8(language == Language::Chinese ? chinese : english);
 }
 
+QString Filled(const QString& pattern, const QStringList& values)
+{
+    QString text;
+    for (int i = 0; i < pattern.size(); ++i) {
+        const bool isPlace = pattern.at(i) == QLatin1Char('%') && i + 1 < pattern.size();
+        const int place = isPlace ? pattern.at(i + 1).digitValue() - 1 : -1;
+        if (place >= 0 && place < values.size()) {
+            text += values.at(place);
+            ++i;
+        } else {
+            text += pattern.at(i);
+        }
+    }
+    return text;
+}
+
+QStringList SplitAtCommas(const QString& text)
+{
+    QStringList parts;
+    const QList<QByteArray> bytes = text.toUtf8().split(',');
+    for (const QByteArray& part : bytes) {
+        parts.append(QString::fromUtf8(part));
+    }
+    return parts;
+}
+
 bool IsHarmful(uint character)
 {
     switch (QChar::category(character)) {

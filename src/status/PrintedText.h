@@ -4,7 +4,7 @@
 #pragma once
 
 #include <QDateTime>
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <optional>
@@ -17,6 +17,10 @@ enum class Language
 };
 
 QString Pick(Language language, const char* english, const char* chinese);
+// These two replace functions of QString. A program that uses those does not start with Qt 5.11.
+/// Replaces %1 to %9 by the values.
+QString Filled(const QString& pattern, const QStringList& values);
+QStringList SplitAtCommas(const QString& text);
 
 /// Whether a character can do more on a terminal than show itself: control and formatting characters (which can colour,
 /// move, reverse or answer), line ends and unpaired surrogates.

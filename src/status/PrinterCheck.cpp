@@ -71,9 +71,9 @@ void CheckToner(Finding& finding, const PrinterReport& report, const CheckLimits
             Worst(finding.state, percent < limits.tonerCritical ? CheckState::Critical : CheckState::Warning);
         finding.problems.append(QStringLiteral("toner %1 %").arg(Percent(percent)));
     }
-    finding.performance += QStringLiteral(" %1=%2%;%3:;%4:;0;100")
-                               .arg(PerformanceLabel(report.info.strPrinterName, "toner"), Percent(percent),
-                                    Percent(limits.tonerWarning), Percent(limits.tonerCritical));
+    finding.performance += Filled(QStringLiteral(" %1=%2%;%3:;%4:;0;100"),
+                                  {PerformanceLabel(report.info.strPrinterName, "toner"), Percent(percent),
+                                   Percent(limits.tonerWarning), Percent(limits.tonerCritical)});
 }
 
 Finding CheckPrinter(const PrinterReport& report, const CheckLimits& limits)

@@ -28,7 +28,7 @@ bool Save(const QString& path, const ScenarioRecorder& recorder)
     if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit()) {
         return true;
     }
-    Complain(QStringLiteral("cannot write %1: %2").arg(path, file.errorString()));
+    Complain(Filled(QStringLiteral("cannot write %1: %2"), {path, file.errorString()}));
     return false;
 }
 
@@ -48,8 +48,8 @@ int Summarise(const ScenarioRecorder& recorder, bool isFull, const CommandLine& 
     for (const QString& name : recorder.refusedNames()) {
         Complain(Pick(line.language, "cannot record a printer called \"%1\"", "无法记录名为“%1”的打印机").arg(name));
     }
-    Complain(Pick(line.language, "%1 steps recorded in %2", "已记录 %1 步到 %2")
-                 .arg(QString::number(recorder.stepCount()), line.arguments.first()));
+    Complain(Filled(Pick(line.language, "%1 steps recorded in %2", "已记录 %1 步到 %2"),
+                    {QString::number(recorder.stepCount()), line.arguments.first()}));
     return recorder.refusedNames().isEmpty() ? ExitDone : ExitNotRead;
 }
 

@@ -221,7 +221,7 @@ QVector<const ReportField*> ReportFieldsNamed(const QStringList& names)
 
 QStringList ListFieldNames()
 {
-    return QStringLiteral("name,model,connection,toner,status,condition,age").split(QLatin1Char(','));
+    return SplitAtCommas(QStringLiteral("name,model,connection,toner,status,condition,age"));
 }
 
 QString SpokenText(const ReportField& field, const PrinterReport& report, const QDateTime& now, Language language)

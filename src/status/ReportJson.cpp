@@ -38,7 +38,7 @@ QJsonValue BothLanguages(const QString (&texts)[TextLanguages])
     if (texts[0].isEmpty()) {
         return {};
     }
-    return QJsonObject{{QStringLiteral("en"), texts[0]}, {QStringLiteral("zh"), texts[1]}};
+    return JsonObject({{"en", texts[0]}, {"zh", texts[1]}});
 }
 
 QJsonArray ConditionsJson(const QList<enErrorStatus>& conditions, const std::vector<unsigned long>& codes)
@@ -46,20 +46,20 @@ QJsonArray ConditionsJson(const QList<enErrorStatus>& conditions, const std::vec
     QJsonArray json;
     for (int i = 0; i < conditions.size(); ++i) {
         const enErrorStatus condition = conditions.at(i);
-        json.append(QJsonObject{{QStringLiteral("code"), static_cast<double>(codes.at(static_cast<std::size_t>(i)))},
-                                {QStringLiteral("value"), condition},
-                                {QStringLiteral("name"), QLatin1String(ConditionName(condition))},
-                                {QStringLiteral("description"), BothLanguages(c_strErrorDescText[condition])},
-                                {QStringLiteral("remedy"), BothLanguages(c_strErrorSolutionText[condition])}});
+        json.append(JsonObject({{"code", static_cast<double>(codes.at(static_cast<std::size_t>(i)))},
+                                {"value", condition},
+                                {"name", QLatin1String(ConditionName(condition))},
+                                {"description", BothLanguages(c_strErrorDescText[condition])},
+                                {"remedy", BothLanguages(c_strErrorSolutionText[condition])}}));
     }
     return json;
 }
 
 QJsonObject ConnectionJson(const PrinterReport& report)
 {
-    return {{QStringLiteral("type"), report.isNetwork() ? QStringLiteral("network") : QStringLiteral("usb")},
-            {QStringLiteral("port"), TextOrNull(report.info.strPort)},
-            {QStringLiteral("uri"), TextOrNull(report.info.strURI)}};
+    return JsonObject({{"type", report.isNetwork() ? QStringLiteral("network") : QStringLiteral("usb")},
+                       {"port", TextOrNull(report.info.strPort)},
+                       {"uri", TextOrNull(report.info.strURI)}});
 }
 
 QJsonValue NumberJson(const DecodedReply& reply, ReplyField field, unsigned long value)
@@ -71,55 +71,66 @@ QJsonObject CartridgeJson(const DecodedReply& reply)
 {
     const stPrinterState& state = reply.state;
     const bool hasPrints = reply.contains(ReplyField::CartridgePages) || reply.contains(ReplyField::CartridgePrints);
-    return {
-        {QStringLiteral("serial"), TextOrNull(state.strSupplySerialNumber)},
-        {QStringLiteral("type"), NumberOrNull(reply.supplyType())},
-        {QStringLiteral("waste_toner"), NumberJson(reply, ReplyField::WasteToner, state.dwWasteToner)},
-        {QStringLiteral("drum_rotation"), NumberJson(reply, ReplyField::DrumRotation, state.dwOPCRotation)},
-        {QStringLiteral("pages"), NumberJson(reply, ReplyField::CartridgePages, state.dwNumberOfPages)},
-        {QStringLiteral("prints"), hasPrints ? QJsonValue(static_cast<double>(state.dwNumberOfPrint)) : QJsonValue()}};
+    return JsonObject({{"serial", TextOrNull(state.strSupplySerialNumber)},
+                       {"type", NumberOrNull(reply.supplyType())},
+                       {"waste_toner", NumberJson(reply, ReplyField::WasteToner, state.dwWasteToner)},
+                       {"drum_rotation", NumberJson(reply, ReplyField::DrumRotation, state.dwOPCRotation)},
+                       {"pages", NumberJson(reply, ReplyField::CartridgePages, state.dwNumberOfPages)},
+                       {"prints", hasPrints ? QJsonValue(static_cast<double>(state.dwNumberOfPrint)) : QJsonValue()}});
 }
 
 QJsonObject CountersJson(const DecodedReply& reply)
 {
     const stPrinterState& state = reply.state;
-    return {{QStringLiteral("dots"), NumberJson(reply, ReplyField::PrintedDots, state.dwPrintDotsCount)},
-            {QStringLiteral("pages"), NumberJson(reply, ReplyField::PrinterPages, state.dwPrinterNumOfPages)},
-            {QStringLiteral("prints"), NumberJson(reply, ReplyField::PrinterPrints, state.dwPrinterNumOfPrint)}};
+    return JsonObject({{"dots", NumberJson(reply, ReplyField::PrintedDots, state.dwPrintDotsCount)},
+                       {"pages", NumberJson(reply, ReplyField::PrinterPages, state.dwPrinterNumOfPages)},
+                       {"prints", NumberJson(reply, ReplyField::PrinterPrints, state.dwPrinterNumOfPrint)}});
 }
 
 } // namespace
 
+QJsonObject JsonObject(std::initializer_list<JsonMember> members)
+{
+    QJsonObject object;
+    for (const JsonMember& member : members) {
+        object.insert(QString::fromLatin1(member.name), member.value);
+    }
+    return object;
+}
+
 QJsonArray FormatVersion()
 {
-    return {MajorVersion, MinorVersion};
+    QJsonArray version;
+    version.append(MajorVersion);
+    version.append(MinorVersion);
+    return version;
 }
 
 QJsonObject StatusJson(const DecodedReply& reply)
 {
     const int status = reply.state.enCurrentStatus;
-    return {{QStringLiteral("value"), status},
-            {QStringLiteral("name"), QLatin1String(StatusName(status))},
-            {QStringLiteral("raw"), NumberOrNull(reply.rawStatus())},
-            {QStringLiteral("text"), BothLanguages(c_strStatusLanguageText[status])}};
+    return JsonObject({{"value", status},
+                       {"name", QLatin1String(StatusName(status))},
+                       {"raw", NumberOrNull(reply.rawStatus())},
+                       {"text", BothLanguages(c_strStatusLanguageText[status])}});
 }
 
 QJsonObject ReplyJson(const DecodedReply& reply)
 {
     const std::optional<double> toner = reply.tonerRatio();
-    return {{QStringLiteral("family"), QLatin1String(FamilyName(*reply.family))},
-            {QStringLiteral("status"), StatusJson(reply)},
-            {QStringLiteral("toner"),
-             QJsonObject{{QStringLiteral("ratio"), toner ? QJsonValue(*toner) : QJsonValue()},
-                         {QStringLiteral("raw"), NumberOrNull(reply.rawToner())}}},
-            {QStringLiteral("errors"), ConditionsJson(reply.state.listError, reply.errorCodes())},
-            {QStringLiteral("warnings"), ConditionsJson(reply.state.listWarning, reply.warningCodes())},
-            {QStringLiteral("vendor"), TextOrNull(reply.state.strVenderName)},
-            {QStringLiteral("product"), TextOrNull(reply.state.strProductName)},
-            {QStringLiteral("firmware"), TextOrNull(reply.state.strFWVersion)},
-            {QStringLiteral("serial"), TextOrNull(reply.state.strPrinterSerialNumber)},
-            {QStringLiteral("cartridge"), CartridgeJson(reply)},
-            {QStringLiteral("counters"), CountersJson(reply)}};
+    return JsonObject(
+        {{"family", QLatin1String(FamilyName(*reply.family))},
+         {"status", StatusJson(reply)},
+         {"toner",
+          JsonObject({{"ratio", toner ? QJsonValue(*toner) : QJsonValue()}, {"raw", NumberOrNull(reply.rawToner())}})},
+         {"errors", ConditionsJson(reply.state.listError, reply.errorCodes())},
+         {"warnings", ConditionsJson(reply.state.listWarning, reply.warningCodes())},
+         {"vendor", TextOrNull(reply.state.strVenderName)},
+         {"product", TextOrNull(reply.state.strProductName)},
+         {"firmware", TextOrNull(reply.state.strFWVersion)},
+         {"serial", TextOrNull(reply.state.strPrinterSerialNumber)},
+         {"cartridge", CartridgeJson(reply)},
+         {"counters", CountersJson(reply)}});
 }
 
 QJsonObject PrinterJson(const PrinterReport& report)
@@ -130,8 +141,8 @@ QJsonObject PrinterJson(const PrinterReport& report)
     json.insert(QStringLiteral("connection"), ConnectionJson(report));
     json.insert(QStringLiteral("online"), report.isOnline());
     json.insert(QStringLiteral("report"),
-                QJsonObject{{QStringLiteral("result"), QLatin1String(ResultName(report.result))},
-                            {QStringLiteral("modified"), TextOrNull(Rfc3339(report.modified))}});
+                JsonObject({{"result", QLatin1String(ResultName(report.result))},
+                            {"modified", TextOrNull(Rfc3339(report.modified))}}));
     return json;
 }
 
@@ -141,11 +152,9 @@ QJsonObject ReportsJson(const PrinterReports& reports, const QString& directory)
     for (const PrinterReport& report : reports.printers) {
         printers.append(PrinterJson(report));
     }
-    return {{QStringLiteral("format_version"), FormatVersion()},
-            {QStringLiteral("list"),
-             QJsonObject{{QStringLiteral("directory"), Text(directory)},
-                         {QStringLiteral("readable"), reports.isListReadable}}},
-            {QStringLiteral("printers"), printers}};
+    return JsonObject({{"format_version", FormatVersion()},
+                       {"list", JsonObject({{"directory", Text(directory)}, {"readable", reports.isListReadable}})},
+                       {"printers", printers}});
 }
 
 // QJsonDocument escapes only the control characters below U+0020. The others can stand only inside strings.

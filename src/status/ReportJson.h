@@ -7,7 +7,18 @@
 
 #include <QJsonObject>
 
+#include <initializer_list>
+
 // JSON for programs: the same bytes under every locale. tolmar-q727-status.schema.json describes it. Unknown is null.
+
+/// A member of a JSON object.
+struct JsonMember
+{
+    const char* name;
+    QJsonValue value;
+};
+/// Makes an object. A program that uses Qt's own constructors from lists does not start with Qt 5.11.
+QJsonObject JsonObject(std::initializer_list<JsonMember> members);
 
 /// The version of the format: [major, minor]. A minor version only adds members.
 QJsonArray FormatVersion();

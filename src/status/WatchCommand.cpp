@@ -33,10 +33,10 @@ void EndAtSignals()
 
 QByteArray ChangeJson(const ReportChange& change, const QDateTime& now)
 {
-    return JsonText({{QStringLiteral("format_version"), FormatVersion()},
-                     {QStringLiteral("time"), Rfc3339(now)},
-                     {QStringLiteral("event"), QLatin1String(KindName(change.kind))},
-                     {QStringLiteral("printer"), PrinterJson(change.report)}},
+    return JsonText(JsonObject({{"format_version", FormatVersion()},
+                                {"time", Rfc3339(now)},
+                                {"event", QLatin1String(KindName(change.kind))},
+                                {"printer", PrinterJson(change.report)}}),
                     false);
 }
 

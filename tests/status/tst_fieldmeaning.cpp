@@ -26,8 +26,8 @@ QStringList Explained(const DecodedReply& reply)
     QStringList lines;
     const QVector<FieldMeaning> meanings = MeaningsOf(reply);
     for (int i = 0; i < meanings.size(); ++i) {
-        if (!meanings.at(i).value.isNull()) {
-            const QString value = meanings.at(i).value.toVariant().toString();
+        if (meanings.at(i).value.isValid()) {
+            const QString value = meanings.at(i).value.toString();
             const QString line = QLatin1String(NameOf(reply.layout.fields.at(i).field).key) + QLatin1Char(' ') + value;
             lines.append(meanings.at(i).english.isEmpty() ? line
                                                           : line + QStringLiteral(": ") + meanings.at(i).english);
