@@ -4,6 +4,7 @@
 #include "infrastructure/RegularFile.h"
 #include "status/Commands.h"
 #include "status/FieldMeaning.h"
+#include "status/PrintedText.h"
 #include "status/ReportJson.h"
 
 #include <QFileInfo>

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include "status/PrintedText.h"
 #include "status/PrinterReport.h"
 
 #include <QVariant>

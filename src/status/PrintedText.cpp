@@ -144,7 +144,7 @@ QString CutText(const QString& text, int columns)
     }
     QString cut;
     int used = 1; // the ellipsis
-    const QVector<uint> characters = text.left(columns * 2).toUcs4();
+    const QVector<uint> characters = Beginning(text, columns * 2).toUcs4();
     for (const uint character : characters) {
         used += ColumnsOf(character);
         if (used > columns) {

@@ -4,6 +4,7 @@
 #include "FuzzTarget.h"
 #include "Requirement.h"
 #include "status/FieldMeaning.h"
+#include "status/PrintedText.h"
 #include "status/ReportJson.h"
 
 #include <QJsonDocument>
