@@ -46,7 +46,7 @@ QIcon ReadProgramIcon()
 {
     QImageReader reader(QStringLiteral(":/Icon/Resource/Tolmar.png"), "PNG");
     reader.setAutoDetectImageFormat(false);
-    return QIcon(QPixmap::fromImageReader(&reader));
+    return {QPixmap::fromImageReader(&reader)};
 }
 
 } // namespace
