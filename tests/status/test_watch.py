@@ -3,6 +3,7 @@
 
 import json
 import os
+import pathlib
 import signal
 import subprocess
 import time
@@ -74,7 +75,9 @@ def test_ends_at_a_signal(tool, watch, number):
     assert process.wait(60) == 0
 
 
-def test_ends_although_nobody_reads(tool, watch):
+def test_ends_although_nobody_reads(tool, watch, pytestconfig):
+    if b"__tsan_init" in pathlib.Path(pytestconfig.getoption("tool")).read_bytes():
+        pytest.skip("the thread sanitizer delivers no signal to a thread that waits in write()")
     change(tool, "printer A\n")
     sections = "".join(f"[printer_{i}]\nName={'x' * 200}{i}\n" for i in range(1000))
     (tool.folder / "printerlist.ini").write_text(f"[Main]\nCount=1000\n{sections}", encoding="utf-8")
