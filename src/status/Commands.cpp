@@ -3,7 +3,10 @@
 
 #include "status/Commands.h"
 
+#include "status/ReportJson.h"
 #include "status/StatusFolder.h"
+
+#include <QSaveFile>
 
 #include <algorithm>
 #include <cerrno>
@@ -125,6 +128,18 @@ PrinterReports ReadReports(const CommandLine& line, int& exitCode)
     return reports;
 }
 
+QByteArray FormatReports(const PrinterReports& reports, const CommandLine& line, const QStringList& defaultFields,
+                         TableFormat formatTable)
+{
+    if (line.format == OutputFormat::Json) {
+        return JsonText(ReportsJson(reports, line.directory), true);
+    }
+    const auto fields = ReportFieldsNamed(line.fields.isEmpty() ? defaultFields : line.fields);
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    return line.format == OutputFormat::Terse ? FormatTerse(reports, fields, now)
+                                              : formatTable(reports, fields, now, line);
+}
+
 bool Print(const QByteArray& text)
 {
     const auto size = static_cast<std::size_t>(text.size());
@@ -133,6 +148,18 @@ bool Print(const QByteArray& text)
     }
     Complain(QStringLiteral("cannot write: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
     return false;
+}
+
+// commit() does not notice a failed write of what is still buffered.
+bool SaveFile(const QString& path, const QByteArray& text, QFileDevice::Permissions permissions)
+{
+    QSaveFile file(path);
+    const bool isSaved = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() &&
+        (!permissions || file.setPermissions(permissions)) && file.commit();
+    if (!isSaved) {
+        Complain(Filled(QStringLiteral("cannot write %1: %2"), {path, file.errorString()}));
+    }
+    return isSaved;
 }
 
 void Complain(const QString& message)

@@ -5,6 +5,9 @@
 
 #include "status/CommandLine.h"
 #include "status/PrinterReport.h"
+#include "status/ReportFields.h"
+
+#include <QFileDevice>
 
 constexpr int ExitDone = 0;
 constexpr int ExitNotRead = 1; ///< something could not be read or written; the rest was printed
@@ -50,8 +53,16 @@ int RefuseCheck(const QString& reason);
 /// Reads the folder that the command line chooses, without serial numbers if it says so. Says on the standard error
 /// what cannot be read, and then sets `exitCode`.
 PrinterReports ReadReports(const CommandLine& line, int& exitCode);
+/// The reports in the format that the command line chooses. Without --fields, table and terse have `defaultFields`.
+using TableFormat = QByteArray (*)(const PrinterReports& reports, const QVector<const ReportField*>& fields,
+                                   const QDateTime& now, const CommandLine& line);
+QByteArray FormatReports(const PrinterReports& reports, const CommandLine& line, const QStringList& defaultFields,
+                         TableFormat formatTable);
 /// Writes to the standard output. Returns false, with a message, if that fails.
 bool Print(const QByteArray& text);
+/// Replaces a file as a whole, so that it is never half-written. Without permissions it gets those of any new file.
+/// Returns false, with a message, if that fails.
+bool SaveFile(const QString& path, const QByteArray& text, QFileDevice::Permissions permissions = {});
 /// Writes a line to the standard error, with escaped control characters.
 void Complain(const QString& message);
 void ComplainAboutList(const CommandLine& line);

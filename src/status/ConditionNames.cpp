@@ -26,3 +26,8 @@ const char* ConditionName(enErrorStatus condition)
 #undef ERROR_TEXT
     return c_names.at(static_cast<std::size_t>(condition));
 }
+
+QString CodeText(unsigned long code)
+{
+    return QString::asprintf("0x%04lX", code);
+}

@@ -9,3 +9,5 @@
 const char* StatusName(int status);
 /// The enumerator's name: "ERR_JAM_INSIDE".
 const char* ConditionName(enErrorStatus condition);
+/// The raw code of a condition as documents and printers write it: "0x11B0".
+QString CodeText(unsigned long code);

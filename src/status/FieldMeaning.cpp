@@ -77,9 +77,7 @@ FieldMeaning Explained(unsigned long value, const char* name, const QString (&te
 FieldMeaning Condition(unsigned long code)
 {
     const enErrorStatus condition = GetErrorStatusEnum(code);
-    const QByteArray name = QByteArray("0x") +
-        QByteArray::number(static_cast<qulonglong>(code), 16).toUpper().rightJustified(4, '0') + ' ' +
-        ConditionName(condition);
+    const QByteArray name = CodeText(code).toLatin1() + ' ' + ConditionName(condition);
     FieldMeaning meaning = Explained(code, name.constData(), c_strErrorDescText[condition]);
     const QString(&remedies)[TextLanguages] = c_strErrorSolutionText[condition];
     if (!remedies[0].isEmpty()) {
@@ -231,11 +229,6 @@ private:
 const FieldName& NameOf(ReplyField field)
 {
     return c_names.at(static_cast<std::size_t>(field));
-}
-
-bool IsSerialNumber(ReplyField field)
-{
-    return field == ReplyField::SerialNumber || field == ReplyField::SupplySerialNumber;
 }
 
 QVector<FieldMeaning> MeaningsOf(const DecodedReply& reply)

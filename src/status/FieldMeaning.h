@@ -16,8 +16,6 @@ struct FieldName
 };
 
 const FieldName& NameOf(ReplyField field);
-/// Whether the field holds the serial number of printer or cartridge.
-bool IsSerialNumber(ReplyField field);
 
 /// What the decoder makes of one field.
 struct FieldMeaning

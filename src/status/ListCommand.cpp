@@ -3,20 +3,12 @@
 
 #include "status/Commands.h"
 #include "status/ReportFields.h"
-#include "status/ReportJson.h"
 
 namespace {
 
-QByteArray Format(const PrinterReports& reports, const CommandLine& line)
+QByteArray ListTable(const PrinterReports& reports, const QVector<const ReportField*>& fields, const QDateTime& now,
+                     const CommandLine& line)
 {
-    if (line.format == OutputFormat::Json) {
-        return JsonText(ReportsJson(reports, line.directory), true);
-    }
-    const auto fields = ReportFieldsNamed(line.fields.isEmpty() ? ListFieldNames() : line.fields);
-    const QDateTime now = QDateTime::currentDateTimeUtc();
-    if (line.format == OutputFormat::Terse) {
-        return FormatTerse(reports, fields, now);
-    }
     return FormatList(reports, fields, now, line.language, line.isColoured);
 }
 
@@ -26,5 +18,5 @@ int RunList(const CommandLine& line)
 {
     int exitCode = ExitDone;
     const PrinterReports reports = ReadReports(line, exitCode);
-    return Print(Format(reports, line)) ? exitCode : ExitNotRead;
+    return Print(FormatReports(reports, line, ListFieldNames(), ListTable)) ? exitCode : ExitNotRead;
 }

@@ -37,9 +37,9 @@ struct Metric
     Samples (*samples)(const PrinterReport& report);
 };
 
-Samples OneIfKnown(std::optional<double> value)
+template <typename Number> Samples OneIfKnown(std::optional<Number> value)
 {
-    return value ? Samples{{*value, {}}} : Samples();
+    return value ? Samples{{static_cast<double>(*value), {}}} : Samples();
 }
 
 template <ReplyField field, unsigned long stPrinterState::*value> Samples Number(const PrinterReport& report)
@@ -52,7 +52,7 @@ Samples Info(const PrinterReport& report)
     const stPrinterState& state = report.reply.state;
     return {{1,
              {{"model", report.info.enType},
-              {"connection", report.isNetwork() ? QStringLiteral("network") : QStringLiteral("usb")},
+              {"connection", QString::fromLatin1(ConnectionName(report))},
               {"port", report.info.strPort},
               {"family", QString::fromLatin1(FamilyName(*report.reply.family))},
               {"vendor", state.strVenderName},
@@ -114,7 +114,7 @@ void AppendConditions(Samples& samples, const char* kind, const QList<enErrorSta
         seen.insert(code);
         samples.append({1,
                         {{"kind", QString::fromLatin1(kind)},
-                         {"code", QString::asprintf("0x%04lX", code)},
+                         {"code", CodeText(code)},
                          {"condition", QString::fromLatin1(ConditionName(condition))},
                          {"description", c_strErrorDescText[condition][static_cast<int>(Language::English)]},
                          {"description_zh", c_strErrorDescText[condition][static_cast<int>(Language::Chinese)]}}});
@@ -136,16 +136,12 @@ Samples TonerRatio(const PrinterReport& report)
 
 Samples RawToner(const PrinterReport& report)
 {
-    const std::optional<unsigned long> raw = report.reply.rawToner();
-    return raw ? Samples{{static_cast<double>(*raw), {}}} : Samples();
+    return OneIfKnown(report.reply.rawToner());
 }
 
-// Without a record of its own, the number of prints is that of the pages.
 Samples CartridgePrints(const PrinterReport& report)
 {
-    const DecodedReply& reply = report.reply;
-    const bool isKnown = reply.contains(ReplyField::CartridgePages) || reply.contains(ReplyField::CartridgePrints);
-    return isKnown ? Samples{{static_cast<double>(reply.state.dwNumberOfPrint), {}}} : Samples();
+    return OneIfKnown(report.reply.cartridgePrints());
 }
 
 const QVector<Metric>& PrinterMetrics()

@@ -3,6 +3,7 @@
 
 #include "status/PrinterCheck.h"
 
+#include "status/ConditionNames.h"
 #include "status/PrintedText.h"
 #include "texts/UtilLanguageCtrl.h"
 
@@ -55,7 +56,7 @@ void AddConditions(Finding& finding, CheckState state, const QList<enErrorStatus
     for (int i = 0; i < conditions.size(); ++i) {
         finding.state = Worst(finding.state, state);
         finding.problems.append(c_strErrorDescText[conditions.at(i)][static_cast<int>(Language::English)] +
-                                QString::asprintf(" (0x%04lX)", codes.at(static_cast<std::size_t>(i))));
+                                QStringLiteral(" (%1)").arg(CodeText(codes.at(static_cast<std::size_t>(i)))));
     }
 }
 

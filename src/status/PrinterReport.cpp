@@ -61,6 +61,13 @@ std::optional<unsigned long> DecodedReply::supplyType() const
     return contains(ReplyField::SupplyType) ? std::make_optional(fields->dwSupplyType) : std::nullopt;
 }
 
+// A record of pages also sets the number of prints.
+std::optional<unsigned long> DecodedReply::cartridgePrints() const
+{
+    const bool isKnown = contains(ReplyField::CartridgePages) || contains(ReplyField::CartridgePrints);
+    return isKnown ? std::make_optional(state.dwNumberOfPrint) : std::nullopt;
+}
+
 std::vector<unsigned long> DecodedReply::errorCodes() const
 {
     return isAccepted ? Counted(fields->dwErrorCount, fields->vecErrorCode) : std::vector<unsigned long>();
@@ -92,6 +99,11 @@ const char* FamilyName(const PrinterFamily& family)
     return &family == &QZFamily() ? "qz" : "standard";
 }
 
+const char* ConnectionName(const PrinterReport& report)
+{
+    return report.isNetwork() ? "network" : "usb";
+}
+
 const char* ResultName(ReportResult result)
 {
     static constexpr std::array<const char*, 4> c_names{{"accepted", "missing", "unreadable", "rejected"}};
@@ -112,7 +124,7 @@ void HideSerialNumbers(DecodedReply& reply)
     reply.state.strSupplySerialNumber.clear();
     const auto hide = [&reply](ReplyField field, int offset, int size) {
         const int header = field == ReplyField::SupplySerialNumber ? static_cast<int>(SupplyHeaderBytes) : 0;
-        if (size > header && (field == ReplyField::SerialNumber || field == ReplyField::SupplySerialNumber)) {
+        if (size > header && IsSerialNumber(field)) {
             reply.bytes.replace(offset + header, size - header, QByteArray(size - header, '*'));
         }
     };

@@ -29,6 +29,7 @@ struct DecodedReply
     std::optional<unsigned long> rawToner() const;
     std::optional<unsigned long> rawStatus() const;
     std::optional<unsigned long> supplyType() const;
+    std::optional<unsigned long> cartridgePrints() const;
     /// The raw codes that belong to state.listError and state.listWarning, in the same order.
     std::vector<unsigned long> errorCodes() const;
     std::vector<unsigned long> warningCodes() const;
@@ -71,6 +72,9 @@ struct PrinterReport
         return info.iConnectType != CONNECT_TYPE_USB;
     }
 };
+
+/// "network" or "usb".
+const char* ConnectionName(const PrinterReport& report);
 
 /// The printers of one folder at one time.
 struct PrinterReports

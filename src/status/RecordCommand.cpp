@@ -6,8 +6,6 @@
 #include "status/ScenarioRecorder.h"
 #include "status/StatusFolder.h"
 
-#include <QSaveFile>
-
 namespace {
 
 using std::chrono::milliseconds;
@@ -19,18 +17,6 @@ constexpr int PollsPerList = 5;
 constexpr milliseconds SavingInterval = std::chrono::minutes(1);
 // What printer-simulator reads at most, less the largest step.
 constexpr int LargestRecordBytes = 14 << 20;
-
-// The file is replaced as a whole: it is never half-written.
-bool Save(const QString& path, const ScenarioRecorder& recorder)
-{
-    QSaveFile file(path);
-    const QByteArray text = recorder.text();
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit()) {
-        return true;
-    }
-    Complain(Filled(QStringLiteral("cannot write %1: %2"), {path, file.errorString()}));
-    return false;
-}
 
 PrinterReports WithoutSerialNumbers(PrinterReports reports)
 {
@@ -85,7 +71,7 @@ int RunRecord(const CommandLine& line)
         }
         const bool isDue = recorder.stepCount() > savedSteps && elapsed() - lastSaved >= SavingInterval;
         if (isEnd || isDue || savedSteps < 0) {
-            if (!Save(line.arguments.first(), recorder)) {
+            if (!SaveFile(line.arguments.first(), recorder.text())) {
                 return ExitNotRead;
             }
             savedSteps = recorder.stepCount();

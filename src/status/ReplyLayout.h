@@ -59,6 +59,12 @@ enum class ReplyField
 };
 constexpr int ReplyFieldCount = static_cast<int>(ReplyField::Ignored) + 1;
 
+/// Whether the field holds the serial number of printer or cartridge.
+constexpr bool IsSerialNumber(ReplyField field)
+{
+    return field == ReplyField::SerialNumber || field == ReplyField::SupplySerialNumber;
+}
+
 /// A field's place in a reply.
 struct PlacedField
 {

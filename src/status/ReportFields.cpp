@@ -19,14 +19,14 @@ QString TextIn(const QString (&texts)[TextLanguages], Language language)
     return texts[static_cast<int>(language)];
 }
 
-QString NumberIf(bool isKnown, unsigned long number)
+QString NumberIf(std::optional<unsigned long> number)
 {
-    return isKnown ? QString::number(number) : QString();
+    return number ? QString::number(*number) : QString();
 }
 
 QString Counter(const Report& report, ReplyField field, unsigned long number)
 {
-    return NumberIf(report.reply.contains(field), number);
+    return report.reply.contains(field) ? QString::number(number) : QString();
 }
 
 QString WithUnit(const QString& number, Language language, const char* english, const char* chinese)
@@ -81,8 +81,7 @@ QString ConditionSpoken(const Report& report, const Time& /*now*/, Language lang
 QString Codes(const std::vector<unsigned long>& codes)
 {
     QStringList texts;
-    std::transform(codes.begin(), codes.end(), std::back_inserter(texts),
-                   [](unsigned long code) { return QString::asprintf("0x%04lX", code); });
+    std::transform(codes.begin(), codes.end(), std::back_inserter(texts), CodeText);
     return texts.join(QLatin1Char(','));
 }
 
@@ -126,11 +125,6 @@ QString ResultSpoken(const Report& report, const Time& /*now*/, Language languag
     return report.isOnline() ? Pick(language, "accepted", "有效") : OfflineReason(report, language);
 }
 
-bool HasCartridgePrints(const Report& report)
-{
-    return report.reply.contains(ReplyField::CartridgePages) || report.reply.contains(ReplyField::CartridgePrints);
-}
-
 // A field that is one expression of `report`.
 #define PLAIN(expression)                                                                                              \
     [](const Report& report, const Time& /*now*/) -> QString {                                                         \
@@ -147,18 +141,15 @@ QVector<ReportField> MakeFields()
     return {
         {"name", "Name", "打印机名称", PLAIN(report.info.strPrinterName), nullptr},
         {"model", "Model", "型号", PLAIN(report.info.enType), nullptr},
-        {"connection", "Connection", "连接方式",
-         PLAIN(report.isNetwork() ? QStringLiteral("network") : QStringLiteral("usb")), ConnectionSpoken},
+        {"connection", "Connection", "连接方式", PLAIN(QString::fromLatin1(ConnectionName(report))), ConnectionSpoken},
         {"port", "Port", "端口", PLAIN(report.info.strPort), nullptr},
         {"uri", "URI", "URI", PLAIN(report.info.strURI), nullptr},
         {"family", "Family", "系列", PLAIN(QString::fromLatin1(FamilyName(*report.reply.family))), nullptr},
         {"toner", "Toner", "剩余碳粉量", TonerPlain, TonerSpoken},
-        {"toner-raw", "Toner (raw)", "碳粉量原始值",
-         PLAIN(NumberIf(report.reply.rawToner().has_value(), report.reply.rawToner().value_or(0))), nullptr},
+        {"toner-raw", "Toner (raw)", "碳粉量原始值", PLAIN(NumberIf(report.reply.rawToner())), nullptr},
         {"status", "Status", "状态", PLAIN(QString::fromLatin1(StatusName(report.reply.state.enCurrentStatus))),
          StatusSpoken},
-        {"status-raw", "Status (raw)", "状态原始值",
-         PLAIN(NumberIf(report.reply.rawStatus().has_value(), report.reply.rawStatus().value_or(0))), nullptr},
+        {"status-raw", "Status (raw)", "状态原始值", PLAIN(NumberIf(report.reply.rawStatus())), nullptr},
         {"condition", "Condition", "首要情况", ConditionPlain, ConditionSpoken},
         {"errors", "Errors", "错误", PLAIN(Codes(report.reply.errorCodes())), nullptr},
         {"warnings", "Warnings", "警告", PLAIN(Codes(report.reply.warningCodes())), nullptr},
@@ -179,7 +170,7 @@ QVector<ReportField> MakeFields()
         {"cartridge-pages", "Pages of the cartridge", "碳粉盒页数",
          COUNTED(OF_STATE(CartridgePages, dwNumberOfPages), "pages", "页")},
         {"cartridge-prints", "Prints of the cartridge", "碳粉盒印次",
-         COUNTED(NumberIf(HasCartridgePrints(report), report.reply.state.dwNumberOfPrint), "prints", "次")},
+         COUNTED(NumberIf(report.reply.cartridgePrints()), "prints", "次")},
         {"waste-toner", "Waste toner (raw)", "废粉计数", PLAIN(OF_STATE(WasteToner, dwWasteToner)), nullptr},
         {"drum-rotation", "Drum rotations", "感光鼓转数",
          COUNTED(OF_STATE(DrumRotation, dwOPCRotation), "rotations", "转")},

@@ -57,7 +57,7 @@ QJsonArray ConditionsJson(const QList<enErrorStatus>& conditions, const std::vec
 
 QJsonObject ConnectionJson(const PrinterReport& report)
 {
-    return JsonObject({{"type", report.isNetwork() ? QStringLiteral("network") : QStringLiteral("usb")},
+    return JsonObject({{"type", QLatin1String(ConnectionName(report))},
                        {"port", TextOrNull(report.info.strPort)},
                        {"uri", TextOrNull(report.info.strURI)}});
 }
@@ -70,13 +70,12 @@ QJsonValue NumberJson(const DecodedReply& reply, ReplyField field, unsigned long
 QJsonObject CartridgeJson(const DecodedReply& reply)
 {
     const stPrinterState& state = reply.state;
-    const bool hasPrints = reply.contains(ReplyField::CartridgePages) || reply.contains(ReplyField::CartridgePrints);
     return JsonObject({{"serial", TextOrNull(state.strSupplySerialNumber)},
                        {"type", NumberOrNull(reply.supplyType())},
                        {"waste_toner", NumberJson(reply, ReplyField::WasteToner, state.dwWasteToner)},
                        {"drum_rotation", NumberJson(reply, ReplyField::DrumRotation, state.dwOPCRotation)},
                        {"pages", NumberJson(reply, ReplyField::CartridgePages, state.dwNumberOfPages)},
-                       {"prints", hasPrints ? QJsonValue(static_cast<double>(state.dwNumberOfPrint)) : QJsonValue()}});
+                       {"prints", NumberOrNull(reply.cartridgePrints())}});
 }
 
 QJsonObject CountersJson(const DecodedReply& reply)

@@ -139,7 +139,7 @@ QByteArray ScenarioRecorder::differences(const PrinterReport& report, bool isDec
         set(property, value, "    " + property + name + ' ' + value + '\n');
     };
     setEntry("model", Quoted(report.info.enType));
-    setEntry("connection", report.isNetwork() ? "network" : "usb");
+    setEntry("connection", ConnectionName(report));
     setEntry("port", Quoted(report.info.strPort));
     setEntry("uri", Quoted(report.info.strURI));
     const QByteArray content = Content(report);

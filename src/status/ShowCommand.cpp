@@ -4,7 +4,6 @@
 #include "status/Commands.h"
 #include "status/ConditionNames.h"
 #include "status/ReportFields.h"
-#include "status/ReportJson.h"
 #include "texts/UtilLanguageCtrl.h"
 
 #include <algorithm>
@@ -41,7 +40,7 @@ void AppendConditions(QVector<TableRow>& rows, const QString& title, const QList
     const auto column = static_cast<int>(language);
     for (int i = 0; i < conditions.size(); ++i) {
         const enErrorStatus condition = conditions.at(i);
-        const QString text = QString::asprintf("0x%04lX ", codes.at(static_cast<std::size_t>(i))) +
+        const QString text = CodeText(codes.at(static_cast<std::size_t>(i))) + QLatin1Char(' ') +
             QString::fromLatin1(ConditionName(condition)) + QLatin1Char(' ') + c_strErrorDescText[condition][column];
         rows.append({{title}, {text}});
         const QString& remedy = c_strErrorSolutionText[condition][column];
@@ -71,16 +70,9 @@ QString PrinterTable(const PrinterReport& report, const QVector<const ReportFiel
     return FormatTable(rows, line.isColoured, ValueColumns);
 }
 
-QByteArray Format(const PrinterReports& reports, const CommandLine& line)
+QByteArray PrinterTables(const PrinterReports& reports, const QVector<const ReportField*>& fields, const QDateTime& now,
+                         const CommandLine& line)
 {
-    if (line.format == OutputFormat::Json) {
-        return JsonText(ReportsJson(reports, line.directory), true);
-    }
-    const auto fields = ReportFieldsNamed(line.fields.isEmpty() ? ReportFieldNames() : line.fields);
-    const QDateTime now = QDateTime::currentDateTimeUtc();
-    if (line.format == OutputFormat::Terse) {
-        return FormatTerse(reports, fields, now);
-    }
     QString text;
     for (const PrinterReport& report : reports.printers) {
         text += (text.isEmpty() ? QString() : QStringLiteral("\n")) + PrinterTable(report, fields, now, line);
@@ -94,5 +86,5 @@ int RunShow(const CommandLine& line)
 {
     int exitCode = ExitDone;
     const PrinterReports reports = Chosen(ReadReports(line, exitCode), line, exitCode);
-    return Print(Format(reports, line)) ? exitCode : ExitNotRead;
+    return Print(FormatReports(reports, line, ReportFieldNames(), PrinterTables)) ? exitCode : ExitNotRead;
 }

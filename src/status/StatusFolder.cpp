@@ -8,8 +8,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <array>
-
 namespace {
 
 QString WithSlash(const QString& directory)
@@ -71,10 +69,9 @@ void StatusFolder::readReport(int index)
     const PrinterReport& old = m_reports.printers.at(index);
     StatusFile& file = m_files.at(static_cast<std::size_t>(index));
     const QString& name = old.info.strPrinterName;
-    std::array<unsigned char, ReplyLimitBytes> buffer{};
     unsigned long length = 0;
     // Like the assistant: the file of an off-line printer is read again even if its timestamp is the same.
-    const auto result = file.read(name, !old.isOnline(), buffer.data(), buffer.size(), length);
+    const auto result = file.read(name, !old.isOnline(), m_buffer.data(), m_buffer.size(), length);
     if (result == StatusFile::Read::Unchanged) {
         return;
     }
@@ -82,7 +79,7 @@ void StatusFolder::readReport(int index)
     report.info = old.info;
     report.modified = file.lastModified();
     if (result == StatusFile::Read::Done) {
-        const QByteArray bytes(reinterpret_cast<const char*>(buffer.data()), static_cast<int>(length));
+        const QByteArray bytes(reinterpret_cast<const char*>(m_buffer.data()), static_cast<int>(length));
         report.reply = DecodeReply(FamilyOf(name), bytes);
         report.result = report.reply.isAccepted ? ReportResult::Accepted : ReportResult::Rejected;
     } else {

@@ -6,6 +6,7 @@
 #include "acquisition/StatusFile.h"
 #include "status/PrinterReport.h"
 
+#include <array>
 #include <vector>
 
 /// The printer list and the status files of one folder. Only reads them.
@@ -26,4 +27,5 @@ private:
     QString m_directory; ///< ends in a slash
     PrinterReports m_reports;
     std::vector<StatusFile> m_files; ///< one for each printer
+    std::array<unsigned char, ReplyLimitBytes> m_buffer{}; ///< the reply that was read last
 };
