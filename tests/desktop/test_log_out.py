@@ -57,10 +57,12 @@ def session_manager(pytestconfig):
 
 @pytest.fixture
 def assistant(printers, start, session_manager):
-    """An assistant that is registered in this session and shows a printer."""
+    """An assistant that is registered in this session and whose open window shows a printer."""
     printers.install({"Office": {"toner": "50"}})
     copy = start(**session_manager.environment)
     assert session_manager.next_event() == "registered"
+    # The program has its rows before the screen shows its window.
+    copy.window()
     copy.wait_for_rows(READY)
     return copy
 
