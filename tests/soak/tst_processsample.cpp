@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include <cstdio>
+#include <ctime>
 #include <thread>
 #include <unistd.h>
 
@@ -86,12 +87,14 @@ void ProcessSampleTest::processorTime()
     const ProcessSample before = OwnProcess();
     QThread::msleep(600); // sleeping does not count
     std::thread([]() {
-        QElapsedTimer timer;
-        timer.start();
-        while (timer.elapsed() < 200) { }
+        // The thread's own processor time, which does not depend on what else the machine does.
+        timespec used{};
+        while (used.tv_sec == 0 && used.tv_nsec < 200'000'000) {
+            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+        }
     }).join();
     const double used = OwnProcess().cpuSeconds - before.cpuSeconds;
-    QVERIFY2(used > 0.02 && used < 0.5, qPrintable(QString::number(used)));
+    QVERIFY2(used > 0.15 && used < 0.5, qPrintable(QString::number(used)));
 }
 
 void ProcessSampleTest::noSuchProcess()
