@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "acquisition/NetworkQuery.h"
 #include "Descriptors.h"
 #include "PrinterFolder.h"
 #include "SampleRecords.h"
@@ -26,6 +27,7 @@ private slots:
     void replyIsEvaluated();
     void replySize_data();
     void replySize();
+    void zerosFollowTheReply();
     void qzFamilyIsNotDistinguished();
     void silence();
     void silentPeer();
@@ -133,6 +135,16 @@ void NetworkStatusChannelTest::replySize()
     } else {
         QCOMPARE(Words(worker.stCurrent), UntouchedWords());
     }
+}
+
+void NetworkStatusChannelTest::zerosFollowTheReply()
+{
+    const UdpPeer peer(PeerAddress, {QByteArray(8, 'a')});
+    QByteArray buffer(16, 'x');
+    unsigned long length = 0;
+    QCOMPARE(QueryPrinter(Address, reinterpret_cast<unsigned char*>(buffer.data()), 12, length), 0);
+    QCOMPARE(length, 8UL);
+    QCOMPARE(buffer, QByteArray(8, 'a') + QByteArray(4, '\0') + QByteArray(4, 'x'));
 }
 
 void NetworkStatusChannelTest::qzFamilyIsNotDistinguished()

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "acquisition/StatusFile.h"
 #include "PrinterFolder.h"
 #include "ReadHook.h"
 #include "SampleRecords.h"
@@ -20,6 +21,7 @@ private slots:
     void init();
     void cleanup();
     void inPieces();
+    void zerosFollowTheFile();
     void failing_data();
     void failing();
     void secondWorkerReadsNewerState();
@@ -66,6 +68,24 @@ void StatusFileReadsTest::inPieces()
     ReadHook::Disturb(1, -1);
     QCOMPARE(worker.GetPrinterStatusFile(Name, false), 0);
     QCOMPARE(Words(worker.stCurrent.stState), Words(FullReplyState()));
+}
+
+// A shorter file must not be followed by the rest of a longer one that was read before.
+void StatusFileReadsTest::zerosFollowTheFile()
+{
+    PrinterFolder::WriteStatusFile(Name, QByteArray("abc"));
+    QByteArray buffer(16, 'x');
+    unsigned long length = 0;
+    StatusFile file;
+    const auto read = [&](unsigned long capacity) {
+        return file.read(Name, false, reinterpret_cast<unsigned char*>(buffer.data()), capacity, length);
+    };
+    QCOMPARE(read(10), StatusFile::Read::Done);
+    QCOMPARE(length, 3UL);
+    QCOMPARE(buffer, QByteArray("abc") + QByteArray(7, '\0') + QByteArray(6, 'x'));
+    buffer.fill('x');
+    QCOMPARE(read(10), StatusFile::Read::Unchanged);
+    QCOMPARE(buffer, QByteArray(16, 'x'));
 }
 
 void StatusFileReadsTest::failing_data()
