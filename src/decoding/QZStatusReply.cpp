@@ -79,8 +79,8 @@ unsigned long StoreItem(UtilPrinterStatus& reply, const unsigned char* buffer, u
 
 unsigned int DecodeQZReply(UtilPrinterStatus& reply, const unsigned char* buffer, unsigned long length)
 {
-    // This reply is valid but says nothing: the printer counts as answering, with an unknown status.
-    if (length < QZLayout::MinimumReplyBytes || buffer[QZLayout::ItemCountOffset] == 0) {
+    // A reply without items is valid but says nothing: the printer counts as answering, with an unknown status.
+    if (length < QZLayout::MinimumReplyBytes) {
         return 1;
     }
     unsigned long position = QZLayout::FirstItemOffset;
