@@ -100,11 +100,16 @@ def test_window_for_documents(desktop, printers, start):
 def test_window_opened_later(desktop, start_busy):
     """A hidden start skips what only the window needs. The window must still look the same when it is opened."""
     screen = desktop.screen
+
+    def picture_of(copy, name):
+        # Qt makes the first cell the current one if the window gets the focus after its rows. A click does so always.
+        screen.click(copy.table().cell(0, 0).box)
+        return screen.capture(name, box=screen.box(copy.window()))
+
     first = start_busy()
-    picture = screen.capture("window-at-start", box=screen.box(first.window()))
+    picture = picture_of(first, "window-at-start")
     first.end()
-    later = start_busy("-hide")
-    assert screen.capture("window-later", box=screen.box(later.window())) == picture
+    assert picture_of(start_busy("-hide"), "window-later") == picture
 
 
 def test_end_of_the_table(desktop, busy_assistant):
