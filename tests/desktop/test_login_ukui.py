@@ -4,10 +4,9 @@
 the XEmbed tray's selection long before the panel starts."""
 
 import pathlib
-import subprocess
 
 import dbus
-from rig.launcher import NOTICE_S, OLDER_TRAY, name_of
+from rig.launcher import NOTICE_S, name_of, older_tray_is_taken
 from rig.waiting import eventually
 
 WATCHER = "org.kde.StatusNotifierWatcher"
@@ -16,14 +15,6 @@ WATCHER = "org.kde.StatusNotifierWatcher"
 def hosts_icons(bus):
     watcher = bus.get_object(WATCHER, "/StatusNotifierWatcher", introspect=False)
     return watcher.Get(WATCHER, "IsStatusNotifierHostRegistered", dbus_interface=dbus.PROPERTIES_IFACE)
-
-
-def older_tray_is_taken(later):
-    """Whether the XEmbed tray's selection has an owner, which a second tray would report."""
-    tray = later("timeout", "60", *OLDER_TRAY, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
-    line = tray.stdout.readline()
-    tray.terminate()
-    return "another systray already running" in line
 
 
 def test_icon_and_message(launch, later, printers, notifications, monkeypatch):
@@ -36,7 +27,7 @@ def test_icon_and_message(launch, later, printers, notifications, monkeypatch):
     eventually(lambda: bus.name_has_owner(WATCHER), "the watcher")
     later("sni-xembed-proxy")
     launcher.assert_stays_waiting(2 * NOTICE_S + 1)
-    assert older_tray_is_taken(later) and not hosts_icons(bus)
+    assert older_tray_is_taken() and not hosts_icons(bus)
     printers.install({"Office": dict(model="K4510A", warnings=["0x110D"])})
     later("ukui-panel")
     eventually(lambda: hosts_icons(bus), "the panel hosts icons")

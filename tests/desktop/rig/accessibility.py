@@ -80,8 +80,8 @@ def _find_program(bus, fits):
     return None
 
 
-class ShownMenus:
-    """Follows the menus that programs open. A menu belongs to no window, so only its opening reveals it."""
+class ShownObjects:
+    """Follows the objects that programs show. A menu belongs to no window, so only its opening reveals it."""
 
     def __init__(self, bus):
         self._bus = bus
@@ -95,17 +95,18 @@ class ShownMenus:
         if is_set:
             self._shown.append((service, path))
 
-    def take(self, service):
-        """The menu that a program has opened since the last call; None if there is none."""
+    def take(self, *roles):
+        """The objects with these roles that were shown since the last call, in order."""
         while GLib.MainContext.default().iteration(False):
             pass
         shown, self._shown = self._shown, []
-        for owner, path in shown:
+        taken = []
+        for service, path in shown:
             with contextlib.suppress(Gone):
-                candidate = Accessible(self._bus, owner, path)
-                if owner == service and candidate.role == "popup menu":
-                    return candidate
-        return None
+                candidate = Accessible(self._bus, service, path)
+                if candidate.role in roles:
+                    taken.append(candidate)
+        return taken
 
 
 class Accessible:

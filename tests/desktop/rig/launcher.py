@@ -32,12 +32,26 @@ def copies():
     return [int(number) for number in numbers if name_of(number) == "BrelPrinterTool"]
 
 
-def start_panel(later):
-    """Starts Xfce's panel with a tray and nothing else."""
+def configure_panel():
+    """Gives Xfce's panel a tray and nothing else."""
     folder = pathlib.Path.home() / ".config/xfce4/xfconf/xfce-perchannel-xml"
     folder.mkdir(parents=True, exist_ok=True)
     shutil.copy(pathlib.Path(__file__).parents[2] / "support/xfce4-panel.xml", folder)
+
+
+def start_panel(later):
+    """Starts Xfce's panel."""
+    configure_panel()
     later("xfce4-panel", "--disable-wm-check")
+
+
+def older_tray_is_taken():
+    """Whether the XEmbed tray's selection has an owner, which a second tray would report."""
+    with subprocess.Popen(["timeout", "60", *OLDER_TRAY], stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                          text=True) as tray:
+        line = tray.stdout.readline()
+        tray.terminate()
+    return "another systray already running" in line
 
 
 class Launcher:

@@ -7,7 +7,7 @@ import time
 
 import dbus
 
-from rig.accessibility import ShownMenus, program_called
+from rig.accessibility import ShownObjects, program_called
 from rig.screen import Box, find_windows, output_of
 from rig.waiting import eventually
 
@@ -146,7 +146,7 @@ class EmbeddedIcon(_Icon):
         self._panel = eventually(_panels, "the tray is shown")[0]
         self._program = assistant.program
         self._service = assistant.program.service
-        self._menus = ShownMenus(desktop.accessibility_bus)
+        self._shown = ShownObjects(desktop.accessibility_bus)
         self._is_left_half_next = True
         super().__init__(desktop, assistant)
 
@@ -183,9 +183,12 @@ class EmbeddedIcon(_Icon):
     choose_by_hand = choose
 
     def _open_items(self):
-        self._menus.take(self._service)
+        self._own_menus()
         self.open_menu()
-        return eventually(lambda: self._menus.take(self._service), "the menu says that it is open").children()
+        return eventually(self._own_menus, "the menu says that it is open")[0].children()
+
+    def _own_menus(self):
+        return [menu for menu in self._shown.take("popup menu") if menu.service == self._service]
 
     # After a window or menu with the focus has closed, Qt waits a fixed time for the focus to move to another one of
     # the program. Then the program becomes inactive, which closes all menus, even one that was opened since. Nothing
