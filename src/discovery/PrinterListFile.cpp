@@ -4,6 +4,7 @@
 #include "discovery/PrinterListFile.h"
 
 #include "discovery/PrinterListSnapshot.h"
+#include "infrastructure/QtGenerations.h"
 
 #include <QSettings>
 
@@ -24,9 +25,9 @@ std::optional<QList<stPrinterInfo>> ReadPrinterList(const QString& path)
     }
     QList<stPrinterInfo> printers;
     QSettings settings(file.path(), QSettings::IniFormat);
-    settings.setIniCodec("utf-8");
+    ReadAsUtf8(settings);
     settings.beginGroup(QStringLiteral("Main"));
-    const int count = std::min(settings.value(QStringLiteral("Count")).toInt(), MaximumPrinterCount);
+    const int count = std::min(IntegerOf(settings.value(QStringLiteral("Count"))), MaximumPrinterCount);
     settings.endGroup();
     const auto text = [&settings](const char* key) {
         return PrinterListSnapshot::text(settings.value(QLatin1String(key)));
@@ -36,7 +37,7 @@ std::optional<QList<stPrinterInfo>> ReadPrinterList(const QString& path)
         settings.beginGroup(QString::asprintf("printer_%d", i));
         info.strPrinterName = text("Name");
         info.enType = text("Model");
-        info.iConnectType = settings.value(QStringLiteral("ConnectType")).toInt();
+        info.iConnectType = IntegerOf(settings.value(QStringLiteral("ConnectType")));
         info.strPort = text("Port");
         info.strURI = text("URI");
         settings.endGroup();

@@ -3,6 +3,7 @@
 
 #include "discovery/PrinterListSnapshot.h"
 
+#include "infrastructure/QtGenerations.h"
 #include "infrastructure/RegularFile.h"
 
 #include <QByteArray>
@@ -72,7 +73,7 @@ QByteArray Condensed(const QByteArray& ini, QVector<AtSign>& atSigns)
             character = at < ini.size() ? NumberedCharacter(ini, at) : 0;
         }
         if (character == '@') {
-            atSigns.append({begin, at, text.size()});
+            atSigns.append({begin, at, static_cast<int>(text.size())});
         }
         if (character > 0x20 && character < 0x7F) {
             text += static_cast<char>(character);
@@ -142,7 +143,7 @@ PrinterListSnapshot::PrinterListSnapshot(const QString& path)
     const unsigned long count =
         file.read(reinterpret_cast<unsigned char*>(text.data()), static_cast<unsigned long>(text.size()));
     text.truncate(static_cast<int>(count));
-    text = WithoutStoredObjects(text);
+    text = WithoutStoredObjects(WithValidUtf8(text));
     m_descriptor = memfd_create("printerlist", MFD_CLOEXEC);
     if (m_descriptor >= 0 && !(Write(m_descriptor, text) && SetTimeOfItsOwn(m_descriptor))) {
         close(m_descriptor);

@@ -7,8 +7,7 @@
 #include "infrastructure/FixedPaths.h"
 #include "infrastructure/FreeMemory.h"
 #include "infrastructure/LateWakeUps.h"
-
-#include <QTextCodec>
+#include "infrastructure/QtGenerations.h"
 
 namespace {
 
@@ -22,7 +21,7 @@ constexpr int PassesToReturnMemory = 2;
 
 TrdDeviceManage::TrdDeviceManage(QObject* parent)
     : UtilThreadBase(parent)
-    , pTextCodec(QTextCodec::codecForName("utf-8"))
+    , pTextCodec(Utf8Codec())
 {
 }
 

@@ -46,5 +46,5 @@ private:
     bool ReplaceListIfChanged(const QList<stPrinterInfo>& printers);
 
     SharedPrinterList pPrinterList; ///< no list before Init() and after letting go
-    QTextCodec* pTextCodec; ///< UTF-8; see docs/contract.md
+    QTextCodec* pTextCodec; ///< UTF-8, null with Qt 6; see docs/contract.md
 };

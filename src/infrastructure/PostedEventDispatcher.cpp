@@ -45,7 +45,7 @@ void PostedEventDispatcher::registerSocketNotifier(QSocketNotifier* /*notifier*/
 
 void PostedEventDispatcher::unregisterSocketNotifier(QSocketNotifier* /*notifier*/) { }
 
-void PostedEventDispatcher::registerTimer(int /*timerId*/, int /*interval*/, Qt::TimerType /*timerType*/,
+void PostedEventDispatcher::registerTimer(int /*timerId*/, TimerInterval /*interval*/, Qt::TimerType /*timerType*/,
                                           QObject* /*object*/)
 {
 }

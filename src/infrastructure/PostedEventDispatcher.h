@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QAbstractEventDispatcher>
+#include "infrastructure/QtGenerations.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -12,12 +12,12 @@
 ///
 /// Qt's own dispatcher opens a descriptor for each thread and ends the program when none is left; desktops allow a
 /// program about a thousand. This dispatcher uses none, so descriptors do not limit the number of workers.
-class PostedEventDispatcher : public QAbstractEventDispatcher
+class PostedEventDispatcher : public EventDispatcherBase
 {
     Q_OBJECT
 
 public:
-    using QAbstractEventDispatcher::QAbstractEventDispatcher;
+    using EventDispatcherBase::EventDispatcherBase;
 
     bool processEvents(QEventLoop::ProcessEventsFlags flags) override;
     bool hasPendingEvents() override;
@@ -27,7 +27,7 @@ public:
 
     void registerSocketNotifier(QSocketNotifier* notifier) override;
     void unregisterSocketNotifier(QSocketNotifier* notifier) override;
-    void registerTimer(int timerId, int interval, Qt::TimerType timerType, QObject* object) override;
+    void registerTimer(int timerId, TimerInterval interval, Qt::TimerType timerType, QObject* object) override;
     bool unregisterTimer(int timerId) override;
     bool unregisterTimers(QObject* object) override;
     QList<TimerInfo> registeredTimers(QObject* object) const override;

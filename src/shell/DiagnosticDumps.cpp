@@ -38,7 +38,7 @@ void DumpPrinters(const QList<stPrinterInfo>& printers)
         return;
     }
     const char* function = "DebugOutputPrinterInfo";
-    DumpLine(__LINE__, function, QString::asprintf("printer number=%d", printers.size()));
+    DumpLine(__LINE__, function, QString::asprintf("printer number=%d", static_cast<int>(printers.size())));
     for (int i = 0; i < printers.size(); ++i) {
         const stPrinterInfo& info = printers.at(i);
         const QByteArray name = info.strPrinterName.toUtf8();
@@ -70,8 +70,8 @@ void DumpPrinter(int index, const stPrinterManager& printer)
     dump(__LINE__, QString::asprintf("%s: strVenderName=%s", name, Latin1Text(state.strVenderName).constData()));
     dump(__LINE__, QString::asprintf("%s: strProductName=%s", name, Latin1Text(state.strProductName).constData()));
     // The lengths of the lists are reliable; the reported counts are not.
-    dump(__LINE__, QString::asprintf("%s: iNumberOfError=%d", name, state.listError.size()));
-    dump(__LINE__, QString::asprintf("%s: iNumberOfWarning=%d", name, state.listWarning.size()));
+    dump(__LINE__, QString::asprintf("%s: iNumberOfError=%d", name, static_cast<int>(state.listError.size())));
+    dump(__LINE__, QString::asprintf("%s: iNumberOfWarning=%d", name, static_cast<int>(state.listWarning.size())));
     dump(__LINE__, QString::asprintf("%s: error code=", name) + CodeList(state.listError));
     dump(__LINE__, QString::asprintf("%s: warning code=", name) + CodeList(state.listWarning));
     dump(__LINE__,

@@ -3,8 +3,9 @@
 
 #include "shell/ScreenScale.h"
 
-#include <QApplication>
-#include <QDesktopWidget>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QWidget>
 
 namespace {
@@ -24,7 +25,12 @@ Q_CONSTRUCTOR_FUNCTION(DrawWithoutOpenGL)
 
 QSize ScreenScale::DesktopSize()
 {
-    return QApplication::desktop()->size();
+    QRect desktop;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    for (const QScreen* screen : screens) {
+        desktop |= screen->geometry();
+    }
+    return desktop.size();
 }
 
 bool ScreenScale::IsScaled()

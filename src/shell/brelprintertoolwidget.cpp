@@ -6,6 +6,7 @@
 #include "acquisition/TrdGetPrinterStatus.h"
 #include "discovery/TrdDeviceManage.h"
 #include "infrastructure/FixedPaths.h"
+#include "infrastructure/QtGenerations.h"
 #include "infrastructure/ShellCommand.h"
 #include "infrastructure/UtilLog.h"
 #include "records/ModelCatalogue.h"
@@ -88,7 +89,7 @@ BrelPrinterToolWidget::~BrelPrinterToolWidget()
 // to close, and would quit when a passing window, such as a tray balloon, was the last to close.
 void BrelPrinterToolWidget::StayUntilToldToExit()
 {
-    QGuiApplication::setFallbackSessionManagementEnabled(false);
+    AnswerSessionManagersOnly<QGuiApplication>();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::instance()->installEventFilter(this);
 }

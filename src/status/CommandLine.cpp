@@ -231,7 +231,7 @@ private:
             if (!m_parser.isSet(name)) {
                 continue;
             }
-            const auto* const own =
+            const QVector<CommandOption>::const_iterator own =
                 std::find_if(m_command->options.begin(), m_command->options.end(),
                              [&name](const CommandOption& candidate) { return name == QLatin1String(candidate.name); });
             if (own == m_command->options.end()) {

@@ -101,10 +101,10 @@ const QVector<Command>& Commands()
 
 const Command* FindCommand(const QString& name)
 {
-    const auto* const command = std::find_if(Commands().begin(), Commands().end(), [&name](const Command& candidate) {
-        return name == QLatin1String(candidate.name);
-    });
-    return command == Commands().end() ? nullptr : command;
+    const QVector<Command>::const_iterator command =
+        std::find_if(Commands().begin(), Commands().end(),
+                     [&name](const Command& candidate) { return name == QLatin1String(candidate.name); });
+    return command == Commands().end() ? nullptr : &*command;
 }
 
 PrinterReports ReadReports(const CommandLine& line, int& exitCode)

@@ -116,7 +116,7 @@ QString SafeText(const QString& text)
     QString safe;
     safe.reserve(text.size());
     const QVector<uint> characters = text.toUcs4();
-    for (const uint character : characters) {
+    for (const char32_t character : characters) {
         if (IsHarmful(character)) {
             safe += Escaped(character);
         } else {
@@ -145,7 +145,7 @@ QString CutText(const QString& text, int columns)
     QString cut;
     int used = 1; // the ellipsis
     const QVector<uint> characters = Beginning(text, columns * 2).toUcs4();
-    for (const uint character : characters) {
+    for (const char32_t character : characters) {
         used += ColumnsOf(character);
         if (used > columns) {
             break;

@@ -164,7 +164,7 @@ QByteArray JsonText(const QJsonObject& document, bool isIndented)
     QString text;
     text.reserve(json.size());
     const QVector<uint> characters = QString::fromUtf8(json).toUcs4();
-    for (const uint character : characters) {
+    for (const char32_t character : characters) {
         const QString unit = QString::fromUcs4(&character, 1);
         if (character == '\n' || !IsHarmful(character)) {
             text += unit;

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 
+#include "infrastructure/QtGenerations.h"
 #include "status/Commands.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 #include <unistd.h>
 
@@ -12,7 +12,7 @@
 int main(int argc, char** argv)
 {
     // File names and arguments are UTF-8 under every locale, like the printer list.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    UseUtf8EverywhereLocally();
     const QCoreApplication application(argc, argv);
     const CommandLine line = ParseCommandLine(QCoreApplication::arguments().mid(1),
                                               QProcessEnvironment::systemEnvironment(), isatty(STDOUT_FILENO) != 0);

@@ -2,15 +2,16 @@
 // SPDX-License-Identifier: MIT
 
 #include "infrastructure/UtilLog.h"
+#include "LocalCodec.h"
 #include "LogFolder.h"
 #include "PrinterFolder.h"
 #include "SampleRecords.h"
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 
-#include <QTextCodec>
 #include <QtTest>
 
+#include <memory>
 #include <string>
 
 // Tests the `cancel` command, which runs when a printer enters the cancelling status.
@@ -263,8 +264,10 @@ void JobCancelTest::refusedBytes_data()
 void JobCancelTest::refusedBytes()
 {
     QFETCH(const QString, name);
-    QTextCodec* const usual = QTextCodec::codecForLocale();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("GBK"));
+    auto gbk = std::make_unique<LocalCodec>("GBK");
+    if (!gbk->isUsed()) {
+        QSKIP("The local encoding is always UTF-8 with Qt 6");
+    }
     const FakeCommand cancel(QStringLiteral("cancel"));
     const FakeCommand other(QStringLiteral("x"));
     Setting setting(name);
@@ -272,7 +275,7 @@ void JobCancelTest::refusedBytes()
     const int changes = setting.worker.runCycle();
     const QByteArray bytes = name.toLocal8Bit();
     PrinterFolder::RemoveStatusFile(name);
-    QTextCodec::setCodecForLocale(usual);
+    gbk.reset();
     QTEST(bytes, "bytes");
     QCOMPARE(changes, 1);
     QCOMPARE(cancel.calls().size(), 0);

@@ -69,7 +69,7 @@ struct CancellingWorker
 
     const FakeCommand cancel{QStringLiteral("cancel"), LongCancel()};
     QList<stPrinterManager> list;
-    RunningStatusWorker running{list.size() - 1, &list};
+    RunningStatusWorker running{static_cast<int>(list.size()) - 1, &list};
 };
 
 // Replaces the list while the command runs. Returns false if the list was locked during the command.

@@ -213,7 +213,7 @@ void ListFaultsTest::step()
     const bool isShown = m_rig->waitUntil([this, &step] { return rows(*m_rig) == step.rows; });
     QVERIFY2(isShown, qPrintable(rows(*m_rig).join(QLatin1Char('\n'))));
     // A list that grows again starts workers for the new rows, in addition to the old ones.
-    m_expectedWorkers += std::max(0, step.rows.size() - m_lastRowCount);
+    m_expectedWorkers += std::max(0, static_cast<int>(step.rows.size()) - m_lastRowCount);
     m_lastRowCount = step.rows.size();
     QCOMPARE(m_rig->window().startedWorkers(), m_expectedWorkers);
 }

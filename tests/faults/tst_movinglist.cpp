@@ -92,7 +92,7 @@ public:
         }
         const QString text = names.join(QLatin1Char(','));
         if (m_lists.isEmpty() || m_lists.last() != text) {
-            m_workers += std::max(0, names.size() - m_lastCount);
+            m_workers += std::max(0, static_cast<int>(names.size()) - m_lastCount);
             m_growths += names.size() > m_lastCount ? 1 : 0;
             m_lastCount = names.size();
             m_lists.append(text);

@@ -3,6 +3,7 @@
 
 #include "discovery/TrdDeviceManage.h"
 #include "FuzzTarget.h"
+#include "infrastructure/QtGenerations.h"
 #include "PrinterFolder.h"
 #include "Requirement.h"
 
@@ -13,30 +14,33 @@
 struct StoredTrap
 {
 };
+QDataStream& operator<<(QDataStream& stream, const StoredTrap& trap);
+QDataStream& operator>>(QDataStream& stream, StoredTrap& trap);
 Q_DECLARE_METATYPE(StoredTrap)
 
 namespace {
 
 constexpr int MaximumPrinters = 1000;
 
-// A list without these bytes holds no stored object, so QSettings can read it unprotected.
+// A list without these bytes holds no stored object, so QSettings can read it unprotected, unless the encoding is
+// broken.
 bool IsHarmless(const QByteArray& text)
 {
-    return !text.contains('\\') && !text.contains('V') && !text.contains('D');
+    return !text.contains('\\') && !text.contains('V') && !text.contains('D') && WithValidUtf8(text) == text;
 }
 
 void CompareWithSettings(const QList<stPrinterInfo>& printers)
 {
     QSettings settings(QString::fromLatin1(PrinterFolder::PrinterListPath), QSettings::IniFormat);
-    settings.setIniCodec("utf-8");
-    const int count = settings.value(QStringLiteral("Main/Count")).toInt();
+    ReadAsUtf8(settings);
+    const int count = IntegerOf(settings.value(QStringLiteral("Main/Count")));
     Require(printers.size() == qBound(0, count, MaximumPrinters), "all printers are listed");
     for (int i = 0; i < printers.size(); ++i) {
         settings.beginGroup(QStringLiteral("printer_%1").arg(i));
         const stPrinterInfo& info = printers.at(i);
         Require(info.strPrinterName == settings.value(QStringLiteral("Name")).toString() &&
                     info.enType == settings.value(QStringLiteral("Model")).toString() &&
-                    info.iConnectType == settings.value(QStringLiteral("ConnectType")).toInt() &&
+                    info.iConnectType == IntegerOf(settings.value(QStringLiteral("ConnectType"))) &&
                     info.strPort == settings.value(QStringLiteral("Port")).toString() &&
                     info.strURI == settings.value(QStringLiteral("URI")).toString(),
                 "a list without stored objects is read as QSettings reads it");
@@ -60,7 +64,11 @@ QDataStream& operator>>(QDataStream& stream, StoredTrap& /*trap*/)
 static bool Prepare()
 {
     PrinterFolder::Create();
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     qRegisterMetaTypeStreamOperators<StoredTrap>("StoredTrap");
+#else
+    qRegisterMetaType<StoredTrap>("StoredTrap"); // with its stream operators
+#endif
     return true;
 }
 

@@ -159,7 +159,10 @@ Seeds PrinterLists()
 QMap<QString, QByteArray> SeedCorpus()
 {
     Seeds seeds = StandardReplies();
-    seeds.unite(QZReplies());
-    seeds.unite(PrinterLists());
+    for (const Seeds& more : {QZReplies(), PrinterLists()}) {
+        for (auto seed = more.begin(); seed != more.end(); ++seed) {
+            seeds.insert(seed.key(), seed.value());
+        }
+    }
     return seeds;
 }

@@ -7,9 +7,9 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDesktopWidget>
 #include <QDir>
 #include <QMetaMethod>
+#include <QScreen>
 #include <QtTest>
 
 #include <memory>
@@ -35,7 +35,7 @@ ExpectedGeometry GeometryOnThisDesktop()
     const QRect box(70, 60, 200, 25);
     const QRect ok(70, 250, 80, 25);
     const QRect cancel(250, 250, 80, 25);
-    const QSize desktop = QApplication::desktop()->size();
+    const QSize desktop = QGuiApplication::primaryScreen()->virtualSize();
     if (desktop == QSize(1280, 800)) {
         return {{440, 250, 400, 300}, box, ok, cancel};
     }
@@ -234,7 +234,7 @@ void AppSettingTest::scaleControlDoesNotTestTheDesktop()
     QWidget widget;
     widget.setGeometry(70, 250, 80, 25);
     dialog.ScaleControl(&widget);
-    QCOMPARE(widget.geometry(), expected.value(QApplication::desktop()->width()));
+    QCOMPARE(widget.geometry(), expected.value(QGuiApplication::primaryScreen()->virtualSize().width()));
 }
 
 void AppSettingTest::metaObjectOrder()

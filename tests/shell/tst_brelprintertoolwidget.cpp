@@ -4,17 +4,22 @@
 #include "infrastructure/UtilLog.h"
 #include "PrinterFolder.h"
 #include "shell/brelprintertoolwidget.h"
+#include "shell/ScreenScale.h"
 #include "TestWindow.h"
 #include "ui_brelprintertoolwidget.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDesktopWidget>
 #include <QDir>
 #include <QHeaderView>
 #include <QMetaMethod>
+#include <QScreen>
 #include <QScrollBar>
 #include <QtTest>
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+#include <QDesktopWidget>
+#endif
 
 namespace {
 
@@ -29,7 +34,7 @@ ExpectedGeometry GeometryOnThisDesktop()
 {
     const QRect table(20, 20, 560, 260);
     const QVector<int> columnWidths{120, 150, 85, 185};
-    const QSize desktop = QApplication::desktop()->size();
+    const QSize desktop = QGuiApplication::primaryScreen()->virtualSize();
     if (desktop == QSize(1280, 800)) {
         return {{340, 250, 600, 300}, table, columnWidths};
     }
@@ -88,6 +93,7 @@ private slots:
     void init();
     void form();
     void formKeepsObjectNames();
+    void desktopSize();
     void geometry();
     void framePositionWhenShown();
     void fixedSizeWithoutMaximiseButton();
@@ -136,6 +142,14 @@ void BrelPrinterToolWidgetTest::formKeepsObjectNames()
     Ui_BrelPrinterToolWidget form;
     form.setupUi(&window);
     QCOMPARE(window.objectName(), QStringLiteral("another"));
+}
+
+void BrelPrinterToolWidgetTest::desktopSize()
+{
+    QCOMPARE(ScreenScale::DesktopSize(), QGuiApplication::primaryScreen()->virtualSize());
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QCOMPARE(ScreenScale::DesktopSize(), QApplication::desktop()->size()); // Qt 6 has no such widget
+#endif
 }
 
 void BrelPrinterToolWidgetTest::geometry()

@@ -180,7 +180,7 @@ void ListFaults::addFlapping()
     const QString less = QString::fromLatin1(PrinterFolder::ConfigurationDirectory) + QStringLiteral("less.list");
     PrinterFolder::WriteFile(all, EncodePrinterList(m_printers));
     PrinterFolder::WriteFile(less, EncodePrinterList(m_printers.mid(0, shorter)));
-    m_flappingLengths = {m_printers.size(), shorter};
+    m_flappingLengths = {static_cast<int>(m_printers.size()), shorter};
     m_opened = std::make_unique<OpenedFiles>(QStringList{all, less});
     for (int i = 0; i < Flaps; ++i) {
         const QString& path = i % 2 == 0 ? less : all;

@@ -224,16 +224,17 @@ bool Soak::showsAllPrinters()
     if (!isShown) {
         return Fail(QStringLiteral("%1 rows are wrong, for example %2").arg(missing.size()).arg(missing.first()));
     }
-    Say(QString::asprintf("All %d rows were right %.1f s after the last fault.", m_printers.size(),
+    Say(QString::asprintf("All %d rows were right %.1f s after the last fault.", static_cast<int>(m_printers.size()),
                           static_cast<double>(timer.elapsed()) / MsPerSecond));
     return true;
 }
 
 bool Soak::cancelsJobs()
 {
-    auto* const printer = std::find_if(m_printers.begin(), m_printers.end(), [](const SimulatedPrinter& candidate) {
-        return candidate.family == PrinterFamily::Standard && candidate.name.startsWith(QStringLiteral("Soak_"));
-    });
+    const QVector<SimulatedPrinter>::iterator printer =
+        std::find_if(m_printers.begin(), m_printers.end(), [](const SimulatedPrinter& candidate) {
+            return candidate.family == PrinterFamily::Standard && candidate.name.startsWith(QStringLiteral("Soak_"));
+        });
     const int callsBefore = m_cancel.calls().size();
     ReportCancelling(*printer);
     PrinterFolder::WriteStatusFile(printer->name, EncodeStatusReply(*printer));

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
 #include "FolderTest.h"
+#include "infrastructure/QtGenerations.h"
 
 #include <QFileInfo>
 #include <QProcess>
@@ -122,7 +123,7 @@ void PrinterSimulatorTest::writesTheFilesOfTheStart()
     QCOMPARE(Content(QString::fromUtf8("办公室.dat")).toHex(' '), BareReply(0).toHex(' '));
 
     QSettings list(Path(QStringLiteral("printerlist.ini")), QSettings::IniFormat);
-    list.setIniCodec("utf-8");
+    ReadAsUtf8(list);
     QCOMPARE(list.value(QStringLiteral("Main/Count")).toInt(), 3);
     QCOMPARE(list.value(QStringLiteral("printer_0/Name")).toString(), QStringLiteral("Front office, 2; \"new\""));
     QCOMPARE(list.value(QStringLiteral("printer_1/Name")).toString(), QString::fromUtf8("办公室"));

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 // SPDX-License-Identifier: MIT
+#include "infrastructure/QtGenerations.h"
 #include "SimulatedPrinter.h"
 
 #include <QSettings>
@@ -154,7 +155,7 @@ void SimulatedPrinterTest::listTextsSurviveQSettings()
     file.write(EncodePrinterList({printer, printer}));
     file.close();
     QSettings settings(file.fileName(), QSettings::IniFormat);
-    settings.setIniCodec("utf-8");
+    ReadAsUtf8(settings);
     QCOMPARE(settings.value(QStringLiteral("Main/Count")).toInt(), 2);
     QCOMPARE(settings.value(QStringLiteral("printer_1/Name"), QStringLiteral("none")).toString(), text);
     QCOMPARE(settings.value(QStringLiteral("printer_1/URI"), QStringLiteral("none")).toString(), text);

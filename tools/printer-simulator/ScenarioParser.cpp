@@ -289,8 +289,8 @@ QString ScenarioParser::Reorder(const QStringList& words)
 int ScenarioParser::IndexOf(const QString& name)
 {
     const QVector<SimulatedPrinter>& printers = Printers();
-    const auto* const found = std::find_if(printers.begin(), printers.end(),
-                                           [&name](const SimulatedPrinter& printer) { return printer.name == name; });
+    const QVector<SimulatedPrinter>::const_iterator found = std::find_if(
+        printers.begin(), printers.end(), [&name](const SimulatedPrinter& printer) { return printer.name == name; });
     return found == printers.end() ? -1 : static_cast<int>(found - printers.begin());
 }
 

@@ -3,7 +3,6 @@
 #include "ScenarioWords.h"
 
 #include <QRegularExpression>
-#include <QTextCodec>
 
 #include <algorithm>
 #include <utility>
@@ -17,9 +16,10 @@ bool IsBlank(QChar character)
 
 std::optional<QString> DecodeUtf8(const QByteArray& bytes)
 {
-    QTextCodec::ConverterState state;
-    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0) {
+    const QString text = QString::fromUtf8(bytes.constData(), bytes.size());
+    // The conversion replaces what is not valid, and drops a byte order mark.
+    const QByteArray valid = text.toUtf8();
+    if (bytes != valid && bytes != "\xEF\xBB\xBF" + valid) {
         return std::nullopt;
     }
     return text;
