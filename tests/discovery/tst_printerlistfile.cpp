@@ -36,6 +36,7 @@ private slots:
     void deeplyNestedStoredLists();
     void textsThatResembleStoredObjects_data();
     void textsThatResembleStoredObjects();
+    void corpus();
 };
 
 namespace {
@@ -55,6 +56,21 @@ QList<stPrinterInfo> ReadOnePrinter(const QByteArray& keys)
 constexpr char HugeList[] = R"(@Variant(\0\0\0\t\x7f\xff\xff\xff))";
 
 constexpr char NothingKnown[] = "name '' model '' type 0 port '' uri ''";
+
+// Describes the printers of a list file, with the characters beyond ASCII as percent escapes. Leaves out those of which
+// nothing is known.
+QList<QByteArray> DescribedList(const QFileInfo& file)
+{
+    const QList<stPrinterInfo> printers = Read(PrinterFolder::ReadFile(file.filePath()));
+    QList<QByteArray> lines{file.fileName().toUtf8() + ": " + QByteArray::number(printers.size()) + " printers"};
+    for (int i = 0; i < printers.size(); ++i) {
+        const QByteArray words = Words(printers.at(i)).toUtf8();
+        if (words != NothingKnown) {
+            lines.append("  " + QByteArray::number(i) + ": " + words.toPercentEncoding(" '():;,/@[]=\"\\"));
+        }
+    }
+    return lines;
+}
 
 } // namespace
 
@@ -356,6 +372,22 @@ void PrinterListFileTest::textsThatResembleStoredObjects()
 {
     QFETCH(QByteArray, written);
     QTEST(ReadOnePrinter("Name=" + written).value(0).strPrinterName, "read");
+}
+
+// Every Qt must read these lists alike. With Qt 5 the expected text is what QSettings makes of the files.
+void PrinterListFileTest::corpus()
+{
+    const QDir folder(QStringLiteral(LIST_CORPUS));
+    const QFileInfoList files = folder.entryInfoList({QStringLiteral("*.ini")}, QDir::Files, QDir::Name);
+    QList<QByteArray> lines;
+    for (const QFileInfo& file : files) {
+        lines += DescribedList(file);
+    }
+    const QList<QByteArray> golden = PrinterFolder::ReadFile(QStringLiteral(GOLDEN_LISTS)).trimmed().split('\n');
+    for (int i = 0; i < golden.size(); ++i) {
+        QCOMPARE(lines.value(i), golden.at(i));
+    }
+    QCOMPARE(lines.size(), golden.size());
 }
 
 QTEST_GUILESS_MAIN(PrinterListFileTest)
