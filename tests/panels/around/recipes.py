@@ -3,13 +3,29 @@
 """How each desktop's panel is started, with that desktop's own notification service."""
 
 import glob
-from collections import namedtuple
+from dataclasses import dataclass
 
-# desktop: the value of XDG_CURRENT_DESKTOP. notifier: the notification service. helpers: programs that start before the
-# panel, outlive it and begin with a StatusNotifierWatcher. has_items: whether the panel hosts StatusNotifierItems; if
-# not, its tray is of the XEmbed kind only, and the program shows tool tips and messages itself. is_gtk: whether the
-# panel uses GTK, whose tool tips have no text for screen readers.
-Recipe = namedtuple("Recipe", "desktop notifier helpers panel has_items is_gtk")
+
+@dataclass(frozen=True)
+class Recipe:
+    """How a desktop is started, and how its tray differs from others.
+
+    desktop: the value of XDG_CURRENT_DESKTOP
+    notifier: the notification service; none if the program shows its messages itself
+    helpers: programs that start before the panel and outlive it, the StatusNotifierWatcher first
+    has_items: whether the panel hosts StatusNotifierItems. Otherwise its tray is of the XEmbed kind only, and the
+        program shows tool tips and messages itself.
+    is_gtk: whether the panel uses GTK, whose tool tips have no text for screen readers
+    copies_icon: whether the tray hides an XEmbed icon and shows a copy
+    """
+
+    desktop: str
+    panel: tuple
+    notifier: str = ""
+    helpers: tuple = ()
+    has_items: bool = True
+    is_gtk: bool = False
+    copies_icon: bool = False
 
 
 def _path(pattern):
@@ -18,14 +34,13 @@ def _path(pattern):
 
 
 RECIPES = {
-    "ukui": Recipe("UKUI", "/usr/lib/ukui-notification-daemon/ukui-notifications", ["sni-daemon", "sni-xembed-proxy"],
-                   ["ukui-panel"], True, False),
-    "lxqt": Recipe("LXQt", "lxqt-notificationd", [], ["lxqt-panel"], True, False),
-    "mate": Recipe("MATE", "/usr/lib/mate-notification-daemon/mate-notification-daemon", [], ["mate-panel"], True,
-                   True),
-    "xfce": Recipe("XFCE", _path("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"), [], ["xfce4-panel", "--disable-wm-check"],
-                   True, True),
-    "tint2": Recipe("tint2", None, [], ["tint2"], False, False),
+    "ukui": Recipe("UKUI", ("ukui-panel",), "/usr/lib/ukui-notification-daemon/ukui-notifications",
+                   helpers=("sni-daemon", "sni-xembed-proxy"), copies_icon=True),
+    "lxqt": Recipe("LXQt", ("lxqt-panel",), "lxqt-notificationd", copies_icon=True),
+    "mate": Recipe("MATE", ("mate-panel",), "/usr/lib/mate-notification-daemon/mate-notification-daemon", is_gtk=True),
+    "xfce": Recipe("XFCE", ("xfce4-panel", "--disable-wm-check"), _path("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"),
+                   is_gtk=True),
+    "tint2": Recipe("tint2", ("tint2",), has_items=False),
 }
 
 ENVIRONMENT = {
