@@ -86,9 +86,14 @@ class Session:
         return False
 
     def items(self, pid):
-        """How many StatusNotifierItems of a process are registered."""
+        """The names on the bus of a process's registered StatusNotifierItems."""
         names = [str(item).split("/", maxsplit=1)[0] for item in self._watcher("RegisteredStatusNotifierItems")]
-        return sum(self._owner(name) == pid for name in names)
+        return [name for name in names if self._owner(name) == pid]
+
+    def item_tooltip(self, pid):
+        """The tool tip's text that a process offers to the panel."""
+        item = self._bus.get_object(self.items(pid)[0], "/StatusNotifierItem", introspect=False)
+        return str(item.Get("org.kde.StatusNotifierItem", "ToolTip", dbus_interface=dbus.PROPERTIES_IFACE)[2])
 
     def _watcher(self, name):
         watcher = self._bus.get_object(WATCHER, "/StatusNotifierWatcher", introspect=False)
