@@ -55,7 +55,7 @@ def test_menu(panel, hidden_assistant):
 def test_message(panel, printers, hidden_assistant):
     icon = panel.icon()
     printers.install({LOW_TONER[0]: dict(model="K4510A", warnings=[WARNING])})
-    panel.capture("message", check_message(panel, hidden_assistant, icon))
+    panel.capture("message", check_message(panel, hidden_assistant, icon), within_s=2)
 
 
 def test_panel_is_killed_and_started_again(panel, printers, hidden_assistant):

@@ -1,10 +1,12 @@
 # SPDX-FileCopyrightText: 2026 Tolmar printer assistant developers
 # SPDX-License-Identifier: MIT
 
+import math
 import os
 import re
 import subprocess
 import tempfile
+import time
 from collections import namedtuple
 
 from rig.waiting import eventually
@@ -84,9 +86,9 @@ class Screen:
         """Presses keys. They go to the window with the focus."""
         subprocess.run(["xdotool", "key", *keys], check=True)
 
-    def capture(self, name, window=None, box=None):
-        """Waits until a window with its frame, a box or the whole screen is painted and saves a picture of it.
-        Returns the signature of the pixels."""
+    def capture(self, name, window=None, box=None, within_s=math.inf):
+        """Waits until a window with its frame, a box or the whole screen is painted and saves a picture of it. What is
+        not painted in time, because it does not stay, is saved as it is. Returns the signature of the pixels."""
         os.makedirs(self._pictures, exist_ok=True)
         if window is not None:
             box = self._with_frame(window)
@@ -96,12 +98,14 @@ class Screen:
         os.close(descriptor)
         os.chmod(picture, 0o644)
         looks = []
+        end = time.monotonic() + within_s
 
         def has_settled():
             subprocess.run(["import", "-window", "root", *area, f"png:{picture}"], check=True)
             colours, signature = output_of("identify", "-format", "%k %#", picture).split()
             looks.append(signature)
-            return int(colours) > _BLANK_COLOURS and looks[-2:] == [signature, signature]
+            is_painted = int(colours) > _BLANK_COLOURS and looks[-2:] == [signature, signature]
+            return is_painted or time.monotonic() > end
 
         eventually(has_settled, f"{name} is painted")
         os.replace(picture, os.path.join(self._pictures, f"{name}-{self.width}x{self.height}.png"))

@@ -193,10 +193,10 @@ class Session:
         """The process number of the panel."""
         return self._panel.pid
 
-    def capture(self, what, *boxes):
-        """Saves a picture of the screen around these boxes."""
+    def capture(self, what, *boxes, **options):
+        """Saves a picture of the screen around these boxes; options as for Screen.capture()."""
         left = max(min(box.x for box in boxes) - _MARGIN, 0)
         top = max(min(box.y for box in boxes) - _MARGIN, 0)
         right = min(max(box.x + box.width for box in boxes) + _MARGIN, self.screen.width)
         bottom = min(max(box.y + box.height for box in boxes) + _MARGIN, self.screen.height)
-        self.screen.capture(f"panel-{self.name}-{what}", box=Box(left, top, right - left, bottom - top))
+        self.screen.capture(f"panel-{self.name}-{what}", box=Box(left, top, right - left, bottom - top), **options)
