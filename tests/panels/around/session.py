@@ -158,7 +158,7 @@ class Session:
     def tooltip(self):
         """The visible tool tip's window; None if there is none."""
         for window in find_windows("--onlyvisible", "--name", ".*"):
-            if "_TOOLTIP" in self.screen.properties(window, "_NET_WM_WINDOW_TYPE"):
+            if self._is_tooltip(window):
                 return window
         return None
 
@@ -173,15 +173,24 @@ class Session:
         """Waits until a program shows a message. Returns the position of its window."""
         def box_of_message():
             labels = self.texts("label", shown_by)
-            return self._message_box(shown_by) if title in labels and text in labels else None
+            # A window that has just gone has no position.
+            with contextlib.suppress(AttributeError):
+                return self._message_box(shown_by) if title in labels and text in labels else None
+            return None
 
         return eventually(box_of_message, f"the message {title}: {text}")
 
-    # Services keep further windows, which are small or off the screen.
+    # Services keep further windows, which are small or off the screen. Qt's balloon is a tool tip's window; an icon of
+    # the same program may be large where it is hidden.
     def _message_box(self, pid):
-        boxes = [self.screen.box(window) for window in find_windows("--onlyvisible", "--pid", str(pid))]
+        windows = find_windows("--onlyvisible", "--pid", str(pid))
+        tooltips = [window for window in windows if self._is_tooltip(window)]
+        boxes = [self.screen.box(window) for window in tooltips or windows]
         boxes = [box for box in boxes if min(box.width, box.height) > _ICON_SIZE and box.x + box.width > 0]
         return boxes[0] if boxes else None
+
+    def _is_tooltip(self, window):
+        return "_TOOLTIP" in self.screen.properties(window, "_NET_WM_WINDOW_TYPE")
 
     @property
     def notifier(self):
