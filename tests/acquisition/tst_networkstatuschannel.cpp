@@ -37,6 +37,7 @@ private slots:
     void unparsableAddress_data();
     void unparsableAddress();
     void noSocket();
+    void standardInputIsClosed();
     void notSent_data();
     void notSent();
     void notSentWhole();
@@ -96,6 +97,10 @@ void NetworkStatusChannelTest::emptyAddressSendsNothing()
     QCOMPARE(peer.takeRequests().size(), 0);
     QVERIFY(SocketCalls::Order().empty());
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+    unsigned char reply = 'x';
+    unsigned long length = 7;
+    QCOMPARE(QueryPrinter(QString(), &reply, 1, length), -1);
+    QCOMPARE(length, 7UL);
 }
 
 void NetworkStatusChannelTest::replyIsEvaluated()
@@ -240,6 +245,19 @@ void NetworkStatusChannelTest::noSocket()
     QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
     QCOMPARE(result, -2);
     QCOMPARE(Words(worker.stCurrent), UntouchedWords());
+}
+
+// The socket is then descriptor 0.
+void NetworkStatusChannelTest::standardInputIsClosed()
+{
+    const UdpPeer peer(PeerAddress, {StandardBytes(RawReady)});
+    const int kept = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    close(STDIN_FILENO);
+    StatusWorker worker;
+    const int result = worker.GetPrinterStatusUDP(Address);
+    dup2(kept, STDIN_FILENO);
+    close(kept);
+    QCOMPARE(result, 0);
 }
 
 void NetworkStatusChannelTest::notSent_data()

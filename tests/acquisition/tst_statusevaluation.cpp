@@ -21,6 +21,7 @@ private slots:
     void standardConditions();
     void texts_data();
     void texts();
+    void equalTextsAreNotTouched();
     void nothingOfAnEarlierReplyRemains();
     void qzReplyReplacesEveryField();
     void qzStatusItems_data();
@@ -161,6 +162,22 @@ void StatusEvaluationTest::texts()
 
 // Tests every pair of consecutive replies. The texts begin alike, and some have bytes that mean another text in
 // Latin-1.
+void StatusEvaluationTest::equalTextsAreNotTouched()
+{
+    const QByteArray bytes = EncodeStandardReply(FullReply());
+    StatusWorker worker;
+    QCOMPARE(worker.evaluate(Standard, bytes), 0);
+    QString& text = worker.stCurrent.stState.strPrinterSerialNumber;
+    const QString expected = text;
+    const QChar* const characters = text.constData();
+    QCOMPARE(worker.evaluate(Standard, bytes), 0);
+    QCOMPARE(text.constData(), characters);
+    // The reply's text ends at its first zero.
+    text.append(QChar::Null);
+    QCOMPARE(worker.evaluate(Standard, bytes), 0);
+    QCOMPARE(text, expected);
+}
+
 void StatusEvaluationTest::nothingOfAnEarlierReplyRemains()
 {
     const QVector<QString> texts{QString(),
