@@ -210,3 +210,25 @@ def test_labels_of_ranges_move(tmp_path):
              if mutant.kind == "case label"]
     assert found == ["case 0xf ... 0x12: return 1;", "case 0x11 ... 0x12: return 1;", "case 0x10 ... 0x11: return 1;",
                      "return 1; } return 1; }", "case 0x14: return 1; } return 1; }"]
+
+
+def test_tables_of_texts(tmp_path):
+    pytest.importorskip("clang.cindex", reason="package python3-clang-19 is missing")
+    import operators
+    (tmp_path / "Rows.inc").write_text('// A "comment".\nROW("a\\"b", "")\n')
+    found = mutants.number(operators.find(str(tmp_path / "Rows.inc"), "src/Rows.inc", []), 4)
+    schema = schemata.Schema((tmp_path / "Rows.inc").read_bytes(), found, TOOL / "MutantIs.h", is_table=True)
+    (tmp_path / "Rows.inc").write_bytes(schema.text)
+    # This macro accepts only a literal, like that of Qt.
+    (tmp_path / "x.cpp").write_text(f"""#include "{TOOL}/MutantIs.h"
+#include <string>
+struct QString {{ static std::string fromUtf8(const char* text) {{ return text; }} }};
+#define QStringLiteral(text) std::string("" text)
+#define ROW(one, other) QStringLiteral(one), QStringLiteral(other),
+const std::string texts[] = {{
+#include "Rows.inc"
+}};
+int main() {{ return 10 * int(texts[0].size()) + int(texts[1].size()); }}
+""")
+    subprocess.run(["g++", "-std=c++17", "-o", tmp_path / "x", tmp_path / "x.cpp", TOOL / "MutantIs.cpp"], check=True)
+    assert [run(tmp_path / "x", MUTANT=str(number)) for number in (3, 4, 5)] == [30, 40, 31]

@@ -358,7 +358,7 @@ def find_in_table(file, source):
     for match in _ROW_TEXT.finditer(source):
         if source.rfind(b"\n", 0, match.start()) < source.rfind(b"//", 0, match.start()):
             continue
-        yield mutants.make(source, file, match.start(), match.start() + 1, '"~', "text", "")
+        yield mutants.make(source, file, match.start(), match.start() + 1, '"~', "text", "", site=match.span())
 
 
 def find(path, file, arguments):

@@ -10,6 +10,8 @@ import dataclasses
 import re
 
 _COMMENT_OR_TEXT = re.compile(rb'//[^\n]*|/\*.*?\*/|"(?:[^"\\]|\\.)*"', re.DOTALL)
+# The macro of Qt accepts nothing but a literal.
+_TABLE_PRELUDE = b"#undef QStringLiteral\n#define QStringLiteral(text) QString::fromUtf8(text)\n#line 1\n"
 
 
 @dataclasses.dataclass
@@ -23,9 +25,10 @@ class Piece:
 class Schema:
     """The text of a source with its mutants, and which output belongs to which of them."""
 
-    def __init__(self, source, mutants, header):
+    def __init__(self, source, mutants, header, is_table=False):
+        """A table of texts is included inside of an expression, by a source that includes the header itself."""
         self.source, self.pieces = source, []
-        self._prelude = f'#include "{header}"\n#line 1\n'.encode()
+        self._prelude = _TABLE_PRELUDE if is_table else f'#include "{header}"\n#line 1\n'.encode()
         self._out = bytearray(self._prelude)
         self._sites = {}
         self._inserts = {}  # by offset: what is inserted before, and how many bytes of the source it replaces

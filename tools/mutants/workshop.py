@@ -101,13 +101,8 @@ class Workshop:
                    # Compiles faster than an optimised build, and runs fast enough. As under the sanitizers, the
                    # standard library checks indices: what lies behind an array is 0 too often.
                    "-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-D_GLIBCXX_ASSERTIONS",
-                   "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DCMAKE_AUTOGEN_ORIGIN_DEPENDS=OFF",
+                   "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
                    f"-DCMAKE_PROJECT_BrelPrinterTool_INCLUDE={self.root}/tools/mutants/build.cmake"], "configure.log")
-        targets = subprocess.run(["ninja", "-C", self.build, "-t", "targets", "all"], check=True,
-                                 stdout=subprocess.PIPE, text=True).stdout
-        # Forms and generated sources, which the syntax trees need.
-        generated = re.findall(r"^(?:\S*/)?(brelprintertool_\w+_autogen): phony", targets, re.MULTILINE)
-        self._run(["ninja", "-C", self.build, *sorted(set(generated))], "autogen.log")
         self.commands = json.loads((self.build / "compile_commands.json").read_text(encoding="utf-8"))
 
     def _run(self, command, log):
@@ -151,6 +146,9 @@ class Workshop:
             known, found = pickle.loads(cache.read_bytes())
             if known == digest:
                 return found
+        folder = (self.root / file).parent
+        if any(folder.glob("*.ui")):  # sources include what is generated from the forms
+            self._run(["ninja", "-C", self.build, f"brelprintertool_{folder.name}_autogen"], "forms.log")
         found = operators.find(str(self.root / file), file, self._arguments(file))
         write_if_changed(cache, pickle.dumps((digest, found)))
         return found
@@ -165,10 +163,8 @@ class Workshop:
 
     def instrument(self, by_file):
         """Builds everything with the mutants of these files, each chosen at run time where that compiles."""
-        for file, found in by_file.items():
-            if not file.endswith(".inc"):
-                self._instrumented[file] = schemata.Schema((self.root / file).read_bytes(), found, self.header)
-                write_if_changed(self.tree / file, self._instrumented[file].text)
+        for file, found in {**dict.fromkeys(self._users_of_tables(by_file), []), **by_file}.items():
+            self._write_schema(file, found)
         self.copy()
         for _ in range(40):
             output = self._ninja()
@@ -191,8 +187,18 @@ class Workshop:
         for file, found in refused.items():
             for mutant in found:
                 mutant.site = mutant.declaration = None
-            self._instrumented[file] = schemata.Schema((self.root / file).read_bytes(), by_file[file], self.header)
-            write_if_changed(self.tree / file, self._instrumented[file].text)
+            self._write_schema(file, by_file[file])
+
+    def _users_of_tables(self, files):
+        """The sources that include one of these files that is a table."""
+        tables = [f'#include "{file[len("src/"):]}"' for file in files if file.endswith(".inc")]
+        return [file for file in self.sources
+                if any(table in (self.root / file).read_text(encoding="utf-8") for table in tables)]
+
+    def _write_schema(self, file, found):
+        self._instrumented[file] = schemata.Schema((self.root / file).read_bytes(), found, self.header,
+                                                   file.endswith(".inc"))
+        write_if_changed(self.tree / file, self._instrumented[file].text)
 
     def build_alone(self, mutant):
         """Builds this one mutant; returns whether it compiles."""
