@@ -21,7 +21,8 @@ private slots:
     void standardConditions();
     void texts_data();
     void texts();
-    void equalTextsAreNotTouched();
+    void equalValuesAreNotTouched();
+    void similarTextsAreReplaced();
     void nothingOfAnEarlierReplyRemains();
     void qzReplyReplacesEveryField();
     void qzStatusItems_data();
@@ -162,20 +163,32 @@ void StatusEvaluationTest::texts()
 
 // Tests every pair of consecutive replies. The texts begin alike, and some have bytes that mean another text in
 // Latin-1.
-void StatusEvaluationTest::equalTextsAreNotTouched()
+void StatusEvaluationTest::equalValuesAreNotTouched()
 {
     const QByteArray bytes = EncodeStandardReply(FullReply());
     StatusWorker worker;
     QCOMPARE(worker.evaluate(Standard, bytes), 0);
+    const stPrinterState& state = worker.stCurrent.stState;
+    const QChar* const characters = state.strPrinterSerialNumber.constData();
+    const auto conditions = state.listError.cbegin();
+    QCOMPARE(worker.evaluate(Standard, bytes), 0);
+    QCOMPARE(state.strPrinterSerialNumber.constData(), characters);
+    QVERIFY(!state.listError.isEmpty() && state.listError.cbegin() == conditions);
+}
+
+// Equal codes, but not equal texts: a reply's text ends at its first zero, and a byte above 0x7F is no character.
+void StatusEvaluationTest::similarTextsAreReplaced()
+{
+    StandardReply reply = FullReply();
+    StatusWorker worker;
     QString& text = worker.stCurrent.stState.strPrinterSerialNumber;
-    const QString expected = text;
-    const QChar* const characters = text.constData();
-    QCOMPARE(worker.evaluate(Standard, bytes), 0);
-    QCOMPARE(text.constData(), characters);
-    // The reply's text ends at its first zero.
-    text.append(QChar::Null);
-    QCOMPARE(worker.evaluate(Standard, bytes), 0);
-    QCOMPARE(text, expected);
+    text = QString::fromUtf8(reply.serialNumber) + QChar::Null;
+    QCOMPARE(worker.evaluate(Standard, EncodeStandardReply(reply)), 0);
+    QCOMPARE(text, QString::fromUtf8(reply.serialNumber));
+    reply.serialNumber = "\x80";
+    text = QChar(0x80);
+    QCOMPARE(worker.evaluate(Standard, EncodeStandardReply(reply)), 0);
+    QCOMPARE(text, QString(QChar::ReplacementCharacter));
 }
 
 void StatusEvaluationTest::nothingOfAnEarlierReplyRemains()
