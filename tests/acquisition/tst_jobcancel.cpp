@@ -114,8 +114,8 @@ void JobCancelTest::transition()
     Setting setting(Name, listed);
     PrinterFolder::WriteStatusFile(Name, StandardBytes(static_cast<quint8>(sent)));
     QCOMPARE(setting.worker.runCycle(), 1); // the toner always differs
-    QTEST(cancel.calls().size(), "calls");
-    QTEST(LogLines().size(), "calls");
+    QTEST(static_cast<int>(cancel.calls().size()), "calls");
+    QTEST(static_cast<int>(LogLines().size()), "calls");
 }
 
 void JobCancelTest::oncePerEntering()
@@ -302,7 +302,7 @@ void JobCancelTest::commandLength()
     file.close();
     Setting setting(name);
     QCOMPARE(setting.worker.runCycle(), 1);
-    QTEST(cancel.calls().size(), "calls");
+    QTEST(static_cast<int>(cancel.calls().size()), "calls");
     QCOMPARE(setting.status(), 6);
     const QList<QByteArray> lines = LogLines();
     QCOMPARE(lines.constFirst(), CancelLogLine(name));

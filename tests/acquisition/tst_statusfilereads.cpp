@@ -93,7 +93,7 @@ void StatusFileReadsTest::failing_data()
     QTest::addColumn<int>("bytes");
     QTest::newRow("at once") << 0;
     QTest::newRow("after a byte") << 1;
-    QTest::newRow("before the last byte") << EncodeStandardReply(FullReply()).size() - 1;
+    QTest::newRow("before the last byte") << static_cast<int>(EncodeStandardReply(FullReply()).size()) - 1;
 }
 
 // A failing read acts like a truncated file: the last good state stays, and the file is skipped until it changes.

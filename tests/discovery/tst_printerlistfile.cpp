@@ -109,7 +109,8 @@ void PrinterListFileTest::count_data()
 void PrinterListFileTest::count()
 {
     QFETCH(QByteArray, line);
-    QTEST(Read("[Main]\n" + line + "\n[printer_0]\nName=A\n[printer_1]\nName=B\n").size(), "count");
+    const QList<stPrinterInfo> printers = Read("[Main]\n" + line + "\n[printer_0]\nName=A\n[printer_1]\nName=B\n");
+    QTEST(static_cast<int>(printers.size()), "count");
 }
 
 void PrinterListFileTest::texts_data()
@@ -280,7 +281,7 @@ void PrinterListFileTest::brokenFiles_data()
 void PrinterListFileTest::brokenFiles()
 {
     QFETCH(QByteArray, text);
-    QTEST(Read(text).size(), "count");
+    QTEST(static_cast<int>(Read(text).size()), "count");
 }
 
 void PrinterListFileTest::storedObjects_data()
