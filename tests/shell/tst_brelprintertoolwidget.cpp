@@ -335,9 +335,13 @@ void BrelPrinterToolWidgetTest::logIsSwitchedOff()
 
 void BrelPrinterToolWidgetTest::logOutIsNotRefused()
 {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QGuiApplication::setFallbackSessionManagementEnabled(true);
     const TestWindow window;
     QVERIFY(!QGuiApplication::isFallbackSessionManagementEnabled());
+#else
+    QSKIP("Qt 6 closes no windows for a session manager");
+#endif
 }
 
 void BrelPrinterToolWidgetTest::isQZPrinter_data()
