@@ -20,7 +20,7 @@ namespace {
 
 constexpr int HugeBytes = 50 * 1024 * 1024;
 constexpr int GreatestPrinterCount = 1000;
-constexpr int AllStartedTimeoutMs = 30000;
+constexpr int AllStartedTimeoutMs = 120000; // sanitizers on a busy machine are slow
 constexpr int SeveralCyclesMs = 3000;
 constexpr qint64 StopLimitMs = 5000; // half a second to notice the stop; the rest is a margin for a busy machine
 // Heap of a thread and its worker, without the stack.
