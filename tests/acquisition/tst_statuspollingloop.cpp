@@ -7,6 +7,7 @@
 #include "SampleReplies.h"
 #include "StatusWorker.h"
 
+#include <QLocale>
 #include <QtTest>
 
 #include <chrono>
@@ -229,7 +230,7 @@ void StatusPollingLoopTest::rebuiltListKeepsPrintersApart()
         }
         stPrinterManager printer;
         for (int i = 0; SharedPrinterList(&list).copy(i, printer); ++i) {
-            const int number = printer.stInfo.strPrinterName.rightRef(1).toInt();
+            const int number = QLocale::c().toInt(QStringView(printer.stInfo.strPrinterName).right(1));
             const auto toner = static_cast<int>(printer.stState.dwRemainingToner);
             QVERIFY2(toner == 0 || toner == 1000 + number, qPrintable(Words(printer)));
             written += toner == 0 ? 0 : 1;

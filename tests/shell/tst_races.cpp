@@ -10,6 +10,7 @@
 #include "StoppableThread.h"
 #include "TestWindow.h"
 
+#include <QLocale>
 #include <QTableWidget>
 #include <QtTest>
 
@@ -54,7 +55,7 @@ QString NameOf(int printer)
 
 int TonerOf(const QString& name)
 {
-    return TonerOfFirst + name.midRef(3).toInt();
+    return TonerOfFirst + QLocale::c().toInt(QStringView(name).mid(3));
 }
 
 // Alternates between ready and printing, so that there is a change to signal. The toner identifies the printer.
