@@ -7,8 +7,6 @@
 #include <QSettings>
 #include <QVariant>
 
-#include <algorithm>
-
 class QTextCodec;
 
 // The only place where the sources for Qt 5 and Qt 6 differ. docs/architecture.md explains each difference.
@@ -55,6 +53,8 @@ inline int IntegerOf(const QVariant& text)
 }
 
 #else
+
+#include <algorithm>
 
 using TimerInterval = qint64;
 
