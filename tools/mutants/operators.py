@@ -290,9 +290,11 @@ class Finder:
         children = list(switch.get_children())
         cases = [(case, self._values(case)) for case in self._cases(children[-1])]
         cases = [(case, values) for case, values in cases if values is not None]
+        # A label that a macro makes has its place in another text.
+        written = [case for case in cases if self._text(*_range(case[0])).startswith("case")]
         taken = {value for _, (first, last) in cases for value in range(first, last + 1)}
         self._condition_site = _range(children[0])
-        for case, (first, last) in cases:
+        for case, (first, last) in written:
             start = case.extent.start.offset
             label_end = self.source.index(b":", self._label_end(case)) + 1
             if first == last:
