@@ -24,7 +24,7 @@ public:
     };
 
     /// `directory` is in the file system's encoding and ends in a slash.
-    explicit StatusFile(QByteArray directory = DefaultDirectory());
+    explicit StatusFile(QByteArray directory = QByteArray(FixedPaths::ConfigurationDirectory));
 
     /// Reads up to `capacity` bytes of the status file of the printer called `name`, unless it has the remembered
     /// timestamp; `force` reads it anyway. On Done `buffer` holds `length` bytes of the file, then zeros. Otherwise
@@ -40,13 +40,6 @@ public:
 
 private:
     const QByteArray& path(const QString& name);
-
-    // Without a copy of its own for each printer.
-    static QByteArray DefaultDirectory()
-    {
-        return QByteArray::fromRawData(FixedPaths::ConfigurationDirectory,
-                                       sizeof(FixedPaths::ConfigurationDirectory) - 1);
-    }
 
     QByteArray m_directory;
     QString m_name; ///< the name from which m_path was made

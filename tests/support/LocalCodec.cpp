@@ -53,10 +53,11 @@ LocalCodec::LocalCodec(const char* name)
     : m_usual(QTextCodec::codecForLocale())
 {
     const QTextCodec* codec = QTextCodec::codecForName(name);
-    if (codec != nullptr) {
-        m_codec = new CountingCodec(*codec);
-        QTextCodec::setCodecForLocale(m_codec);
+    if (codec == nullptr) {
+        qFatal("Qt has no codec %s", name);
     }
+    m_codec = new CountingCodec(*codec);
+    QTextCodec::setCodecForLocale(m_codec);
 }
 
 LocalCodec::~LocalCodec()
